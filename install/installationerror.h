@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+
+/** What the user is told about an installation that the package manager refused. */
+namespace InstallationError {
+
+/**
+ * The description of a D-Bus error by its name, for example
+ * "No space left (code: NoSpace)". The text is looked up in the package
+ * manager's catalogue by the last component of the name; without a translation
+ * the identifier stands in for it.
+ */
+QString describe(const QString &errorName);
+
+}

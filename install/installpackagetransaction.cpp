@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "installpackagetransaction.h"
+
+#include "installationerror.h"
+#include "paths.h"
+#include "transactionview.h"
+
+#include <aboutsettings.h>
+#include <accesspolicy.h>
+#include <notification.h>
+
+#include <QDBusError>
+#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDebug>
+#include <QFile>
+
+InstallPackageTransaction::InstallPackageTransaction(const QStringList &files, bool sdkMode)
+    : m_files(files)
+    , m_sdkMode(sdkMode)
+{
+}
+
+void InstallPackageTransaction::setDeveloperModeInterface(QDBusInterface *iface)
+{
+    m_developerMode = iface;
+}
+
+void InstallPackageTransaction::setPackageManagerInterface(QDBusInterface *iface)
+{
+    m_packageManager = iface;
+}
+
+void InstallPackageTransaction::setTransactionView(TransactionView *view)
+{
+    if (m_view) {
+        disconnect(m_view, &TransactionView::installationConfirmed,
+                   this, &InstallPackageTransaction::installCurrentRpm);
+        disconnect(m_view, &TransactionView::installationCancelled,
+                   this, &InstallPackageTransaction::handleInstallCancelled);
+    }
+    m_view = view;
+    connect(m_view, &TransactionView::installationConfirmed, this, &InstallPackageTransaction::installCurrentRpm);
+    connect(m_view, &TransactionView::installationCancelled,
+            this, &InstallPackageTransaction::handleInstallCancelled);
+}
+
+void InstallPackageTransaction::start()
+{
+    if (!Velmora::AccessPolicy().applicationInstallationEnabled()) {
+        refuseByPolicy();
+        return;
+    }
+    m_success = true;
+    m_errorString = QString();
+    processNextFile();
+}
+
+void InstallPackageTransaction::refuseByPolicy()
+{
+    Notification notification;
+    notification.setUrgency(Notification::Critical);
+    notification.setIsTransient(true);
+    notification.setAppIcon(QStringLiteral("icon-lock-warning"));
+    //: Notification shown when the device's policy forbids the user to install applications
+    //: %1 is the operating system's name
+    //% "Installing applications is disabled by the %1 device policy"
+    notification.setBody(qtTrId("installationhandler-application_installation_disallowed")
+                                 .arg(AboutSettings().baseOperatingSystemName()));
+    notification.publish();
+
+    emit transactionFinished(false, notification.body(), this);
+}
+
+void InstallPackageTransaction::processNextFile()
+{
+    if (m_files.isEmpty()) {
+        emit transactionFinished(m_success, m_errorString, this);
+        return;
+    }
+
+    // A file that cannot be read is not refused here: the package manager is
+    // the one to judge it.
+    m_rpmInfo.readPackage(m_files.takeFirst());
+
+    if (isSilentInstallationAllowed() || QFile::exists(Paths::EmulatorMarker)) {
+        installCurrentRpm();
+    } else if (!m_view) {
+        // The end of the road is intended: nobody may install unasked.
+        qWarning() << "Unable to show the confirmation dialog";
+        m_success = false;
+    } else {
+        m_view->showConfirmation(&m_rpmInfo);
+    }
+}
+
+bool InstallPackageTransaction::isSilentInstallationAllowed()
+{
+    const QDBusMessage reply = m_developerMode->call(QStringLiteral("IsSilentInstallationEnabled"));
+    const QDBusError error(reply);
+    if (error.isValid()) {
+        qWarning() << "Could not fetch developer mode state: " << error.message();
+        return false;
+    }
+
+    const bool enabled = reply.arguments().value(0).toBool();
+    if (m_sdkMode && enabled) {
+        return true;
+    }
+
+    QString reason;
+    if (!m_sdkMode) {
+        reason += QLatin1String("The installation is not running in sdk mode. ");
+    }
+    if (!enabled) {
+        reason += QLatin1String("Silent software instalation is not allowed");
+    }
+    qWarning() << QString(QLatin1String("Unable install package without confirm: ") + reason);
+    return false;
+}
+
+void InstallPackageTransaction::installCurrentRpm()
+{
+    const QString packageName = m_rpmInfo.name();
+    if (!m_packageManager) {
+        return;
+    }
+    const QDBusPendingCall call = m_packageManager->asyncCall(QStringLiteral("Install"), m_rpmInfo.fileName(),
+                                                              QVariantMap());
+    auto watcher = new QDBusPendingCallWatcher(call, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, packageName](QDBusPendingCallWatcher *finished) { handleInstallReply(finished, packageName); });
+}
+
+void InstallPackageTransaction::handleInstallReply(QDBusPendingCallWatcher *watcher, const QString &packageName)
+{
+    const QDBusPendingReply<> reply = *watcher;
+    if (reply.isError()) {
+        appendInstallationError(packageName, reply.error().name(), reply.error().message());
+        m_success = false;
+    }
+    processNextFile();
+    watcher->deleteLater();
+}
+
+void InstallPackageTransaction::handleInstallCancelled()
+{
+    m_success = false;
+    //: Outcome of an installation that the user declined in the confirmation dialog
+    //% "The user cancelled the installation"
+    m_errorString = qtTrId("installationhandler-user-aborted");
+    processNextFile();
+}
+
+// The description says what went wrong; the package's name and the package
+// manager's own message, meant for developers, take no part in it.
+void InstallPackageTransaction::appendInstallationError(const QString &packageName, const QString &errorName,
+                                                        const QString &errorMessage)
+{
+    Q_UNUSED(packageName)
+    Q_UNUSED(errorMessage)
+
+    if (!m_errorString.isEmpty()) {
+        m_errorString += QLatin1Char('\n');
+    }
+    m_errorString += InstallationError::describe(errorName);
+}

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class InstallPackageTransaction;
+class TransactionView;
+
+/**
+ * One installation request in progress. Whoever creates it owns it, attaches
+ * the dialog controller, starts it once, and releases it after
+ * transactionFinished, which comes at most once and possibly inside start().
+ */
+class InstallTransaction : public QObject
+{
+    Q_OBJECT
+
+public:
+    virtual void start() = 0;
+
+    /** The dialog controller that asks the user; borrowed, it outlives the transaction. */
+    virtual void setTransactionView(TransactionView *view) = 0;
+
+Q_SIGNALS:
+    /** success is true exactly when nothing failed; errorString has one line for each failed file. */
+    void transactionFinished(bool success, const QString &errorString, InstallPackageTransaction *transaction);
+};

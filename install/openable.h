@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QByteArray>
+
+/**
+ * Whether opening a file cannot block for ever: false for a FIFO, a socket and
+ * a terminal, which wait for somebody at the other end. A file that does not
+ * exist, or that may not be opened, does not block.
+ *
+ * path: as librpm takes it, a path or a URL, UTF-8; "-" is the standard input.
+ */
+bool opensWithoutBlocking(const QByteArray &path);

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <rpm/header.h>
+#include <rpm/rpmio.h>
+#include <rpm/rpmtd.h>
+#include <rpm/rpmts.h>
+
+#include <memory>
+#include <type_traits>
+
+/** Releases librpm's handles, each in librpm's own way. */
+struct RpmRelease
+{
+    void operator()(FD_t file) const { Fclose(file); }
+    void operator()(rpmts transactionSet) const { rpmtsFree(transactionSet); }
+    void operator()(Header header) const { headerFree(header); }
+    void operator()(HeaderIterator iterator) const { headerFreeIterator(iterator); }
+    void operator()(rpmtd data) const { rpmtdFree(data); }
+};
+
+/** Owns one of librpm's handles, for example RpmHandle<rpmts>. */
+template<typename Handle>
+using RpmHandle = std::unique_ptr<std::remove_pointer_t<Handle>, RpmRelease>;
