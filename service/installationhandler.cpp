@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "installationhandler.h"
+
+#include "busnames.h"
+#include "installpackagetransaction.h"
+#include "zarnpackage.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDebug>
+#include <QUrl>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto IdleTimeout = 30s;
+
+// Installing and removing may take the package manager this long.
+constexpr std::chrono::milliseconds PackageManagerTimeout = 15min;
+
+QStringList toLocalFiles(const QStringList &fileUrls)
+{
+    QStringList files;
+    files.reserve(fileUrls.size());
+    std::transform(fileUrls.cbegin(), fileUrls.cend(), std::back_inserter(files),
+                   [](const QString &fileUrl) { return QUrl::fromUserInput(fileUrl).toLocalFile(); });
+    return files;
+}
+
+}
+
+InstallationHandler::InstallationHandler(QObject *parent)
+    : QObject(parent)
+    , m_transactionView(nullptr)
+    , m_launcherModel(BusNames::LauncherModel::Service, BusNames::LauncherModel::Path,
+                      BusNames::LauncherModel::Interface, QDBusConnection::sessionBus())
+    , m_developerMode(BusNames::DeveloperMode::Service, BusNames::DeveloperMode::Path,
+                      BusNames::DeveloperMode::Interface, QDBusConnection::systemBus())
+    , m_packageManager(BusNames::PackageManager::Service, BusNames::PackageManager::Path,
+                       BusNames::PackageManager::Interface, QDBusConnection::systemBus())
+    , m_hooks(BusNames::Hooks::Service, BusNames::Hooks::Path,
+              BusNames::Hooks::Interface, QDBusConnection::systemBus())
+{
+    registerZarnPackage();
+    m_packageManager.setTimeout(static_cast<int>(PackageManagerTimeout.count()));
+
+    m_idleTimer.setInterval(IdleTimeout);
+    m_idleTimer.setSingleShot(true);
+    connect(&m_idleTimer, &QTimer::timeout, QCoreApplication::instance(), &QCoreApplication::quit);
+    m_idleTimer.start();
+
+    connect(&m_transactionView, &TransactionView::needConfirm, this, &InstallationHandler::needConfirm);
+}
+
+void InstallationHandler::setEngine(QQmlEngine *engine)
+{
+    m_transactionView.setEngine(engine);
+}
+
+void InstallationHandler::installFiles(const QStringList &fileUrls, bool sdkMode, bool keepUserdata)
+{
+    Q_UNUSED(keepUserdata)
+
+    auto transaction = new InstallPackageTransaction(toLocalFiles(fileUrls), sdkMode);
+    // In this order: the outcome is on the bus before the transaction is released.
+    connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::installFinished);
+    connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::transactionFinished);
+    transaction->setDeveloperModeInterface(&m_developerMode);
+    transaction->setPackageManagerInterface(&m_packageManager);
+    m_pendingTransactions.append(transaction);
+
+    if (!m_transactionView.isVisible()) {
+        processNextTransaction();
+    }
+}
+
+void InstallationHandler::transactionFinished(bool success, const QString &errorString,
+                                              InstallPackageTransaction *transaction)
+{
+    Q_UNUSED(success)
+    Q_UNUSED(errorString)
+
+    transaction->disconnect();
+    transaction->deleteLater();
+    endTransaction();
+    processNextTransaction();
+}
+
+void InstallationHandler::processNextTransaction()
+{
+    if (!m_pendingTransactions.isEmpty()) {
+        ++m_transactionCount;
+        m_idleTimer.stop();
+        InstallTransaction *transaction = m_pendingTransactions.takeFirst();
+        transaction->setTransactionView(&m_transactionView);
+        transaction->start();
+    }
+    // The transaction may have finished inside its start() and others with it:
+    // what counts is the state now.
+    updateIdleTimer();
+}
+
+void InstallationHandler::endTransaction()
+{
+    --m_transactionCount;
+    if (m_transactionCount < 0) {
+        qWarning() << "Transaction count out of sync!";
+        m_transactionCount = 0;
+    }
+    updateIdleTimer();
+}
+
+void InstallationHandler::updateIdleTimer()
+{
+    if (m_transactionCount != 0 || !m_pendingTransactions.isEmpty()) {
+        m_idleTimer.stop();
+    } else {
+        m_idleTimer.start();
+    }
+}

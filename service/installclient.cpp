@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "installclient.h"
+
+#include "busnames.h"
+
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDebug>
+
+int requestInstallation(const char *file)
+{
+    QDBusInterface service(BusNames::InstallationHandler::Service, BusNames::InstallationHandler::Path,
+                           BusNames::InstallationHandler::Interface, QDBusConnection::sessionBus());
+
+    // One plain string, although the service's method takes a list: that is
+    // how this client has always asked, see "Known behaviour" in the README.
+    const QDBusError error(service.call(QStringLiteral("installFiles"), QString::fromUtf8(file)));
+    if (error.isValid()) {
+        // The compilers spell Q_FUNC_INFO differently; the log does not.
+        qWarning() << "int main(int, char**)" << "failed to request file installation:";
+        return 1;
+    }
+    return 0;
+}
