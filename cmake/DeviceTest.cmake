@@ -1,0 +1,37 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+
+# Tests that run on a device in a sandbox, where the product of this build is installed at its real absolute paths.
+# Including this file adds the test "stage", which installs the build for all of them.
+
+include_guard(GLOBAL)
+
+set(VELMORA_STAGE "${CMAKE_BINARY_DIR}/stage")
+
+add_test(NAME stage
+    COMMAND "${CMAKE_COMMAND}" "-DBUILD=${CMAKE_BINARY_DIR}" "-DSTAGE=${VELMORA_STAGE}"
+        -P "${CMAKE_CURRENT_LIST_DIR}/Stage.cmake")
+set_tests_properties(stage PROPERTIES FIXTURES_SETUP stage TIMEOUT 120)
+
+# add_device_test(NAME <name> COMMAND <program or target> [<argument>...] [TIMEOUT <seconds>] [LABELS <label>...])
+#
+# The program sees the project and the build folder read-only, starts its own buses, and passes with exit status 0.
+# Without TIMEOUT it may take 120 seconds.
+function(add_device_test)
+    cmake_parse_arguments(PARSE_ARGV 0 TEST "" "NAME;TIMEOUT" "COMMAND;LABELS")
+    if(TEST_UNPARSED_ARGUMENTS OR NOT TEST_NAME OR NOT TEST_COMMAND)
+        message(FATAL_ERROR "add_device_test: NAME and COMMAND are needed; not understood: ${TEST_UNPARSED_ARGUMENTS}")
+    endif()
+    if(NOT TEST_TIMEOUT)
+        set(TEST_TIMEOUT 120)
+    endif()
+    list(POP_FRONT TEST_COMMAND program)
+    if(TARGET "${program}")
+        set(program "$<TARGET_FILE:${program}>")
+    endif()
+    add_test(NAME "${TEST_NAME}"
+        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}" --show "${CMAKE_BINARY_DIR}" --no-buses
+            -- "${program}" ${TEST_COMMAND})
+    set_tests_properties("${TEST_NAME}" PROPERTIES
+        FIXTURES_REQUIRED stage TIMEOUT "${TEST_TIMEOUT}" LABELS "${TEST_LABELS}")
+endfunction()
