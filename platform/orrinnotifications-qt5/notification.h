@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/**
+ * A notification to the user.
+ *
+ * Set it up, publish() it and throw the object away: what was published stays with the
+ * desktop's notification service.
+ */
+class Notification : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** How pressing the matter is; the values are those of the desktop's notification service. */
+    enum Urgency {
+        Low = 0,
+        Normal = 1,
+        Critical = 2,
+    };
+
+    /** An empty notification of normal urgency that is not transient. */
+    explicit Notification(QObject *parent = nullptr);
+
+    void setUrgency(Urgency urgency);
+
+    /** A transient notification isn't kept once it has been shown. */
+    void setIsTransient(bool isTransient);
+
+    /** An icon's name in the icon theme, or its path. */
+    void setAppIcon(const QString &appIcon);
+
+    QString body() const;
+    void setBody(const QString &body);
+
+    /**
+     * Hands the notification to org.freedesktop.Notifications on the session bus.
+     *
+     * Returns at once and never waits for that service; the notification is lost, in
+     * silence, where the service or the bus is absent.
+     */
+    void publish();
+
+private:
+    Urgency m_urgency = Normal;
+    bool m_isTransient = false;
+    QString m_appIcon;
+    QString m_body;
+};

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/**
+ * Names the operating system to its user.
+ */
+class AboutSettings : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit AboutSettings(QObject *parent = nullptr);
+
+    /**
+     * The operating system's name for people, without its version.
+     *
+     * This is NAME of /etc/os-release, read at each call; the kernel's name where
+     * that file doesn't tell.
+     */
+    QString baseOperatingSystemName() const;
+};

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "accesspolicy.h"
+
+#include <QDebug>
+#include <QFile>
+
+#include <glib.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+constexpr int sizeLimit = 64 * 1024;
+
+/// The policy's answer. A problem that isn't empty says why there is none to be had.
+struct Finding
+{
+    bool enabled;
+    QString problem;
+};
+
+Finding unusable(const QString &problem)
+{
+    return {false, problem};
+}
+
+Finding evaluateValue(const char *value)
+{
+    const QByteArray word(value);
+    if (word == "true") {
+        return {true, {}};
+    }
+    if (word == "false") {
+        return {false, {}};
+    }
+    return unusable(QStringLiteral("InstallationEnabled is neither true nor false"));
+}
+
+Finding evaluateText(const QByteArray &text)
+{
+    // GLib takes a line that begins with a zero byte for an empty one, so a file that
+    // a crash left full of zeros would pass for a policy without restrictions.
+    if (!g_utf8_validate(text.constData(), text.size(), nullptr)) {
+        return unusable(QStringLiteral("not UTF-8 text"));
+    }
+
+    g_autoptr(GKeyFile) keys = g_key_file_new();
+    g_autoptr(GError) error = nullptr;
+    if (!g_key_file_load_from_data(keys, text.constData(), gsize(text.size()), G_KEY_FILE_NONE, &error)) {
+        return unusable(QString::fromUtf8(error->message));
+    }
+
+    // GLib's own idea of a boolean would let 1 and 0 pass.
+    g_autofree gchar *value = g_key_file_get_value(keys, "Applications", "InstallationEnabled", nullptr);
+    return value ? evaluateValue(g_strchomp(value)) : Finding{true, {}};
+}
+
+Finding evaluateFile(QFile &file)
+{
+    struct stat status;
+    if (fstat(file.handle(), &status) == -1) {
+        return unusable(qt_error_string(errno));
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return unusable(QStringLiteral("not a regular file"));
+    }
+
+    const QByteArray text = file.read(sizeLimit + 1);
+    if (file.error() != QFileDevice::NoError) {
+        return unusable(file.errorString());
+    }
+    if (text.size() > sizeLimit) {
+        return unusable(QStringLiteral("larger than 64 KiB"));
+    }
+    return evaluateText(text);
+}
+
+/// A link that leads nowhere isn't absent: somebody meant a policy to be there.
+bool isAbsent(const QByteArray &path)
+{
+    struct stat status;
+    return lstat(path.constData(), &status) == -1 && errno == ENOENT;
+}
+
+Finding evaluatePath(const QByteArray &path)
+{
+    // Opening a pipe waits for a writer unless told not to.
+    const int descriptor = open(path.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor == -1) {
+        const int reason = errno;
+        return isAbsent(path) ? Finding{true, {}} : unusable(qt_error_string(reason));
+    }
+
+    QFile file;
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        return unusable(file.errorString());
+    }
+    return evaluateFile(file);
+}
+
+} // namespace
+
+namespace Velmora {
+
+AccessPolicy::AccessPolicy(QObject *parent)
+    : AccessPolicy(QStringLiteral("/etc/velmora/access-policy.conf"), parent)
+{
+}
+
+AccessPolicy::AccessPolicy(const QString &path, QObject *parent)
+    : QObject(parent)
+    , m_path(path)
+{
+}
+
+bool AccessPolicy::applicationInstallationEnabled() const
+{
+    const Finding finding = evaluatePath(QFile::encodeName(m_path));
+    if (!finding.problem.isEmpty()) {
+        qWarning() << "Installation is disabled because of the access policy" << m_path << "-" << finding.problem;
+    }
+    return finding.enabled;
+}
+
+} // namespace Velmora
