@@ -1,0 +1,26 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Names of the stand-ins and of the interface that controls them."""
+
+from pathlib import Path
+
+CONTROL_INTERFACE = 'org.velmoraos.simulator.Control'
+CONTROL_PATH = '/org/velmoraos/simulator'
+
+# The bus on which a stand-in lives, for each stand-in there is.
+BUSES = {
+    'developer-mode': 'system',
+    'mce': 'system',
+    'notifications': 'session',
+    'package-manager': 'system',
+}
+
+
+def control_name(standin):
+    """The well-known name that stays on the bus while the public name has vanished."""
+    return 'org.velmoraos.simulator.' + ''.join(word.title() for word in standin.split('-'))
+
+
+def template_file(standin):
+    """The dbusmock template that describes the stand-in."""
+    return Path(__file__).parent.parent / 'templates' / (standin.replace('-', '') + '.py')
