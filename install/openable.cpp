@@ -3,24 +3,15 @@
 
 #include "openable.h"
 
-#include <rpm/rpmurl.h>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-// librpm takes more than plain paths; this is the file that it will open.
-const char *openedFile(const char *path)
+bool isTerminal(const char *path)
 {
-    const char *file = nullptr;
-    return urlPath(path, &file) == URL_IS_DASH ? "/dev/stdin" : file;
-}
-
-bool isTerminal(const char *file)
-{
-    const int fd = open(file, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    const int fd = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (fd < 0) {
         return false;
     }
@@ -33,10 +24,10 @@ bool isTerminal(const char *file)
 
 bool opensWithoutBlocking(const QByteArray &path)
 {
-    const char *file = openedFile(path.constData());
     struct stat status;
-    if (stat(file, &status) != 0) {
+    if (stat(path.constData(), &status) != 0) {
         return true;
     }
-    return !S_ISFIFO(status.st_mode) && !S_ISSOCK(status.st_mode) && !(S_ISCHR(status.st_mode) && isTerminal(file));
+    return !S_ISFIFO(status.st_mode) && !S_ISSOCK(status.st_mode)
+        && !(S_ISCHR(status.st_mode) && isTerminal(path.constData()));
 }

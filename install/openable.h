@@ -10,6 +10,7 @@
  * a terminal, which wait for somebody at the other end. A file that does not
  * exist, or that may not be opened, does not block.
  *
- * path: as librpm takes it, a path or a URL, UTF-8; "-" is the standard input.
+ * path: UTF-8, as the file system takes it, like librpm's Fopen(): a URL or "-"
+ * is the name of a file like any other.
  */
 bool opensWithoutBlocking(const QByteArray &path);
