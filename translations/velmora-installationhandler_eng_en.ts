@@ -1,0 +1,46 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!--
+SPDX-FileCopyrightText: velmora-installationhandler contributors
+SPDX-License-Identifier: BSD-3-Clause
+-->
+<TS version="2.1" language="en">
+<context>
+    <name></name>
+    <message id="installationhandler-application_installation_disallowed">
+        <source>Installing applications is disabled by the %1 device policy</source>
+        <extracomment>Notification shown when the device&apos;s policy forbids the user to install applications %1 is the operating system&apos;s name</extracomment>
+        <translation>Installing applications is disabled by the %1 device policy</translation>
+    </message>
+    <message id="installationhandler-bt-cancel">
+        <source>Cancel</source>
+        <extracomment>Button that closes the dialog without installing anything; as short as possible</extracomment>
+        <translation>Cancel</translation>
+    </message>
+    <message id="installationhandler-bt-install">
+        <source>Install</source>
+        <extracomment>Button that starts the installation; as short as possible</extracomment>
+        <translation>Install</translation>
+    </message>
+    <message id="installationhandler-he-install_app">
+        <source>Install this app?</source>
+        <extracomment>Heading of the dialog that asks whether a package file is to be installed</extracomment>
+        <translation>Install this app?</translation>
+    </message>
+    <message id="installationhandler-la-show_path">
+        <source>Shows the whole path of the package file</source>
+        <extracomment>Spoken by screen readers for the shortened path of the package file, which can be pressed</extracomment>
+        <translation>Shows the whole path of the package file</translation>
+    </message>
+    <message id="installationhandler-la-untrusted_source">
+        <source>This app does not come from the store. Install it only if you trust its source.</source>
+        <extracomment>Warning below the details of a package that the user got elsewhere than in the app store</extracomment>
+        <translation>This app does not come from the store. Install it only if you trust its source.</translation>
+    </message>
+    <message id="installationhandler-user-aborted">
+        <source>The user cancelled the installation</source>
+        <extracomment>Outcome of an installation that the user declined in the confirmation dialog</extracomment>
+        <translation>The user cancelled the installation</translation>
+    </message>
+</context>
+</TS>
