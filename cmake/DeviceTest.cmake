@@ -13,6 +13,12 @@ add_test(NAME stage
         -P "${CMAKE_CURRENT_LIST_DIR}/Stage.cmake")
 set_tests_properties(stage PROPERTIES FIXTURES_SETUP stage TIMEOUT 120)
 
+# Coverage is counted in files beside the objects.
+set(VELMORA_SHOW_BUILD --show)
+if(CMAKE_CXX_FLAGS MATCHES "--coverage")
+    set(VELMORA_SHOW_BUILD --writable)
+endif()
+
 # add_device_test(NAME <name> COMMAND <program or target> [<argument>...] [TIMEOUT <seconds>] [LABELS <label>...])
 #
 # The program sees the project and the build folder read-only, starts its own buses, and passes with exit status 0.
@@ -30,8 +36,8 @@ function(add_device_test)
         set(program "$<TARGET_FILE:${program}>")
     endif()
     add_test(NAME "${TEST_NAME}"
-        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}" --show "${CMAKE_BINARY_DIR}" --no-buses
-            -- "${program}" ${TEST_COMMAND})
+        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}"
+            ${VELMORA_SHOW_BUILD} "${CMAKE_BINARY_DIR}" --no-buses -- "${program}" ${TEST_COMMAND})
     set_tests_properties("${TEST_NAME}" PROPERTIES
         FIXTURES_REQUIRED stage TIMEOUT "${TEST_TIMEOUT}" LABELS "${TEST_LABELS}")
 endfunction()
