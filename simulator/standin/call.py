@@ -7,6 +7,8 @@ import time
 import dbus
 import dbus.lowlevel
 
+from .values import in_variant, plain
+
 
 class Call:
     """A received call: who sent what and when, and the ways to answer it.
@@ -68,27 +70,3 @@ class _AnsweringConnection:
 
     def __getattr__(self, name):
         return getattr(self._connection, name)
-
-
-def in_variant(value):
-    """The same D-Bus value with one more level of variant around it."""
-    if isinstance(value, (dbus.Array, dbus.Dictionary)):
-        return type(value)(value, signature=value.signature, variant_level=value.variant_level + 1)
-    if isinstance(value, dbus.Struct):
-        return dbus.Struct(value, signature=value.signature, variant_level=value.variant_level + 1)
-    return type(value)(value, variant_level=value.variant_level + 1)
-
-
-def plain(value):
-    """A D-Bus value as a person writes it."""
-    if isinstance(value, dbus.Boolean):
-        return 'true' if value else 'false'
-    if isinstance(value, str):
-        return repr(str(value))
-    if isinstance(value, dict):
-        return '{' + ', '.join(f'{plain(key)}: {plain(item)}' for key, item in value.items()) + '}'
-    if isinstance(value, tuple):
-        return '(' + ', '.join(plain(item) for item in value) + ')'
-    if isinstance(value, (list, bytes)):
-        return '[' + ', '.join(plain(item) for item in value) + ']'
-    return str(value)

@@ -8,6 +8,7 @@ import dbus.service
 from .names import CONTROL_INTERFACE, CONTROL_PATH
 from .parameters import ParameterError
 from .plans import Death, FixedAnswer, Hanging, Refusal
+from .values import out_of_variant
 
 ERROR = 'org.velmoraos.simulator.Error.'
 
@@ -15,6 +16,11 @@ ERROR = 'org.velmoraos.simulator.Error.'
 def operation(in_signature='', out_signature=''):
     """Exports a method on the control interface."""
     return dbus.service.method(CONTROL_INTERFACE, in_signature=in_signature, out_signature=out_signature)
+
+
+def members(values):
+    """Values of any types, which the control interface can only take in a variant each."""
+    return [out_of_variant(value) for value in values]
 
 
 class Control(dbus.service.Object):
@@ -55,7 +61,7 @@ class Control(dbus.service.Object):
     @operation('ssavu')
     def Answer(self, method, signature, values, times):
         """Calls of the method are answered with these values, in just this signature."""
-        self._plan(method, FixedAnswer(signature, values, times))
+        self._plan(method, FixedAnswer(signature, members(values), times))
 
     @operation('su')
     def Hang(self, method, times):
@@ -111,7 +117,7 @@ class Control(dbus.service.Object):
     @operation('ossssav')
     def Emit(self, path, interface, member, destination, signature, values):
         """Sends a signal of any kind, to everybody when the destination is empty."""
-        self._standin.emit(path, interface, member, destination, signature, values)
+        self._standin.emit(path, interface, member, destination, signature, members(values))
 
     @operation('', 'a(xsosssav)')
     def Calls(self):

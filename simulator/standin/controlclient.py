@@ -5,13 +5,14 @@
 from gi.repository import Gio, GLib
 
 from .names import CONTROL_INTERFACE, CONTROL_PATH, control_name
+from .remoteerror import RemoteError
 from .seencall import SeenCall
 
 TIMEOUT_MS = 20000
 
 
 class ControlClient:
-    """Directs one stand-in. What the stand-in does not understand raises GLib.Error."""
+    """Directs one stand-in. What the stand-in does not understand raises RemoteError."""
 
     def __init__(self, connection, standin):
         """`connection` is a Gio.DBusConnection to the bus of the stand-in."""
@@ -96,8 +97,11 @@ class ControlClient:
         return self._reply(operation, GLib.Variant(signature, arguments)).unpack()
 
     def _reply(self, operation, arguments):
-        return self._connection.call_sync(self._name, CONTROL_PATH, CONTROL_INTERFACE, operation, arguments, None,
-                                          Gio.DBusCallFlags.NO_AUTO_START, TIMEOUT_MS, None)
+        try:
+            return self._connection.call_sync(self._name, CONTROL_PATH, CONTROL_INTERFACE, operation, arguments, None,
+                                              Gio.DBusCallFlags.NO_AUTO_START, TIMEOUT_MS, None)
+        except GLib.Error as error:
+            raise RemoteError(error) from None
 
 
 def _members(values):

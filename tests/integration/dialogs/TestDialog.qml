@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+import QtQuick 2.15
+import QtQuick.Window 2.15
+import "dialognumber.js" as DialogNumber
+
+// What all variants have in common: a number, and a line in the log when it is shown.
+Window {
+    readonly property int number: DialogNumber.next()
+
+    signal requestInstall()
+    signal dismissed()
+    signal shown()
+
+    onVisibleChanged: {
+        if (visible) {
+            console.log("dialog", number, "shows", JSON.stringify(
+                { name: rpmInfo.name, version: rpmInfo.version, summary: rpmInfo.summary, fileName: rpmInfo.fileName }))
+            Qt.callLater(shown)
+        }
+    }
+}

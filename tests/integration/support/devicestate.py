@@ -1,0 +1,51 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""What a test may change on the device, besides its buses."""
+
+import shutil
+import subprocess
+from pathlib import Path
+
+POLICY_FILE = Path('/etc/velmora/access-policy.conf')
+EMULATOR_MARKER = Path('/etc/velmoraos-emulator')
+INIT = 'sandbox/init'
+
+
+def is_device():
+    """Whether this machine is a device in a sandbox: its first process says so."""
+    return INIT in Path('/proc/1/cmdline').read_text(encoding='utf-8')
+
+
+class DeviceState:
+    """The device's policy, emulator marker, HOME and installed packages."""
+
+    def __init__(self, home):
+        self.home = home
+        self.reset()
+
+    def reset(self):
+        """As new."""
+        if POLICY_FILE.parent.exists():
+            shutil.rmtree(POLICY_FILE.parent)
+        EMULATOR_MARKER.unlink(missing_ok=True)
+        packages = self.packages()
+        if packages:
+            subprocess.run(['rpm', '-e', '--nodeps', '--noscripts', '--allmatches', *packages], check=True,
+                           capture_output=True)
+
+    def set_policy(self, text):
+        """Writes the access policy; None removes it."""
+        POLICY_FILE.parent.mkdir(parents=True, exist_ok=True)
+        if text is None:
+            POLICY_FILE.unlink(missing_ok=True)
+        else:
+            POLICY_FILE.write_text(text, encoding='utf-8')
+
+    def mark_as_emulator(self):
+        """The device is an emulator from now on."""
+        EMULATOR_MARKER.touch()
+
+    def packages(self):
+        """The names of the installed RPM packages."""
+        query = subprocess.run(['rpm', '-qa', '--queryformat', '%{NAME}\n'], check=True, capture_output=True, text=True)
+        return query.stdout.split()

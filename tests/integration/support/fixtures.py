@@ -1,0 +1,159 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The fixtures: a fresh pair of buses, HOME and device state for each test, and programs started on demand."""
+
+from functools import partial
+
+import pytest
+from packages import build_package
+
+from .bus import SESSION_ADDRESS, Bus
+from .client import Client
+from .devicestate import DeviceState, is_device
+from .dialog import Dialog
+from .processes import Processes
+from .screen import Screen
+from .service import Service
+from .signalrecorder import SignalRecorder
+from .standins import StandIns
+from .traffic import Traffic
+
+PROCESSES = pytest.StashKey[Processes]()
+
+
+def pytest_sessionstart():
+    """Keeps the tests from changing the machine they run on."""
+    if not is_device():
+        pytest.exit('These tests run on a device in a sandbox only: '
+                    'sandbox/device --stage STAGE --no-buses -- /usr/bin/python3 -m pytest FILE', returncode=4)
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_makereport(item):
+    """Shows what every process said when a test fails."""
+    outcome = yield
+    report = outcome.get_result()
+    if report.failed and PROCESSES in item.stash:
+        for process in item.stash[PROCESSES].all:
+            state = 'runs' if process.alive else f'ended with {process.returncode}'
+            report.sections.append((f'{process.name} ({process.pid}, {state})', process.text))
+
+
+@pytest.fixture
+def processes(request):
+    """All processes of the test. None may end unasked, and no sanitizer may complain."""
+    all_processes = Processes()
+    request.node.stash[PROCESSES] = all_processes
+    yield all_processes
+    try:
+        all_processes.run_pending()
+        all_processes.check_alive()
+    finally:
+        all_processes.stop()
+    assert not all_processes.sanitizer_reports()
+
+
+@pytest.fixture
+def device(tmp_path):
+    """The device's own state, as new."""
+    home = tmp_path / 'home'
+    home.mkdir()
+    state = DeviceState(home)
+    yield state
+    state.reset()
+
+
+@pytest.fixture
+def environment(device):
+    """What all programs of the session see."""
+    return {
+        'HOME': str(device.home),
+        'DBUS_SESSION_BUS_ADDRESS': SESSION_ADDRESS,
+        'QT_QPA_PLATFORM': 'offscreen',
+        'QT_QUICK_BACKEND': 'software',
+        'QT_FORCE_STDERR_LOGGING': '1',
+        'QT_MESSAGE_PATTERN': '%{type} %{category}: %{message}',
+    }
+
+
+@pytest.fixture
+def system_bus(processes):
+    """A fresh system bus."""
+    return Bus.system(processes)
+
+
+@pytest.fixture
+def session_bus(processes, environment):
+    """A fresh session bus."""
+    return Bus.session(processes, environment)
+
+
+@pytest.fixture
+def standins(processes, system_bus, session_bus, environment):
+    """The stand-ins, none of which runs yet. Calls that no stand-in offers fail the test."""
+    all_standins = StandIns(processes, system_bus, session_bus, environment)
+    yield all_standins
+    processes.run_pending()
+    assert not all_standins.unexpected()
+
+
+@pytest.fixture
+def platform(standins):
+    """All stand-ins, running."""
+    return standins.start_all()
+
+
+@pytest.fixture
+def program(processes, system_bus, session_bus, environment):
+    """The service, not started yet."""
+    return Service(processes, session_bus, system_bus, environment)
+
+
+@pytest.fixture
+def service(program):
+    """The service, running. It has to be alive at the end of the test unless its exit was waited for."""
+    return program.start()
+
+
+@pytest.fixture
+def client(session_bus, processes):
+    """A client on the session bus."""
+    return Client(session_bus.connection, processes)
+
+
+@pytest.fixture
+def signals(session_bus, processes):
+    """Everything that the service announces from now on."""
+    return SignalRecorder(session_bus.connection, processes)
+
+
+@pytest.fixture
+def system_traffic(system_bus, processes):
+    """Everything that goes over the system bus from now on."""
+    return Traffic(system_bus, processes)
+
+
+@pytest.fixture
+def session_traffic(session_bus, processes):
+    """Everything that goes over the session bus from now on."""
+    return Traffic(session_bus, processes)
+
+
+@pytest.fixture
+def dialog(program, tmp_path):
+    """The choice of another dialog, and answers to it."""
+    chosen = Dialog(program, tmp_path / 'installed-dialog')
+    yield chosen
+    chosen.restore()
+
+
+@pytest.fixture
+def screen(processes):
+    """A display with keyboard and pointer; start the service with `program.start(environment=screen.environment())`."""
+    return Screen(processes)
+
+
+@pytest.fixture
+def package(tmp_path):
+    """Builds a package file of a name: packages.build_package with the folder given."""
+    return partial(build_package, tmp_path / 'packages')

@@ -1,0 +1,82 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""All processes of a test, and waiting for what they do."""
+
+import os
+import signal
+
+from gi.repository import GLib
+
+from .process import Process
+
+DEADLINE_S = 20
+SANITIZER_REPORTS = ('ERROR: AddressSanitizer', 'ERROR: LeakSanitizer', 'AddressSanitizer:DEADLYSIGNAL', 'runtime error:')
+
+
+class WaitFailed(AssertionError):
+    """Something did not happen in time, or cannot happen any more."""
+
+
+class Processes:
+    """Starts the processes of one test and notices when one of them ends unasked."""
+
+    def __init__(self):
+        self.all = []
+
+    def start(self, name, arguments, environment=None):
+        """Starts a program, in the environment of the tests plus the given variables."""
+        process = Process(name, [str(argument) for argument in arguments], {**os.environ, **(environment or {})})
+        self.all.append(process)
+        return process
+
+    def wait_until(self, condition, what, seconds=DEADLINE_S):
+        """Runs the main loop until the condition holds; fails at the deadline or when a process has died."""
+        if not self.happens(condition, seconds, what):
+            raise WaitFailed(f'not within {seconds} s: {what}')
+
+    def happens(self, condition, seconds, what='nothing in particular'):
+        """Runs the main loop until the condition holds (true) or the time is over (false)."""
+        expired = []
+        timer = GLib.timeout_add(int(seconds * 1000), lambda: expired.append(True) or GLib.SOURCE_CONTINUE)
+        try:
+            while not condition():
+                self.check_alive(what)
+                if expired:
+                    return False
+                GLib.MainContext.default().iteration(True)
+        finally:
+            GLib.source_remove(timer)
+        return True
+
+    def run_pending(self):
+        """Takes in what has arrived already."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+
+    def wait_end(self, process, seconds=DEADLINE_S):
+        """Waits until a process has ended and returns its exit status, negative for a signal."""
+        process.end_awaited = True
+        self.wait_until(lambda: not process.alive, f'end of {process.name}', seconds)
+        return process.returncode
+
+    def kill(self, process):
+        """Ends a process without giving it a chance to say anything."""
+        process.send_signal(signal.SIGKILL)
+        self.wait_end(process)
+
+    def check_alive(self, what='the end of the test'):
+        """Fails when a process has ended that nobody expected to."""
+        for process in self.all:
+            if not process.alive and not process.end_awaited:
+                process.end_awaited = True
+                raise WaitFailed(f'{process.name} ended with {process.returncode} while waiting for {what}')
+
+    def stop(self):
+        """Ends all processes, the last started first."""
+        for process in reversed(self.all):
+            process.stop()
+
+    def sanitizer_reports(self):
+        """Lines in which a sanitizer complains."""
+        return [f'{process.name}: {line}' for process in self.all for line in process.lines()
+                if any(report in line for report in SANITIZER_REPORTS)]
