@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "journal.h"
+#include "messagelog.h"
+#include "recordingpeer.h"
+#include "testdialog.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QQmlEngine;
+
+/**
+ * What every test of an installation needs: one peer that is the package
+ * manager, the developer mode and MCE, and answers all of them kindly; a dialog
+ * that the test answers; and a journal of all that happens. Tests derive from
+ * it, and call setUp() and tearDown() in their init() and cleanup().
+ */
+class InstallationScene : public QObject
+{
+    Q_OBJECT
+
+protected:
+    InstallationScene();
+    ~InstallationScene() override;
+
+    void setUp();
+    void tearDown();
+
+    /** An engine that lasts until tearDown(). One engine never loads the dialog's file twice. */
+    QQmlEngine *makeEngine();
+
+    /** Ends what the peer was, if need be, and lets a new one answer kindly. */
+    void startPeer();
+
+    /** What everybody has sent up to now has arrived. False when the peer has gone. */
+    static bool settle();
+
+    void note(const QString &entry) { m_journal.add(entry); }
+    QStringList entries() const { return m_journal.entries(); }
+
+    /** The path of a good package, "plain" or "translated". */
+    static QString packageFile(const QString &name);
+
+    /** Journal entries. */
+    static QString beginRequest(const QString &name);
+    static QString endRequest(const QString &name, int linger);
+    static QString silenceQuery();
+    static QString installCall(const QString &path);
+    static QString readLine(const QString &name);
+
+    /** Notes "dialog shown full screen" and "dialog destroyed". */
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    Journal m_journal;
+    std::optional<TestDialog> m_dialog;
+    std::unique_ptr<RecordingPeer> m_peer;
+
+private:
+    std::optional<MessageLog> m_log;
+    std::vector<std::unique_ptr<QQmlEngine>> m_engines;
+};

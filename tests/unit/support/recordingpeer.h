@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QMetaType>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class Journal;
+
+/** What a peer does with a call: it answers, or it doesn't. */
+struct PeerAnswer
+{
+    enum class Kind { Values, Error, Held, Death };
+
+    /** Answers with values in GLib's text format for a tuple, for example "(true,)" or "('text', int64 5)". */
+    static PeerAnswer values(const QByteArray &text = QByteArrayLiteral("()"));
+
+    /** Answers with an error. */
+    static PeerAnswer error(const QByteArray &name, const QByteArray &message = {});
+
+    /** Doesn't answer until RecordingPeer::answerHeld(). */
+    static PeerAnswer held();
+
+    /** Leaves the bus without an answer. */
+    static PeerAnswer death();
+
+    /** Runs an action before the answer, in the peer's thread, while the caller waits. */
+    PeerAnswer after(const std::function<void()> &preparation) const;
+
+    Kind kind = Kind::Values;
+    QByteArray text;
+    QByteArray errorName;
+    std::function<void()> preparation;
+};
+
+Q_DECLARE_METATYPE(PeerAnswer)
+
+/**
+ * Another participant of the bus: notes every call that it receives in a
+ * journal, word for word, for example
+ *
+ *     ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Install('/tmp/a.rpm', @a{sv} {})
+ *
+ * (the name that was called, object, interface and member, and the arguments in
+ * GLib's text format, which shows their types), and answers as it was told. It
+ * answers in a thread of its own, so it may be called, blocking, by the code
+ * under test. Introspection and pings are answered, but not noted: they are the
+ * bus library's. Calls of members that it wasn't told of are noted and refused.
+ */
+class RecordingPeer
+{
+public:
+    /** Joins the bus at address and owns names there. */
+    RecordingPeer(const QString &address, const QStringList &names, Journal *journal);
+
+    /** Leaves the bus. */
+    ~RecordingPeer();
+
+    /** The answers to the next calls of a member, one after the other, the last one for all further calls too. */
+    void answer(const QString &member, const QList<PeerAnswer> &answers);
+    void answer(const QString &member, const PeerAnswer &answer);
+
+    /** Calls of a member are no longer noted. */
+    void overlook(const QString &member);
+
+    /** Answers the call that has been held for longest; false when there is none. */
+    bool answerHeld(const PeerAnswer &answer);
+
+    /** Emits a signal with arguments in GLib's text format. */
+    void emitSignal(const QString &path, const QString &interface, const QString &member, const QByteArray &arguments);
+
+private:
+    Q_DISABLE_COPY_MOVE(RecordingPeer)
+
+    class Post;
+
+    std::shared_ptr<Post> m_post;
+};
