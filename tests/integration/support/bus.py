@@ -75,11 +75,13 @@ class Bus:
             self.connection.signal_unsubscribe(changes)
 
     def name_of_process(self, pid):
-        """The unique name of a process that is on this bus once."""
+        """The unique name of a process on this bus; None when it is not there, or the bus is not."""
+        if not self.process.alive:
+            return None
         for name in self.ask('ListNames', '()')[0]:
             if name.startswith(':') and self._process_of(name) == pid:
                 return name
-        raise LookupError(f'process {pid} is not on the bus at {self.address}')
+        return None
 
     def _process_of(self, name):
         try:

@@ -116,6 +116,12 @@ def service(program):
 
 
 @pytest.fixture
+def second_program(processes, system_bus, session_bus, environment):
+    """Another process of the service, not started yet."""
+    return Service(processes, session_bus, system_bus, environment)
+
+
+@pytest.fixture
 def client(session_bus, processes):
     """A client on the session bus."""
     return Client(session_bus.connection, processes)

@@ -14,7 +14,6 @@ class Service:
     """The installed program in service mode, started by `start`."""
 
     def __init__(self, processes, session_bus, system_bus, environment):
-        """The buses, a support.bus.Bus each, may be None: then there is none."""
         self.process = None
         self._processes = processes
         self._session_bus = session_bus
@@ -74,7 +73,7 @@ class Service:
         handles that before the introspection. After the second ping everything that the main loop has
         sent in turn has reached its receivers.
         """
-        system_name = self._system_bus and self._system_bus.name_of_process(self.process.pid)
+        system_name = self._system_bus.name_of_process(self.process.pid)
         if system_name:
             self._system_bus.ping(system_name)
         Client(self._session_bus.connection, self._processes).introspect()

@@ -1,0 +1,95 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""What the other tests rely on: that the helpers notice what goes wrong."""
+
+import signal
+import time
+
+import pytest
+from support.client import NAME, PATH
+from support.processes import WaitFailed
+
+
+def test_wait_tells_what_it_waited_for(processes):
+    with pytest.raises(WaitFailed, match='not within 0.1 s: the impossible'):
+        processes.wait_until(lambda: False, 'the impossible', seconds=0.1)
+
+
+def test_wait_ends_when_a_process_dies(processes, service, signals):
+    before = time.monotonic()
+    processes.start('killer', ['/bin/kill', '-SEGV', service.process.pid]).end_awaited = True
+    with pytest.raises(WaitFailed, match=f'service ended with {-signal.SIGSEGV} while waiting for signal needConfirm'):
+        signals.wait('needConfirm')
+    assert time.monotonic() - before < 10
+
+
+def test_last_words_of_a_process_are_kept(processes):
+    process = processes.start('speaker', ['/bin/sh', '-c', 'seq 100000; echo error >&2; printf unfinished'])
+    assert processes.wait_end(process) == 0
+    assert process.lines()[-3:] == ['100000', 'error', 'unfinished']
+    assert len(process.lines()) == 100002
+
+
+@pytest.mark.parametrize('report', ['==7==ERROR: AddressSanitizer: heap-use-after-free on address',
+                                    'a.cpp:3:7: runtime error: signed integer overflow'])
+def test_sanitizer_reports_are_found(processes, report):
+    process = processes.start('sanitized', ['/bin/echo', report])
+    processes.wait_end(process)
+    assert processes.sanitizer_reports() == ['sanitized: ' + report]
+    process.text = ''
+
+
+def test_service_log_is_told_by_level(standins, service, client, package):
+    standins.start('developer-mode')
+    client.install([package('logged')])
+    service.wait_for_log('Unable install')
+    assert service.debugs() == ['RPM Package info: "logged" "1.0" "The application logged"']
+    assert [text.partition(':')[0] for text in service.warnings()] == ['"Unable install package without confirm']
+
+
+def test_barrier_comes_after_what_was_sent_before(standins, service, client, signals, dialog, package):
+    mce = standins.start('mce')
+    dialog.use('Controlled')
+    client.install([package('waiting')])
+    dialog.wait_shown()
+
+    mce.configure('display', 'off')
+    service.barrier()
+
+    assert signals.names() == ['needConfirm', 'installFinished']
+    assert [call.method for call in mce.calls()][-1] == 'notification_end_req'
+
+
+def test_traffic_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_traffic):
+    standins.start('developer-mode', silent_installation=True)
+
+    client.call('installFiles', '(asb)', ['/absent.rpm'], True)
+    signals.wait('installFinished')
+
+    sender = system_bus.name_of_process(service.process.pid)
+    asked, install = system_traffic.calls(sender)
+    assert (asked.destination, asked.path, asked.interface, asked.member, asked.signature) == \
+        ('ru.quon.developermode', '/', 'ru.quon.developermode', 'IsSilentInstallationEnabled', '')
+    assert (install.destination, install.member, install.signature, install.arguments) == \
+        ('ru.quon.ZARN', 'Install', 'sa{sv}', ('/absent.rpm', {}))
+    (error,) = [message for message in system_traffic.messages(kind='error') if message.reply_serial == install.serial]
+    assert error.error_name == 'org.freedesktop.DBus.Error.ServiceUnknown'
+
+
+def test_signals_of_the_service_are_recorded_with_their_types(service, client, signals):
+    client.call('installFiles', '(as)', [])
+    service.barrier()
+    assert signals.all == [('installFinished', 'bs', (True, ''))]
+
+
+def test_dead_service_stays_dead(service, session_bus, client):
+    service.kill()
+    session_bus.wait_owner(NAME, owned=False)
+    with pytest.raises(Exception, match='org.freedesktop.DBus.Error.ServiceUnknown'):
+        client.call('Ping', path=PATH, interface='org.freedesktop.DBus.Peer')
+
+
+def test_device_state_is_fresh(device, environment):
+    assert device.packages() == []
+    assert list(device.home.iterdir()) == []
+    assert environment['HOME'] == str(device.home)
