@@ -17,8 +17,8 @@ def test_wait_tells_what_it_waited_for(processes):
 
 def test_wait_ends_when_a_process_dies(processes, service, signals):
     before = time.monotonic()
-    processes.start('killer', ['/bin/kill', '-SEGV', service.process.pid]).end_awaited = True
-    with pytest.raises(WaitFailed, match=f'service ended with {-signal.SIGSEGV} while waiting for signal needConfirm'):
+    processes.start('killer', ['/bin/kill', '-KILL', service.process.pid]).end_awaited = True
+    with pytest.raises(WaitFailed, match=f'service ended with {-signal.SIGKILL} while waiting for signal needConfirm'):
         signals.wait('needConfirm')
     assert time.monotonic() - before < 10
 
