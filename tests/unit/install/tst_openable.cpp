@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "openable.h"
+#include "processstate.h"
+#include "specialfiles.h"
+
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+class TestOpenable : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void tellsWhatBlocks_data();
+    void tellsWhatBlocks();
+    void goesByThePathAlone();
+    void refusesEvenWithSomebodyAtTheOtherEnd();
+    void takesNoTerminalForItsOwn();
+
+private:
+    SpecialFiles m_files;
+};
+
+void TestOpenable::initTestCase()
+{
+    QFile file(m_files.path(QStringLiteral("file")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QFile secret(m_files.path(QStringLiteral("secret")));
+    QVERIFY(secret.open(QIODevice::WriteOnly));
+    QVERIFY(secret.setPermissions({}));
+    QVERIFY(m_files.makeLink(QStringLiteral("link"), file.fileName()));
+    QVERIFY(m_files.makeLink(QStringLiteral("broken link"), QStringLiteral("/missing")));
+    QVERIFY(m_files.makeLink(QStringLiteral("circle"), QStringLiteral("circle")));
+    QVERIFY(m_files.makeLink(QStringLiteral("link to a terminal"), m_files.terminal()));
+}
+
+void TestOpenable::tellsWhatBlocks_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("opens");
+
+    QTest::newRow("FIFO") << m_files.fifo() << false;
+    QTest::newRow("link to a FIFO") << m_files.linkToFifo() << false;
+    QTest::newRow("socket") << m_files.socket() << false;
+    QTest::newRow("terminal") << m_files.terminal() << false;
+    QTest::newRow("link to a terminal") << m_files.path(QStringLiteral("link to a terminal")) << false;
+    QTest::newRow("maker of terminals") << QStringLiteral("/dev/ptmx") << false;
+
+    for (const char *name : { "file", "secret", "link", "broken link", "circle", "missing", "" }) {
+        QTest::newRow(*name ? name : "folder") << m_files.path(QLatin1String(name)) << true;
+    }
+    QTest::newRow("no path") << QString() << true;
+    QTest::newRow("file as a folder") << m_files.path(QStringLiteral("file/deeper")) << true;
+    QTest::newRow("FIFO as a folder") << m_files.fifo() + QLatin1String("/deeper") << true;
+    QTest::newRow("too long a name") << m_files.path(QString(256, QLatin1Char('x'))) << true;
+    QTest::newRow("too long a path") << QString(5000, QLatin1Char('/')) << true;
+    QTest::newRow("null device") << QStringLiteral("/dev/null") << true;
+    QTest::newRow("zero device") << QStringLiteral("/dev/zero") << true;
+    QTest::newRow("URL of a FIFO") << QLatin1String("file://") + m_files.fifo() << true;
+}
+
+void TestOpenable::tellsWhatBlocks()
+{
+    QFETCH(QString, path);
+    const QStringList openBefore = openFiles();
+    const Deadline deadline;
+    QTEST(opensWithoutBlocking(path.toUtf8()), "opens");
+    QVERIFY2(!deadline.hasPassed(), "waited for somebody at the other end");
+    QCOMPARE(openFiles(), openBefore);
+}
+
+void TestOpenable::goesByThePathAlone()
+{
+    // "-" is a file like any other, whatever the standard input is.
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_files.path(QString())));
+    QVERIFY(opensWithoutBlocking("-"));
+    const bool made = m_files.makeFifo(QStringLiteral("-"));
+    const bool opens = opensWithoutBlocking("-");
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(made);
+    QVERIFY(!opens);
+}
+
+void TestOpenable::refusesEvenWithSomebodyAtTheOtherEnd()
+{
+    const int writer = open(QFile::encodeName(m_files.fifo()).constData(), O_RDWR | O_CLOEXEC);
+    QVERIFY(writer >= 0);
+    const bool opens = opensWithoutBlocking(m_files.fifo().toUtf8());
+    close(writer);
+    QVERIFY(!opens);
+}
+
+void TestOpenable::takesNoTerminalForItsOwn()
+{
+    const QByteArray terminal = m_files.terminal().toUtf8();
+    const pid_t child = fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        // The first terminal that a session's leader opens becomes its own, unless it takes care.
+        setsid();
+        const bool opens = opensWithoutBlocking(terminal);
+        const bool hasTerminal = open("/dev/tty", O_RDONLY) >= 0;
+        _exit(opens || hasTerminal ? 1 : 0);
+    }
+    int status = -1;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 0);
+}
+
+QTEST_GUILESS_MAIN(TestOpenable)
+
+#include "tst_openable.moc"
