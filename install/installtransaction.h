@@ -3,11 +3,16 @@
 
 #pragma once
 
+#include <QMetaType>
 #include <QObject>
 #include <QString>
 
 class InstallPackageTransaction;
 class TransactionView;
+
+// moc registers the signal's argument for queued use only if it knows the type.
+Q_DECLARE_OPAQUE_POINTER(InstallPackageTransaction *)
+Q_DECLARE_METATYPE(InstallPackageTransaction *)
 
 /**
  * One installation request in progress. Whoever creates it owns it, attaches
