@@ -124,6 +124,10 @@ void TransactionViewTest::showsThatNothingCouldBeRead()
     QCOMPARE(TestDialog::window()->property("shown").toString(), QStringLiteral("|||/absent.rpm"));
     QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), beginRequest(QString()),
                                      QStringLiteral("dialog shown full screen")}));
+
+    // Before the package that it shows.
+    m_view->closeWindow();
+    TestDialog::deleteScheduled();
 }
 
 // MCE's answer is waited for, although it says nothing.

@@ -7,8 +7,10 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDebug>
 #include <QEvent>
 #include <QQmlEngine>
+#include <QTest>
 
 namespace {
 
@@ -67,6 +69,15 @@ bool InstallationScene::settle()
     return roundTrip(QDBusConnection::systemBus(), PackageManager);
 }
 
+QStringList InstallationScene::settledEntries(int count)
+{
+    if (!QTest::qWaitFor([&] { return entries().size() >= count; })) {
+        qCritical("Waited in vain for %d entries of the journal", count);
+    }
+    settle();
+    return entries();
+}
+
 QString InstallationScene::packageFile(const QString &name)
 {
     return QStringLiteral(PACKAGE_FILES "/%1.rpm").arg(name);
@@ -99,6 +110,23 @@ QString InstallationScene::readLine(const QString &name)
     return name == QLatin1String("plain")
             ? QStringLiteral(R"(debug: RPM Package info: "plain" "1.2.3" "A plain package")")
             : QStringLiteral(R"(debug: RPM Package info: "translated" "1.0" "Says hello")");
+}
+
+QString InstallationScene::confirmWarning(const QString &reason)
+{
+    return QStringLiteral(R"(warning: "Unable install package without confirm: %1")").arg(reason);
+}
+
+QStringList InstallationScene::asking(const QString &name)
+{
+    return {
+        readLine(name),
+        silenceQuery(),
+        confirmWarning(QStringLiteral("The installation is not running in sdk mode. ")),
+        QStringLiteral("needConfirm"),
+        beginRequest(name),
+        QStringLiteral("dialog shown full screen"),
+    };
 }
 
 bool InstallationScene::eventFilter(QObject *watched, QEvent *event)

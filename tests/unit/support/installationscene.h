@@ -43,6 +43,9 @@ protected:
     /** What everybody has sent up to now has arrived. False when the peer has gone. */
     static bool settle();
 
+    /** The journal when it has as many entries at least, or after 5 seconds, and nothing more is under way. */
+    QStringList settledEntries(int count);
+
     void note(const QString &entry) { m_journal.add(entry); }
     QStringList entries() const { return m_journal.entries(); }
 
@@ -55,6 +58,10 @@ protected:
     static QString silenceQuery();
     static QString installCall(const QString &path);
     static QString readLine(const QString &name);
+    static QString confirmWarning(const QString &reason);
+
+    /** All that happens between taking a file, outside of sdk mode, and the user's answer. */
+    static QStringList asking(const QString &name);
 
     /** Notes "dialog shown full screen" and "dialog destroyed". */
     bool eventFilter(QObject *watched, QEvent *event) override;
