@@ -1,0 +1,35 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""measure [NAME]...: takes these figures, or all, and prints them as one table."""
+
+import os
+import sys
+
+from dbus.mainloop.glib import DBusGMainLoop
+
+DBusGMainLoop(set_as_default=True)
+
+from . import dialog, idle, installation, neighbours, reads, startup  # noqa: E402
+from .figure import table  # noqa: E402
+
+GROUPS = {
+    "startup": startup.figures,
+    "idle": idle.figures,
+    "installation": installation.figures,
+    "read": reads.figures,
+    "dialog": dialog.figures,
+    "neighbours": neighbours.figures,
+}
+
+
+def main(names):
+    os.environ["QT_QPA_PLATFORM"] = "offscreen"
+    rows = []
+    for name in names or GROUPS:
+        for row in GROUPS[name]():
+            rows.append(row)
+            print(f"measured: {row.name}", file=sys.stderr, flush=True)
+    print(table(rows))
+
+
+main(sys.argv[1:])

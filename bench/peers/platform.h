@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QVariantMap>
+
+/** The developer-mode service: silent installation is always allowed. */
+class DeveloperMode : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "ru.quon.developermode")
+
+public:
+    Q_INVOKABLE bool IsSilentInstallationEnabled();
+};
+
+/** The package manager: installs at once, and only in its memory. */
+class PackageManager : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "ru.quon.ZARN")
+
+public:
+    Q_INVOKABLE void Install(const QString &path, const QVariantMap &options);
+
+    /** When each "Install" came in, in microseconds of the monotonic clock; they are forgotten then. */
+    Q_INVOKABLE QList<qlonglong> TakeStamps();
+
+private:
+    QList<qlonglong> m_stamps;
+};
+
+/** The package manager's hooks, which nobody calls here. */
+class Hooks : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "ru.quon.ZARN.Hooks")
+
+public:
+    Q_INVOKABLE void OnRemove(const QString &package);
+};
+
+/** The home screen's launcher model, which does nothing. */
+class LauncherModel : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.orrinmobile.rozzle.LauncherModel")
+
+public:
+    Q_INVOKABLE void updatingFinished(const QString &package);
+};
+
+/** MCE's requests. */
+class MceRequests : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.nokia.mce.request")
+
+public:
+    Q_INVOKABLE QString get_display_status();
+    Q_INVOKABLE void notification_begin_req(const QString &name, int duration, int renewal);
+    Q_INVOKABLE void notification_end_req(const QString &name, int linger);
+
+    /** Turns the display "on" or "off" and tells everybody. */
+    Q_INVOKABLE void TurnDisplay(const QString &state);
+
+private:
+    QString m_state = QStringLiteral("on");
+};

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+/** Microseconds of the monotonic clock. */
+double now();
+
+/** Prints one measurement: which of the programs it belongs to, counted from 0, and its value. */
+void print(int program, double value);
+
+/** Runs the event loop until done() holds; ends the program with a word on what was awaited after 60 seconds. */
+void waitUntil(const std::function<bool()> &done, const QString &what);
+
+/** Ends the program with a word on what went wrong. */
+[[noreturn]] void fail(const QString &what);
