@@ -121,7 +121,7 @@ bool AccessPolicy::applicationInstallationEnabled() const
 {
     const Finding finding = evaluatePath(QFile::encodeName(m_path));
     if (!finding.problem.isEmpty()) {
-        qWarning() << "Installation is disabled because of the access policy" << m_path << "-" << finding.problem;
+        qWarning() << "Access policy" << m_path << "is unusable, installation is disabled:" << finding.problem;
     }
     return finding.enabled;
 }
