@@ -58,33 +58,6 @@ QString describe(GDBusMessage *call)
 
 }
 
-PeerAnswer PeerAnswer::values(const QByteArray &text)
-{
-    return {Kind::Values, text, {}, {}};
-}
-
-PeerAnswer PeerAnswer::error(const QByteArray &name, const QByteArray &message)
-{
-    return {Kind::Error, message, name, {}};
-}
-
-PeerAnswer PeerAnswer::held()
-{
-    return {Kind::Held, {}, {}, {}};
-}
-
-PeerAnswer PeerAnswer::death()
-{
-    return {Kind::Death, {}, {}, {}};
-}
-
-PeerAnswer PeerAnswer::after(const std::function<void()> &action) const
-{
-    PeerAnswer answer = *this;
-    answer.preparation = action;
-    return answer;
-}
-
 // GLib's own thread may still be at work on a call when the peer goes: both
 // hold the post office.
 class RecordingPeer::Post
@@ -96,6 +69,7 @@ public:
     void open(const std::shared_ptr<Post> &self);
     void close();
     void own(const QString &name);
+    void giveUp(const QString &name);
     void receive(GDBusMessage *call);
     void give(const PeerAnswer &answer, MessagePointer call);
 
@@ -107,6 +81,7 @@ public:
     std::vector<MessagePointer> held;
 
 private:
+    void changeName(const QString &name, const char *method, GVariant *arguments);
     PeerAnswer nextAnswer(const QString &member);
     void send(GDBusMessage *message);
 
@@ -174,14 +149,24 @@ void RecordingPeer::Post::close()
 
 void RecordingPeer::Post::own(const QString &name)
 {
+    const guint flags = G_BUS_NAME_OWNER_FLAGS_DO_NOT_QUEUE;
+    changeName(name, "RequestName", g_variant_new("(su)", name.toUtf8().constData(), flags));
+}
+
+void RecordingPeer::Post::giveUp(const QString &name)
+{
+    changeName(name, "ReleaseName", g_variant_new("(s)", name.toUtf8().constData()));
+}
+
+void RecordingPeer::Post::changeName(const QString &name, const char *method, GVariant *arguments)
+{
     GError *error = nullptr;
     const ValuePointer reply(g_dbus_connection_call_sync(
-            m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-            g_variant_new("(su)", name.toUtf8().constData(), guint(G_BUS_NAME_OWNER_FLAGS_DO_NOT_QUEUE)), nullptr,
-            G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
+            m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments,
+            nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
     guint32 result = 0;
     if (!reply) {
-        fail("A peer could not own its name", error);
+        fail(qPrintable(name), error);
     }
     g_variant_get(reply.get(), "(u)", &result);
     if (result != 1) {
@@ -229,6 +214,8 @@ void RecordingPeer::Post::give(const PeerAnswer &answer, MessagePointer call)
     if (answer.kind == PeerAnswer::Kind::Death) {
         // Waiting for it would be waiting for this very thread.
         g_dbus_connection_close(m_connection, nullptr, nullptr, nullptr);
+    } else if (g_dbus_message_get_flags(call.get()) & G_DBUS_MESSAGE_FLAGS_NO_REPLY_EXPECTED) {
+        return;
     } else if (answer.kind == PeerAnswer::Kind::Error) {
         send(MessagePointer(g_dbus_message_new_method_error_literal(call.get(), answer.errorName.constData(),
                                                                     answer.text.constData())).get());
@@ -256,6 +243,11 @@ RecordingPeer::RecordingPeer(const QString &address, const QStringList &names, J
 RecordingPeer::~RecordingPeer()
 {
     m_post->close();
+}
+
+void RecordingPeer::giveUp(const QString &name)
+{
+    m_post->giveUp(name);
 }
 
 void RecordingPeer::answer(const QString &member, const QList<PeerAnswer> &answers)

@@ -3,44 +3,16 @@
 
 #pragma once
 
+#include "peeranswer.h"
+
 #include <QByteArray>
 #include <QList>
-#include <QMetaType>
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 
 class Journal;
-
-/** What a peer does with a call: it answers, or it doesn't. */
-struct PeerAnswer
-{
-    enum class Kind { Values, Error, Held, Death };
-
-    /** Answers with values in GLib's text format for a tuple, for example "(true,)" or "('text', int64 5)". */
-    static PeerAnswer values(const QByteArray &text = QByteArrayLiteral("()"));
-
-    /** Answers with an error. */
-    static PeerAnswer error(const QByteArray &name, const QByteArray &message = {});
-
-    /** Doesn't answer until RecordingPeer::answerHeld(). */
-    static PeerAnswer held();
-
-    /** Leaves the bus without an answer. */
-    static PeerAnswer death();
-
-    /** Runs an action before the answer, in the peer's thread, while the caller waits. */
-    PeerAnswer after(const std::function<void()> &preparation) const;
-
-    Kind kind = Kind::Values;
-    QByteArray text;
-    QByteArray errorName;
-    std::function<void()> preparation;
-};
-
-Q_DECLARE_METATYPE(PeerAnswer)
 
 /**
  * Another participant of the bus: notes every call that it receives in a
@@ -62,6 +34,9 @@ public:
 
     /** Leaves the bus. */
     ~RecordingPeer();
+
+    /** Owns a name no longer, and stays on the bus; everybody who watches the name is told before this returns. */
+    void giveUp(const QString &name);
 
     /** The answers to the next calls of a member, one after the other, the last one for all further calls too. */
     void answer(const QString &member, const QList<PeerAnswer> &answers);
