@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "mdeclarativecache.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQuickView>
+#include <QTest>
+
+#include <memory>
+
+/** A command line that asks for no display. */
+struct CommandLine
+{
+    char program[8] = "handler";
+    char option[10] = "-platform";
+    char platform[10] = "offscreen";
+    char own[8] = "install";
+    char *values[5] = {program, option, platform, own, nullptr};
+    int count = 4;
+};
+
+class MDeclarativeCacheTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void makesTheApplicationFromTheCommandLine();
+    void makesANewApplicationEachTime();
+    void makesHiddenViewsWithEngines();
+};
+
+void MDeclarativeCacheTest::makesTheApplicationFromTheCommandLine()
+{
+    CommandLine line;
+    const std::unique_ptr<QGuiApplication> application(MDeclarativeCache::qApplication(line.count, line.values));
+
+    QCOMPARE(QCoreApplication::instance(), application.get());
+    QVERIFY(!application->parent());
+    QCOMPARE(QGuiApplication::platformName(), QStringLiteral("offscreen"));
+    QCOMPARE(QCoreApplication::arguments(), QStringList({QStringLiteral("handler"), QStringLiteral("install")}));
+    QCOMPARE(line.count, 2);
+}
+
+void MDeclarativeCacheTest::makesANewApplicationEachTime()
+{
+    CommandLine line;
+    delete MDeclarativeCache::qApplication(line.count, line.values);
+    QVERIFY(!QCoreApplication::instance());
+
+    CommandLine otherLine;
+    const std::unique_ptr<QGuiApplication> application(
+            MDeclarativeCache::qApplication(otherLine.count, otherLine.values));
+    QCOMPARE(QCoreApplication::instance(), application.get());
+}
+
+void MDeclarativeCacheTest::makesHiddenViewsWithEngines()
+{
+    CommandLine line;
+    const std::unique_ptr<QGuiApplication> application(MDeclarativeCache::qApplication(line.count, line.values));
+    const std::unique_ptr<QQuickView> view(MDeclarativeCache::qQuickView());
+    const std::unique_ptr<QQuickView> other(MDeclarativeCache::qQuickView());
+
+    QVERIFY(view != other);
+    QVERIFY(!view->QObject::parent());
+    QVERIFY(!view->isVisible());
+    QVERIFY(view->engine() != other->engine());
+
+    QQmlComponent component(view->engine());
+    component.setData("import QtQml 2.15\nQtObject { property int answer: 6 * 7 }", {});
+    const std::unique_ptr<QObject> object(component.create());
+    QVERIFY2(object, qPrintable(component.errorString()));
+    QCOMPARE(object->property("answer").toInt(), 42);
+}
+
+QTEST_APPLESS_MAIN(MDeclarativeCacheTest)
+
+#include "tst_mdeclarativecache.moc"
