@@ -30,9 +30,16 @@ qint64 allocatedBytes()
     return static_cast<qint64>(mallinfo2().uordblks);
 }
 
+// The code under test may take up again what was interrupted; then nothing but the end of the process helps.
 void pass(int)
 {
+    if (passed) {
+        constexpr char message[] = "FAIL!  : a call that ought not to block goes on blocking\n";
+        const ssize_t written = write(STDERR_FILENO, message, sizeof message - 1);
+        _exit(written > 0 ? 1 : 2);
+    }
     passed = 1;
+    alarm(1);
 }
 
 void become(uid_t user)
