@@ -10,26 +10,26 @@ import tempfile
 from pathlib import Path
 
 # 1 January 2024: no build time, no file time and no host name of this build gets into a package.
-EPOCH = "1704067200"
+EPOCH = '1704067200'
 
 MACROS = {
-    "_buildhost": "localhost",
-    "use_source_date_epoch_as_buildtime": "1",
-    "clamp_mtime_to_source_date_epoch": "1",
-    "__os_install_post": "%{nil}",
-    "debug_package": "%{nil}",
-    "_build_id_links": "none",
+    '_buildhost': 'localhost',
+    'use_source_date_epoch_as_buildtime': '1',
+    'clamp_mtime_to_source_date_epoch': '1',
+    '__os_install_post': '%{nil}',
+    'debug_package': '%{nil}',
+    '_build_id_links': 'none',
 }
 
 
 def launcher(name):
     """The files of an application that has nothing but an entry in the launcher: {path: contents}."""
-    entry = f"[Desktop Entry]\nType=Application\nName={name}\nExec=/usr/bin/{name}\nIcon={name}\n"
-    return {f"/usr/share/applications/{name}.desktop": entry}
+    entry = f'[Desktop Entry]\nType=Application\nName={name}\nExec=/usr/bin/{name}\nIcon={name}\n'
+    return {f'/usr/share/applications/{name}.desktop': entry}
 
 
-def build_package(directory, name, version="1.0", release="1", summary=None, summaries=None, files=None, requires=(),
-                  conflicts=(), provides=(), scripts=None, payload="w9.gzdio"):
+def build_package(directory, name, version='1.0', release='1', summary=None, summaries=None, files=None, requires=(),
+                  conflicts=(), provides=(), scripts=None, payload='w9.gzdio'):
     """Builds a package for every architecture in `directory`, which is made if need be, and returns its path.
 
     summary     the untranslated summary, one line; without it "The application NAME"
@@ -44,54 +44,54 @@ def build_package(directory, name, version="1.0", release="1", summary=None, sum
     files = launcher(name) if files is None else files
     directory = Path(directory)
     directory.mkdir(parents=True, exist_ok=True)
-    with tempfile.TemporaryDirectory(prefix="package-") as work:
+    with tempfile.TemporaryDirectory(prefix='package-') as work:
         work = Path(work)
         for path, contents in files.items():
-            lay(work / "tree", path, contents)
-        spec = work / "package.spec"
-        spec.write_text("\n".join([
-            *preamble(name, version, release, summary or f"The application {name}", summaries or {}),
-            *(f"Requires: {escaped(relation)}" for relation in requires),
-            *(f"Conflicts: {escaped(relation)}" for relation in conflicts),
-            *(f"Provides: {escaped(relation)}" for relation in provides),
-            "%description", "A package for trying things out.",
-            "%install", "mkdir -p %{buildroot}", f"cp -R {work}/tree/. %{{buildroot}}/" if files else "",
-            *(line for script, commands in (scripts or {}).items() for line in (f"%{script}", escaped(commands))),
-            "%files", *(f'"{escaped(path)}"' for path in files), ""]))
+            lay(work / 'tree', path, contents)
+        spec = work / 'package.spec'
+        spec.write_text('\n'.join([
+            *preamble(name, version, release, summary or f'The application {name}', summaries or {}),
+            *(f'Requires: {escaped(relation)}' for relation in requires),
+            *(f'Conflicts: {escaped(relation)}' for relation in conflicts),
+            *(f'Provides: {escaped(relation)}' for relation in provides),
+            '%description', 'A package for trying things out.',
+            '%install', 'mkdir -p %{buildroot}', f'cp -R {work}/tree/. %{{buildroot}}/' if files else '',
+            *(line for script, commands in (scripts or {}).items() for line in (f'%{script}', escaped(commands))),
+            '%files', *(f'"{escaped(path)}"' for path in files), '']))
         rpmbuild(work, spec, payload)
-        (built,) = work.glob("RPMS/*/*.rpm")
+        (built,) = work.glob('RPMS/*/*.rpm')
         return Path(shutil.move(built, directory / built.name))
 
 
 def lay(tree, path, contents):
-    target = tree / path.lstrip("/")
+    target = tree / path.lstrip('/')
     target.parent.mkdir(parents=True, exist_ok=True)
     target.write_bytes(contents.encode() if isinstance(contents, str) else contents)
 
 
 def preamble(name, version, release, summary, summaries):
     return [
-        f"Name: {escaped(name)}",
-        f"Version: {version}",
-        f"Release: {release}",
-        f"Summary: {escaped(summary)}",
-        *(f"Summary({language}): {escaped(text)}" for language, text in summaries.items()),
-        "License: BSD-3-Clause",
-        "BuildArch: noarch",
-        "AutoReqProv: no",
+        f'Name: {escaped(name)}',
+        f'Version: {version}',
+        f'Release: {release}',
+        f'Summary: {escaped(summary)}',
+        *(f'Summary({language}): {escaped(text)}' for language, text in summaries.items()),
+        'License: BSD-3-Clause',
+        'BuildArch: noarch',
+        'AutoReqProv: no',
     ]
 
 
 def escaped(text):
-    return text.replace("%", "%%")
+    return text.replace('%', '%%')
 
 
 def rpmbuild(work, spec, payload):
-    macros = {**MACROS, "_topdir": work, "_tmppath": work, "_dbpath": work / "db", "_binary_payload": payload}
-    command = ["rpmbuild", "-bb", "--quiet", "--nodeps", "--target", "noarch"]
+    macros = {**MACROS, '_topdir': work, '_tmppath': work, '_dbpath': work / 'db', '_binary_payload': payload}
+    command = ['rpmbuild', '-bb', '--quiet', '--nodeps', '--target', 'noarch']
     for macro, value in macros.items():
-        command += ["--define", f"{macro} {value}"]
-    environment = {**os.environ, "HOME": str(work), "SOURCE_DATE_EPOCH": EPOCH, "LC_ALL": "C.UTF-8"}
+        command += ['--define', f'{macro} {value}']
+    environment = {**os.environ, 'HOME': str(work), 'SOURCE_DATE_EPOCH': EPOCH, 'LC_ALL': 'C.UTF-8'}
     done = subprocess.run([*command, spec], env=environment, text=True, stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60, check=False)
     if done.returncode:

@@ -22,7 +22,7 @@ class Layout:
 
 def counts(package, at):
     """The number of index entries and the size of the data of the header at an offset."""
-    return struct.unpack_from(">II", package, at + 8)
+    return struct.unpack_from('>II', package, at + 8)
 
 
 def header_size(package, at):

@@ -17,8 +17,8 @@ NAME, VERSION, RELEASE, SUMMARY = 1000, 1001, 1002, 1004
 SIGNATURE_REGION, HEADER_REGION = 62, 63
 SIGNATURE_PGP, SIGNATURE_SHA1, SIGNATURE_SHA256 = 259, 269, 273
 
-LEAD = struct.pack(">4sBBhh66shh16x", b"\xed\xab\xee\xdb", 3, 0, 0, 0, b"package", 1, 5)
-ENTRY = struct.Struct(">iiii")
+LEAD = struct.pack('>4sBBhh66shh16x', b'\xed\xab\xee\xdb', 3, 0, 0, 0, b'package', 1, 5)
+ENTRY = struct.Struct('>iiii')
 
 
 class Type(enum.IntEnum):
@@ -35,18 +35,18 @@ class Type(enum.IntEnum):
     I18NSTRING = 9
 
 
-NUMBERS = {Type.INT16: ">H", Type.INT32: ">I", Type.INT64: ">Q"}
+NUMBERS = {Type.INT16: '>H', Type.INT32: '>I', Type.INT64: '>Q'}
 
 
-def write(path, tags=None, payload=b""):
+def write(path, tags=None, payload=b''):
     """Writes a package and returns its path.
 
     tags    {tag number: (type, value)}, beside or instead of the name, version, release and summary that every package
             gets; the value is text or bytes, or a list of them for arrays, or a list of numbers. None leaves the tag out.
     The digests of the header are correct; there is no signature.
     """
-    common = {NAME: (Type.STRING, "handmade"), VERSION: (Type.STRING, "1.0"), RELEASE: (Type.STRING, "1"),
-              SUMMARY: (Type.I18NSTRING, ["Made by hand"])}
+    common = {NAME: (Type.STRING, 'handmade'), VERSION: (Type.STRING, '1.0'), RELEASE: (Type.STRING, '1'),
+              SUMMARY: (Type.I18NSTRING, ['Made by hand'])}
     packed = header({**common, **(tags or {})}, HEADER_REGION)
     path = Path(path)
     path.write_bytes(LEAD + signature(packed) + packed + payload)
@@ -61,7 +61,7 @@ def signature(of):
 
 
 def header(tags, region):
-    entries, data = [], b""
+    entries, data = [], b''
     for tag, described in sorted(tags.items()):
         if described is None:
             continue
@@ -74,21 +74,21 @@ def header(tags, region):
     size = ENTRY.size * (len(entries) + 1)
     entries.insert(0, ENTRY.pack(region, Type.BIN, len(data), ENTRY.size))
     data += ENTRY.pack(region, Type.BIN, -size, ENTRY.size)
-    return intro(len(entries), len(data)) + b"".join(entries) + data
+    return intro(len(entries), len(data)) + b''.join(entries) + data
 
 
 def intro(entries, size):
     """The start of a header that claims to have so many index entries and so many bytes of data."""
-    return struct.pack(">4s4xII", b"\x8e\xad\xe8\x01", entries, size)
+    return struct.pack('>4s4xII', b'\x8e\xad\xe8\x01', entries, size)
 
 
 def encoded(kind, value):
     """The bytes and the number of elements of a value."""
     if kind in NUMBERS:
-        return b"".join(struct.pack(NUMBERS[kind], number) for number in value), len(value)
+        return b''.join(struct.pack(NUMBERS[kind], number) for number in value), len(value)
     if kind in (Type.STRING, Type.STRING_ARRAY, Type.I18NSTRING):
         strings = value if isinstance(value, list) else [value]
-        return b"".join(as_bytes(string) + b"\0" for string in strings), len(strings)
+        return b''.join(as_bytes(string) + b'\0' for string in strings), len(strings)
     return as_bytes(value), len(as_bytes(value))
 
 

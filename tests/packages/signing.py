@@ -14,33 +14,33 @@ class SigningKey:
     The key ring lies in a temporary folder that goes with the key, and so does the agent that gpg starts for it.
     """
 
-    def __init__(self, owner, algorithm="rsa2048"):
+    def __init__(self, owner, algorithm='rsa2048'):
         self.owner = owner
         self.algorithm = algorithm
 
     def __enter__(self):
         # gpg's agent listens on a socket in this folder, whose path has to be short.
-        self.home = tempfile.TemporaryDirectory(prefix="gpg-", dir="/tmp")
-        self.run("gpg", "--batch", "--passphrase", "", "--quick-gen-key", self.owner, self.algorithm, "sign",
-                 "never")
+        self.home = tempfile.TemporaryDirectory(prefix='gpg-', dir='/tmp')
+        self.run('gpg', '--batch', '--passphrase', '', '--quick-gen-key', self.owner, self.algorithm, 'sign',
+                 'never')
         return self
 
     def __exit__(self, *_):
-        self.run("gpgconf", "--kill", "all")
+        self.run('gpgconf', '--kill', 'all')
         self.home.cleanup()
 
     def public_key(self):
         """The public key as rpm --import reads it."""
-        return self.run("gpg", "--armor", "--export", self.owner)
+        return self.run('gpg', '--armor', '--export', self.owner)
 
     def sign(self, path, legacy=False):
         """Signs the package at `path` in place; with `legacy` also over header and payload together (tag 259)."""
-        macros = {"__gpg": "/usr/bin/gpg", "_gpg_path": self.home.name, "_gpg_name": self.owner}
-        defines = [word for macro, value in macros.items() for word in ("--define", f"{macro} {value}")]
-        self.run("rpmsign", *defines, "--addsign", *(["--rpmv3"] if legacy else []), str(path))
+        macros = {'__gpg': '/usr/bin/gpg', '_gpg_path': self.home.name, '_gpg_name': self.owner}
+        defines = [word for macro, value in macros.items() for word in ('--define', f'{macro} {value}')]
+        self.run('rpmsign', *defines, '--addsign', *(['--rpmv3'] if legacy else []), str(path))
 
     def run(self, *command):
-        environment = {**os.environ, "GNUPGHOME": self.home.name, "HOME": self.home.name, "LC_ALL": "C.UTF-8"}
+        environment = {**os.environ, 'GNUPGHOME': self.home.name, 'HOME': self.home.name, 'LC_ALL': 'C.UTF-8'}
         done = subprocess.run(command, env=environment, text=True, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE, timeout=60, check=False)
         if done.returncode:
