@@ -8,8 +8,8 @@ import QtQuick.Templates 2.15 as T
 // Asks whether a package is to be installed. Its creator publishes the package's details as the context property
 // "rpmInfo", shows the window full screen and destroys it after the answer.
 //
-// It is on the way between a tap and the first frame, so it is lean: no inline components (documents that have them
-// are compiled anew in every process), explicit sizes rather than layouts (each text is laid out once), one extra font.
+// A user waits while this file is loaded, so it is lean: few bindings, one large font beside the application's own, and
+// no inline components, which would keep the engine from caching what it has compiled.
 Window {
     id: dialog
 
@@ -21,28 +21,18 @@ Window {
 
     readonly property QtObject info: typeof rpmInfo === "undefined" ? null : rpmInfo
 
-    // A density-independent pixel, 1/160 inch; within bounds because displays are wrong about their size at times.
-    readonly property real dp: Math.max(1, Math.min(4, Screen.pixelDensity * 25.4 / 160))
-    readonly property real gap: 20 * dp
-    readonly property bool tablet: width >= 600 * dp && height >= 600 * dp
-    readonly property bool twoColumns: !tablet && width > height
-    readonly property real panelWidth: tablet ? 560 * dp : width
-    readonly property real columnWidth: twoColumns ? (panelWidth - 3 * gap) / 2 : panelWidth - 2 * gap
-    readonly property int largeFont: Qt.application.font.pixelSize * 1.6
-
-    readonly property color paper: tablet ? palette.base : palette.window
-    readonly property color ink: tablet ? palette.text : palette.windowText
-    readonly property color faintInk: mix(ink, paper, 0.3)
+    // A density-independent pixel, a 160th of an inch, in quarters so that multiples of four are whole. Displays are
+    // wrong about their size at times, hence the bounds.
+    readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40))) / 4
+    readonly property real gap: 16 * dp
+    readonly property real font: Qt.application.font.pixelSize
+    readonly property color faintInk: mix(palette.text, palette.base, 0.3)
 
     function answer(give) {
         if (!answered) {
             answered = true
             give()
         }
-    }
-
-    function mix(from, to, part) {
-        return Qt.tint(from, Qt.rgba(to.r, to.g, to.b, part))
     }
 
     // Package text comes from strangers. What would be invisible, start a new line or turn the direction of its
@@ -54,8 +44,20 @@ Window {
             "\ufffd")
     }
 
+    function mix(from, to, part) {
+        return Qt.tint(from, Qt.rgba(to.r, to.g, to.b, part))
+    }
+
     function scrollBy(distance) {
         body.contentY = Math.max(0, Math.min(body.contentHeight - body.height, body.contentY + distance))
+    }
+
+    // Whoever moves about by keyboard sees where they are.
+    function reveal(item) {
+        if (item.activeFocus) {
+            const top = item.mapToItem(content, 0, 0).y - body.contentY
+            scrollBy(Math.min(top, Math.max(0, top + item.height - body.height)))
+        }
     }
 
     function handleKey(event) {
@@ -68,8 +70,12 @@ Window {
         case Qt.Key_Return:
         case Qt.Key_Enter:
             // A key that is still held down from before the dialog came up is no answer.
-            if (!event.isAutoRepeat)
-                activeFocusItem.click()
+            if (!event.isAutoRepeat && activeFocusItem.clicked)
+                activeFocusItem.clicked()
+            break
+        case Qt.Key_Left:
+        case Qt.Key_Right:
+            (cancel.activeFocus ? install : cancel).forceActiveFocus(Qt.TabFocusReason)
             break
         case Qt.Key_Up:
             scrollBy(-2 * gap)
@@ -89,7 +95,7 @@ Window {
     }
 
     title: question.text
-    color: palette.window
+    color: palette.base
     // The size it is going to be shown at, so that nothing is laid out twice.
     width: Screen.width
     height: Screen.height
@@ -99,97 +105,81 @@ Window {
 
     FocusScope {
         id: page
-        x: (dialog.width - width) / 2
-        y: (dialog.height - height) / 2
-        width: dialog.panelWidth
-        height: dialog.tablet ? Math.min(dialog.height, body.contentHeight + actions.height + 2 * dialog.gap) : dialog.height
+
+        readonly property real column: width - 2 * dialog.gap
+        readonly property real needed: content.height + actions.height + 1.5 * dialog.gap
+
+        // All of a phone's screen, with the buttons in reach of the thumb; on anything wider, as little as is needed.
+        x: Math.round((dialog.width - width) / 2)
+        y: Math.round((dialog.height - height) / 2)
+        width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.font))
+        height: dialog.width > width ? Math.min(dialog.height, needed) : dialog.height
         focus: true
-        // Follows the locale by itself, unlike the application, whose direction is that of the toolkit's catalogue.
+        // A control follows the locale, unlike the application, whose direction is that of the toolkit's catalogue.
         LayoutMirroring.enabled: cancel.mirrored
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.Dialog
         Accessible.name: question.text
-        Accessible.description: name.text + " " + version.text + "\n" + summary.text
+        Accessible.description: name.text + " " + version.text + "\n" + summary.text + "\n" + warning.text
         Keys.onPressed: dialog.handleKey(event)
 
-        Rectangle {
-            visible: dialog.tablet
-            width: page.width
-            height: page.height
-            radius: 16 * dialog.dp
-            color: dialog.paper
-        }
-
-        Item {
+        Grid {
             id: actions
 
-            readonly property real half: (width - 12 * dialog.dp) / 2
-            readonly property bool stacked: Math.max(cancelLabel.width, installLabel.width) + 16 * dialog.dp > half
+            readonly property real half: (page.column - spacing) / 2
+            readonly property real cell: columns === 1 ? page.column : half
+            readonly property real cellHeight: Math.max(48 * dialog.dp, cancel.implicitContentHeight + 1.5 * dialog.gap)
 
             x: dialog.gap
-            y: page.height - height - dialog.gap
-            width: page.width - 2 * dialog.gap
-            height: stacked ? install.y + install.height : install.height
+            y: body.height + dialog.gap / 2
+            columns: Math.max(cancel.implicitContentWidth, install.implicitContentWidth) > half - dialog.gap ? 1 : 2
+            spacing: dialog.gap
 
             T.Button {
                 id: cancel
                 objectName: "cancel"
-                anchors.left: parent.left
-                width: actions.stacked ? parent.width : actions.half
-                height: Math.max(48 * dialog.dp, cancelLabel.height + 16 * dialog.dp)
+                width: actions.cell
+                height: actions.cellHeight
                 focus: true
-                Accessible.role: Accessible.Button
-                Accessible.name: cancelLabel.text
-                KeyNavigation.right: install
-                KeyNavigation.down: actions.stacked ? install : null
-                KeyNavigation.up: file
+                //: Button that closes the dialog without installing anything; as short as possible
+                //% "Cancel"
+                text: qsTrId("installationhandler-bt-cancel")
                 onClicked: dialog.answer(dialog.dismissed)
-
-                Rectangle {
-                    width: parent.width
-                    height: parent.height
-                    radius: 8 * dialog.dp
-                    color: dialog.mix(dialog.paper, dialog.ink, cancel.pressed ? 0.2 : cancel.hovered ? 0.06 : 0)
-                    border.width: (cancel.visualFocus ? 3 : 1) * dialog.dp
-                    border.color: cancel.visualFocus ? palette.highlight : dialog.faintInk
+                contentItem: Text {
+                    text: cancel.text
+                    color: palette.text
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideRight
                 }
-                Text {
-                    id: cancelLabel
-                    anchors.centerIn: parent
-                    //: Button that closes the dialog without installing anything; as short as possible
-                    //% "Cancel"
-                    text: qsTrId("installationhandler-bt-cancel")
-                    color: dialog.ink
+                background: Rectangle {
+                    radius: dialog.gap / 2
+                    color: dialog.mix(palette.base, palette.text, cancel.pressed ? 0.2 : cancel.hovered ? 0.06 : 0)
+                    border.width: (cancel.visualFocus ? 3 : 1) * dialog.dp
+                    border.color: cancel.visualFocus ? palette.text : dialog.faintInk
                 }
             }
             T.Button {
                 id: install
                 objectName: "install"
-                anchors.right: parent.right
-                y: actions.stacked ? cancel.height + 12 * dialog.dp : 0
-                width: cancel.width
-                height: cancel.height
-                Accessible.role: Accessible.Button
-                Accessible.name: installLabel.text
-                KeyNavigation.left: cancel
-                KeyNavigation.up: actions.stacked ? cancel : file
+                width: actions.cell
+                height: actions.cellHeight
+                //: Button that starts the installation; as short as possible
+                //% "Install"
+                text: qsTrId("installationhandler-bt-install")
                 onClicked: dialog.answer(dialog.requestInstall)
-
-                Rectangle {
-                    width: parent.width
-                    height: parent.height
-                    radius: 8 * dialog.dp
-                    color: dialog.mix(palette.highlight, dialog.ink, install.pressed ? 0.25 : install.hovered ? 0.1 : 0)
-                    border.width: install.visualFocus ? 3 * dialog.dp : 0
-                    border.color: dialog.ink
-                }
-                Text {
-                    id: installLabel
-                    anchors.centerIn: parent
-                    //: Button that starts the installation; as short as possible
-                    //% "Install"
-                    text: qsTrId("installationhandler-bt-install")
+                contentItem: Text {
+                    text: install.text
                     color: palette.highlightedText
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideRight
+                }
+                background: Rectangle {
+                    radius: dialog.gap / 2
+                    color: dialog.mix(palette.highlight, palette.text, install.pressed ? 0.25 : install.hovered ? 0.1 : 0)
+                    border.width: install.visualFocus ? 3 * dialog.dp : 0
+                    border.color: palette.text
                 }
             }
         }
@@ -197,143 +187,140 @@ Window {
         Flickable {
             id: body
             width: page.width
-            height: actions.y
-            contentHeight: Math.max(identity.y + identity.height, details.y + details.height) + dialog.gap
+            height: page.height - actions.height - 1.5 * dialog.gap
+            contentHeight: content.height
             interactive: contentHeight > height
             clip: interactive
 
-            Item {
-                id: identity
-                anchors { left: parent.left; leftMargin: dialog.gap }
-                y: dialog.gap
-                width: dialog.columnWidth
-                height: Math.max(tile.y + tile.height, version.y + version.height)
+            Column {
+                id: content
+                y: Math.max(0, Math.round((body.height - height) / 3))
+                padding: dialog.gap
+                spacing: dialog.gap
+                onHeightChanged: dialog.reveal(file)
 
                 Text {
                     id: question
-                    width: parent.width
+                    width: page.column
                     //: Heading of the dialog that asks whether a package file is to be installed
                     //% "Install this app?"
                     text: qsTrId("installationhandler-he-install_app")
-                    font.pixelSize: dialog.largeFont
-                    color: dialog.ink
+                    font.pixelSize: 1.4 * dialog.font
+                    color: palette.text
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
                 Rectangle {
-                    id: tile
-                    anchors.left: parent.left
-                    y: question.height + dialog.gap
-                    width: 56 * dialog.dp
-                    height: width
-                    radius: 12 * dialog.dp
-                    color: dialog.mix(dialog.paper, palette.highlight, 0.2)
+                    width: page.column
+                    height: details.height
+                    radius: dialog.gap / 2
+                    color: dialog.mix(palette.base, palette.text, 0.06)
 
-                    Text {
-                        anchors.centerIn: parent
-                        text: name.text.slice(0, 1).toUpperCase()
-                        textFormat: Text.PlainText
-                        font.pixelSize: dialog.largeFont
-                        color: dialog.ink
+                    Column {
+                        id: details
+
+                        readonly property real column: page.column - 2 * padding
+
+                        padding: dialog.gap
+                        spacing: dialog.gap / 2
+
+                        Text {
+                            id: name
+                            objectName: "name"
+                            width: details.column
+                            text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
+                            textFormat: Text.PlainText
+                            font.pixelSize: 1.4 * dialog.font
+                            color: palette.text
+                            horizontalAlignment: Text.AlignLeft
+                            wrapMode: Text.Wrap
+                        }
+                        Text {
+                            id: version
+                            objectName: "version"
+                            width: details.column
+                            text: dialog.info ? dialog.harmless(dialog.info.version, 64) : ""
+                            textFormat: Text.PlainText
+                            color: dialog.faintInk
+                            horizontalAlignment: Text.AlignLeft
+                            wrapMode: Text.Wrap
+                        }
+                        Text {
+                            id: summary
+                            objectName: "summary"
+                            width: details.column
+                            text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
+                            textFormat: Text.PlainText
+                            color: palette.text
+                            horizontalAlignment: Text.AlignLeft
+                            wrapMode: Text.Wrap
+                        }
+                        T.Button {
+                            id: file
+
+                            property bool expanded: false
+
+                            objectName: "file"
+                            width: details.column
+                            height: Math.max(48 * dialog.dp, implicitContentHeight)
+                            text: dialog.info ? dialog.harmless(dialog.info.fileName, 4096) : ""
+                            //: Spoken by screen readers for the shortened path of the package file, which can be pressed
+                            //% "Shows the whole path of the package file"
+                            Accessible.description: qsTrId("installationhandler-la-show_path")
+                            onClicked: expanded = !expanded
+                            onVisualFocusChanged: dialog.reveal(file)
+                            leftInset: -8
+                            rightInset: -8
+                            background: Rectangle {
+                                visible: file.visualFocus || file.pressed || file.hovered
+                                radius: dialog.gap / 2
+                                color: palette.base
+                                border.width: file.visualFocus ? 3 * dialog.dp : 0
+                                border.color: palette.text
+                            }
+                            contentItem: Text {
+                                objectName: "path"
+                                text: file.text
+                                textFormat: Text.PlainText
+                                color: dialog.mix(palette.text, palette.highlight, 0.5)
+                                horizontalAlignment: Text.AlignLeft
+                                verticalAlignment: Text.AlignVCenter
+                                elide: file.expanded ? Text.ElideNone : Text.ElideMiddle
+                                wrapMode: file.expanded ? Text.WrapAnywhere : Text.NoWrap
+                            }
+                        }
                     }
-                }
-                Text {
-                    id: name
-                    objectName: "name"
-                    anchors.right: parent.right
-                    y: tile.y
-                    width: version.width
-                    text: dialog.info ? dialog.harmless(dialog.info.name, 200) : ""
-                    textFormat: Text.PlainText
-                    color: dialog.ink
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-                    maximumLineCount: 4
-                    elide: Text.ElideRight
-                }
-                Text {
-                    id: version
-                    objectName: "version"
-                    anchors.right: parent.right
-                    y: name.y + name.height + 4 * dialog.dp
-                    width: parent.width - tile.width - 16 * dialog.dp
-                    text: dialog.info ? dialog.harmless(dialog.info.version, 100) : ""
-                    textFormat: Text.PlainText
-                    color: dialog.faintInk
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-                    maximumLineCount: 2
-                    elide: Text.ElideRight
-                }
-            }
-            Item {
-                id: details
-                anchors { right: parent.right; rightMargin: dialog.gap }
-                y: dialog.twoColumns ? dialog.gap : identity.y + identity.height + dialog.gap
-                width: dialog.columnWidth
-                height: warning.y + warning.height + dialog.gap
-
-                Text {
-                    id: summary
-                    objectName: "summary"
-                    width: parent.width
-                    text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
-                    textFormat: Text.PlainText
-                    color: dialog.ink
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-                }
-                T.AbstractButton {
-                    id: file
-
-                    property bool expanded: false
-
-                    objectName: "file"
-                    y: summary.height
-                    width: parent.width
-                    height: Math.max(48 * dialog.dp, path.height + 16 * dialog.dp)
-                    Accessible.role: Accessible.Button
-                    Accessible.name: path.text
-                    //: Spoken by screen readers for the shortened path of the package file, which can be pressed
-                    //% "Shows the whole path of the package file"
-                    Accessible.description: qsTrId("installationhandler-la-show_path")
-                    KeyNavigation.down: cancel
-                    onClicked: expanded = !expanded
-
-                    Text {
-                        id: path
-                        objectName: "path"
-                        y: (file.height - height) / 2
-                        width: parent.width
-                        text: dialog.info ? dialog.harmless(dialog.info.fileName, 4096) : ""
-                        textFormat: Text.PlainText
-                        color: dialog.faintInk
-                        horizontalAlignment: Text.AlignLeft
-                        elide: file.expanded ? Text.ElideNone : Text.ElideMiddle
-                        wrapMode: file.expanded ? Text.WrapAnywhere : Text.NoWrap
-                    }
-                }
-                Rectangle {
-                    id: callout
-                    y: file.y + file.height
-                    width: parent.width
-                    height: warning.height + 24 * dialog.dp
-                    radius: 8 * dialog.dp
-                    color: dialog.mix(dialog.paper, dialog.ink, 0.07)
                 }
                 Text {
                     id: warning
-                    x: 12 * dialog.dp
-                    y: callout.y + 12 * dialog.dp
-                    width: parent.width - 2 * x
+                    width: page.column
                     //: Warning below the details of a package that the user got elsewhere than in the app store
                     //% "This app does not come from the store. Install it only if you trust its source."
                     text: qsTrId("installationhandler-la-untrusted_source")
-                    color: dialog.ink
+                    color: palette.text
+                    leftPadding: dialog.gap
+                    rightPadding: leftPadding
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
+
+                    Rectangle {
+                        anchors.left: parent.left
+                        width: dialog.gap / 4
+                        height: parent.height
+                        color: palette.highlight
+                    }
                 }
             }
+        }
+
+        // Which part of the text is to be seen, when there is more than fits.
+        Rectangle {
+            visible: body.interactive
+            anchors.right: parent.right
+            y: body.height * body.contentY / body.contentHeight
+            width: dialog.gap / 4
+            height: body.height * body.height / body.contentHeight
+            color: dialog.faintInk
         }
     }
 }
