@@ -5,6 +5,7 @@
 
 #include "testbus.h"
 
+#include <QDBusConnection>
 #include <QGuiApplication>
 #include <QTest>
 
@@ -20,6 +21,11 @@ int runOnDevice(int argc, char **argv)
     qputenv("QML_DISABLE_DISK_CACHE", "1");
 
     QGuiApplication application(argc, argv);
+    // The bus library holds a connection's signals back until the event loop has run.
+    QDBusConnection::systemBus();
+    QDBusConnection::sessionBus();
+    QCoreApplication::processEvents();
+
     Test test;
     return QTest::qExec(&test, argc, argv);
 }
