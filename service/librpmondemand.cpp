@@ -17,7 +17,6 @@
 #include <rpm/rpmmacro.h>
 #include <rpm/rpmtd.h>
 #include <rpm/rpmts.h>
-#include <rpm/rpmurl.h>
 
 #include <QtGlobal>
 
@@ -49,159 +48,42 @@ Function *find(Function *declared, const char *name)
 
 }
 
+// Hands a call on to librpm's function of the same name.
+#define ON_DEMAND(Result, name, parameters, arguments) \
+    Result name parameters \
+    { \
+        static auto *const function = find(&name, #name); \
+        return function arguments; \
+    }
+
 extern "C" {
 
 // What the verification is to check, all of it: nobody changes that.
 rpmQVKArguments_s rpmQVKArgs = {};
 
-Header headerFree(Header header)
-{
-    static auto *const function = find(&headerFree, __func__);
-    return function(header);
-}
-
-HeaderIterator headerFreeIterator(HeaderIterator iterator)
-{
-    static auto *const function = find(&headerFreeIterator, __func__);
-    return function(iterator);
-}
-
-HeaderIterator headerInitIterator(Header header)
-{
-    static auto *const function = find(&headerInitIterator, __func__);
-    return function(header);
-}
-
-int headerNext(HeaderIterator iterator, rpmtd td)
-{
-    static auto *const function = find(&headerNext, __func__);
-    return function(iterator, td);
-}
-
-int Fclose(FD_t fd)
-{
-    static auto *const function = find(&Fclose, __func__);
-    return function(fd);
-}
-
-FD_t Fopen(const char *path, const char *mode)
-{
-    static auto *const function = find(&Fopen, __func__);
-    return function(path, mode);
-}
-
-int Fseek(FD_t fd, off_t offset, int whence)
-{
-    static auto *const function = find(&Fseek, __func__);
-    return function(fd, offset, whence);
-}
-
-void rpmFreeMacros(rpmMacroContext context)
-{
-    static auto *const function = find(&rpmFreeMacros, __func__);
-    function(context);
-}
-
-void rpmFreeRpmrc()
-{
-    static auto *const function = find(&rpmFreeRpmrc, __func__);
-    function();
-}
-
-int rpmReadConfigFiles(const char *file, const char *target)
-{
-    static auto *const function = find(&rpmReadConfigFiles, __func__);
-    return function(file, target);
-}
-
-rpmRC rpmReadPackageFile(rpmts ts, FD_t fd, const char *path, Header *header)
-{
-    static auto *const function = find(&rpmReadPackageFile, __func__);
-    return function(ts, fd, path, header);
-}
-
-int rpmVerifySignatures(QVA_t arguments, rpmts ts, FD_t fd, const char *path)
-{
-    static auto *const function = find(&rpmVerifySignatures, __func__);
-    return function(arguments, ts, fd, path);
-}
-
-rpmtd rpmtdFree(rpmtd td)
-{
-    static auto *const function = find(&rpmtdFree, __func__);
-    return function(td);
-}
-
-void rpmtdFreeData(rpmtd td)
-{
-    static auto *const function = find(&rpmtdFreeData, __func__);
-    function(td);
-}
-
-const char *rpmtdGetString(rpmtd td)
-{
-    static auto *const function = find(&rpmtdGetString, __func__);
-    return function(td);
-}
-
-uint32_t *rpmtdGetUint32(rpmtd td)
-{
-    static auto *const function = find(&rpmtdGetUint32, __func__);
-    return function(td);
-}
-
-uint64_t *rpmtdGetUint64(rpmtd td)
-{
-    static auto *const function = find(&rpmtdGetUint64, __func__);
-    return function(td);
-}
-
-int rpmtdInit(rpmtd td)
-{
-    static auto *const function = find(&rpmtdInit, __func__);
-    return function(td);
-}
-
-rpmtd rpmtdNew()
-{
-    static auto *const function = find(&rpmtdNew, __func__);
-    return function();
-}
-
-int rpmtdNext(rpmtd td)
-{
-    static auto *const function = find(&rpmtdNext, __func__);
-    return function(td);
-}
-
-rpmTagVal rpmtdTag(rpmtd td)
-{
-    static auto *const function = find(&rpmtdTag, __func__);
-    return function(td);
-}
-
-rpmTagType rpmtdType(rpmtd td)
-{
-    static auto *const function = find(&rpmtdType, __func__);
-    return function(td);
-}
-
-rpmts rpmtsCreate()
-{
-    static auto *const function = find(&rpmtsCreate, __func__);
-    return function();
-}
-
-rpmts rpmtsFree(rpmts ts)
-{
-    static auto *const function = find(&rpmtsFree, __func__);
-    return function(ts);
-}
-
-urltype urlPath(const char *url, const char **path)
-{
-    static auto *const function = find(&urlPath, __func__);
-    return function(url, path);
-}
+ON_DEMAND(Header, headerFree, (Header header), (header))
+ON_DEMAND(HeaderIterator, headerFreeIterator, (HeaderIterator iterator), (iterator))
+ON_DEMAND(HeaderIterator, headerInitIterator, (Header header), (header))
+ON_DEMAND(int, headerNext, (HeaderIterator iterator, rpmtd td), (iterator, td))
+ON_DEMAND(int, Fclose, (FD_t fd), (fd))
+ON_DEMAND(FD_t, Fopen, (const char *path, const char *mode), (path, mode))
+ON_DEMAND(int, Fseek, (FD_t fd, off_t offset, int whence), (fd, offset, whence))
+ON_DEMAND(void, rpmFreeMacros, (rpmMacroContext context), (context))
+ON_DEMAND(void, rpmFreeRpmrc, (), ())
+ON_DEMAND(int, rpmReadConfigFiles, (const char *file, const char *target), (file, target))
+ON_DEMAND(rpmRC, rpmReadPackageFile, (rpmts ts, FD_t fd, const char *path, Header *header), (ts, fd, path, header))
+ON_DEMAND(int, rpmVerifySignatures, (QVA_t qva, rpmts ts, FD_t fd, const char *path), (qva, ts, fd, path))
+ON_DEMAND(rpmtd, rpmtdFree, (rpmtd td), (td))
+ON_DEMAND(void, rpmtdFreeData, (rpmtd td), (td))
+ON_DEMAND(const char *, rpmtdGetString, (rpmtd td), (td))
+ON_DEMAND(uint32_t *, rpmtdGetUint32, (rpmtd td), (td))
+ON_DEMAND(uint64_t *, rpmtdGetUint64, (rpmtd td), (td))
+ON_DEMAND(int, rpmtdInit, (rpmtd td), (td))
+ON_DEMAND(rpmtd, rpmtdNew, (), ())
+ON_DEMAND(int, rpmtdNext, (rpmtd td), (td))
+ON_DEMAND(rpmTagVal, rpmtdTag, (rpmtd td), (td))
+ON_DEMAND(rpmTagType, rpmtdType, (rpmtd td), (td))
+ON_DEMAND(rpmts, rpmtsCreate, (), ())
+ON_DEMAND(rpmts, rpmtsFree, (rpmts ts), (ts))
 
 }
