@@ -2,69 +2,120 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The program as a client of a service that somebody else stands in for."""
 
+import os
+
 import pytest
-from gi.repository import Gio, GLib
-from support.client import INTERFACE, NAME, PATH
-from support.service import PROGRAM
+from gi.repository import GLib
+from support.client import NAME
+from support.otherservice import OtherService
 
 FAILURE = 'warning default: int main(int, char**) failed to request file installation:'
-
-DESCRIPTION = f'''<node><interface name="{INTERFACE}">
-    <method name="installFiles"><arg type="s" direction="in"/></method>
-</interface></node>'''
-
-
-class OtherService:
-    """Owns the service's name and answers installFiles as told."""
-
-    def __init__(self, connection, answer):
-        self.calls = []
-        self._answer = answer
-        description = Gio.DBusNodeInfo.new_for_xml(DESCRIPTION)
-        connection.register_object(PATH, description.interfaces[0], self._called)
-        connection.call_sync('org.freedesktop.DBus', '/', 'org.freedesktop.DBus', 'RequestName',
-                             GLib.Variant('(su)', (NAME, 4)), None, Gio.DBusCallFlags.NONE, 20000, None)
-
-    def _called(self, _connection, _sender, _path, _interface, _method, arguments, invocation):
-        self.calls.append((arguments.get_type_string(), arguments.unpack()))
-        self._answer(invocation)
 
 
 def accept(invocation):
     invocation.return_value(None)
 
 
-def refuse(invocation):
-    invocation.return_dbus_error('a.b.Refused', 'not today')
+def refusing(name):
+    return lambda invocation: invocation.return_dbus_error(name, 'not today')
 
 
-@pytest.fixture
-def run_client(processes, environment):
-    """Runs the program with arguments; returns its exit status and its lines."""
-    def run(*arguments):
-        process = processes.start('client', [PROGRAM, *arguments], environment)
-        return processes.wait_end(process), process.lines()
-    return run
-
-
-def test_accepted_request_succeeds(session_bus, run_client):
+@pytest.mark.parametrize('file', [
+    '/tmp/a.rpm', 'relative.rpm', '', ' ', 'file:///tmp/a%20b.rpm', 'http://example.org/a.rpm', '~/a.rpm', '%1',
+    'two words.rpm', 'two\nlines.rpm', '-platform', '--help', 'install', 'größer 文.rpm', '🙂.rpm',
+])
+def test_file_is_sent_as_typed(session_bus, run_client, file):
     other = OtherService(session_bus.connection, accept)
 
-    assert run_client('install', 'file:///tmp/a%20b.rpm', 'ignored.rpm') == (0, [])
-    assert other.calls == [('(s)', ('file:///tmp/a%20b.rpm',))]
+    assert run_client('install', file) == (0, [])
+    assert other.calls == [('(s)', (file,))]
 
 
-def test_refused_request_fails_without_telling_why(session_bus, run_client):
-    OtherService(session_bus.connection, refuse)
+def test_bytes_that_are_no_text_are_replaced(session_bus, run_client):
+    other = OtherService(session_bus.connection, accept)
+
+    assert run_client('install', os.fsdecode(b'/tmp/\xff\xfea\xe4.rpm')) == (0, [])
+    assert other.calls == [('(s)', ('/tmp/\ufffd\ufffda\ufffd.rpm',))]
+
+
+def test_only_the_first_file_is_sent(session_bus, run_client):
+    other = OtherService(session_bus.connection, accept)
+
+    assert run_client('install', 'first.rpm', 'second.rpm', 'third.rpm') == (0, [])
+    assert other.calls == [('(s)', ('first.rpm',))]
+
+
+def test_nothing_else_is_asked_of_the_bus(session_bus, session_traffic, run_client):
+    OtherService(session_bus.connection, accept)
+
+    run_client('install', '/tmp/a.rpm')
+
+    (call,) = [message for message in session_traffic.messages(kind='method-call') if message.member == 'installFiles']
+    assert (call.path, call.interface, call.signature) == \
+        ('/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 's')
+    assert [message.member for message in session_traffic.calls(call.sender)] == ['installFiles']
+    assert 'RequestName' not in [message.member for message in session_traffic.messages(call.sender)]
+
+
+def test_no_display_is_needed(session_bus, run_client):
+    OtherService(session_bus.connection, accept)
+
+    assert run_client('install', '/tmp/a.rpm', QT_QPA_PLATFORM='no-such-platform') == (0, [])
+
+
+def test_contents_of_the_answer_do_not_matter(session_bus, session_traffic, run_client):
+    """A plain answer with values that no client asked for."""
+    def answer(invocation):
+        reply = invocation.get_message().new_method_reply()
+        reply.set_body(GLib.Variant('(bs)', (False, 'failed')))
+        invocation.get_connection().send_message(reply, 0)
+    OtherService(session_bus.connection, answer)
+
+    assert run_client('install', '/tmp/a.rpm') == (0, [])
+    assert 'bs' in [message.signature for message in session_traffic.messages(kind='method-return')]
+
+
+@pytest.mark.parametrize('error', [
+    'a.b.Refused',
+    'org.freedesktop.DBus.Error.AccessDenied',
+    'org.freedesktop.DBus.Error.NoReply',
+    'org.freedesktop.DBus.Error.UnknownMethod',
+    'ru.quon.ZARN.Error.NoSpace',
+])
+def test_refused_request_fails_without_telling_why(session_bus, run_client, error):
+    OtherService(session_bus.connection, refusing(error))
 
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
 
 
-def test_own_service_takes_no_single_string(service, run_client):
+def test_service_that_leaves_without_an_answer_fails(session_bus, run_client):
+    connection = session_bus.connect()
+    OtherService(connection, lambda _invocation: connection.close_sync())
+
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
-    assert service.alive
+
+
+def test_own_service_takes_no_single_string(service, session_bus, session_traffic, run_client):
+    assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
+
+    owner = session_bus.name_of_process(service.process.pid)
+    (error,) = session_traffic.messages(owner, 'error')
+    assert error.error_name == 'org.freedesktop.DBus.Error.UnknownMethod'
+    service.barrier()
+    assert service.log() == []
 
 
 def test_absent_service_fails(session_bus, run_client):
     assert session_bus.has_owner(NAME) is False
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
+
+
+def test_absent_service_is_started(session_bus, run_client):
+    session_bus.allow_activation()
+
+    assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
+    assert session_bus.has_owner(NAME)
+
+
+def test_absent_bus_fails(run_client):
+    assert run_client('install', '/tmp/a.rpm', DBUS_SESSION_BUS_ADDRESS='unix:path=/absent') == (1, [FAILURE])

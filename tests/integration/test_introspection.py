@@ -22,6 +22,15 @@ def members(xml):
     return sorted(found)
 
 
+def test_nothing_else_is_on_the_bus(service, client):
+    node = ElementTree.fromstring(client.introspect())
+
+    assert sorted(interface.get('name') for interface in node.findall('interface')) == [
+        'org.freedesktop.DBus.Introspectable', 'org.freedesktop.DBus.Peer', 'org.freedesktop.DBus.Properties', INTERFACE]
+    assert node.findall('node') == []
+    assert client.call('GetAll', '(s)', INTERFACE, interface='org.freedesktop.DBus.Properties') == ({},)
+
+
 def test_running_service_offers_what_is_written_down(service, client):
     assert members(client.introspect()) == members(EXPECTED.read_text(encoding='utf-8'))
 

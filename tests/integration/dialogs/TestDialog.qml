@@ -5,7 +5,7 @@ import QtQuick 2.15
 import QtQuick.Window 2.15
 import "dialognumber.js" as DialogNumber
 
-// What all variants have in common: a number, and a line in the log when it is shown.
+// What all variants have in common: a number, and a line in the log when it is shown or hidden.
 Window {
     readonly property int number: DialogNumber.next()
 
@@ -18,6 +18,8 @@ Window {
             console.log("dialog", number, "shows", JSON.stringify(
                 { name: rpmInfo.name, version: rpmInfo.version, summary: rpmInfo.summary, fileName: rpmInfo.fileName }))
             Qt.callLater(shown)
+        } else {
+            console.log("dialog", number, "hides")
         }
     }
 }

@@ -8,12 +8,14 @@ import pytest
 from packages import build_package
 
 from .bus import SESSION_ADDRESS, Bus
+from .catalogues import Catalogues
 from .client import Client
 from .devicestate import DeviceState, is_device
 from .dialog import Dialog
-from .processes import Processes
+from .processes import DEADLINE_S, Processes
 from .screen import Screen
-from .service import Service
+from .scriptedbus import ScriptedBus
+from .service import PROGRAM, Service
 from .signalrecorder import SignalRecorder
 from .standins import StandIns
 from .traffic import Traffic
@@ -122,6 +124,23 @@ def second_program(processes, system_bus, session_bus, environment):
 
 
 @pytest.fixture
+def run_client(processes, environment):
+    """Runs the program in client mode: `run_client('install', file, seconds=20)`, its exit status and its lines."""
+    def run(*arguments, seconds=DEADLINE_S, **variables):
+        process = processes.start('client', [PROGRAM, *arguments], {**environment, **variables})
+        return processes.wait_end(process, seconds), process.lines()
+    return run
+
+
+@pytest.fixture
+def scripted_bus(processes):
+    """A session bus that hands names out when told; start the service with its `address`."""
+    bus = ScriptedBus(processes)
+    yield bus
+    bus.stop()
+
+
+@pytest.fixture
 def client(session_bus, processes):
     """A client on the session bus."""
     return Client(session_bus.connection, processes)
@@ -151,6 +170,14 @@ def dialog(program, tmp_path):
     chosen = Dialog(program, tmp_path / 'installed-dialog')
     yield chosen
     chosen.restore()
+
+
+@pytest.fixture
+def catalogues(tmp_path):
+    """The translation catalogues of the device."""
+    changed = Catalogues(tmp_path, tmp_path / 'installed-catalogues')
+    yield changed
+    changed.restore()
 
 
 @pytest.fixture

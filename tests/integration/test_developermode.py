@@ -1,0 +1,108 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""When the user is asked, and what is logged about it."""
+
+import pytest
+from gi.repository import GLib
+
+NO_SDK = '"Unable install package without confirm: The installation is not running in sdk mode. "'
+NOT_ALLOWED = '"Unable install package without confirm: Silent software instalation is not allowed"'
+NEITHER = ('"Unable install package without confirm: The installation is not running in sdk mode. '
+           'Silent software instalation is not allowed"')
+UNKNOWN = 'Could not fetch developer mode state:  '
+
+
+@pytest.fixture
+def asked(standins, service, client, signals, dialog):
+    """Installs a file and tells whether the user was asked."""
+    standins.start('package-manager', installs='nothing')
+    dialog.use('Confirming')
+
+    def install(sdk_mode):
+        client.install(['/absent.rpm'], sdk_mode=sdk_mode)
+        assert signals.wait('installFinished') == (True, '')
+        service.barrier()
+        return 'needConfirm' in signals.names()
+    return install
+
+
+@pytest.mark.parametrize('sdk_mode, silent, question, warnings', [
+    (True, True, False, []),
+    (True, False, True, [NOT_ALLOWED]),
+    (False, True, True, [NO_SDK]),
+    (False, False, True, [NEITHER]),
+])
+@pytest.mark.parametrize('emulator', [False, True], ids=['device', 'emulator'])
+def test_question_depends_on(standins, service, device, asked, emulator, sdk_mode, silent, question, warnings):
+    """On an emulator nobody is asked; what is logged is the same."""
+    standins.start('developer-mode', silent_installation=silent)
+    if emulator:
+        device.mark_as_emulator()
+
+    assert asked(sdk_mode) == (question and not emulator)
+
+    assert service.warnings() == warnings
+    (call,) = standins.developer_mode.calls()
+    assert (call.path, call.interface, call.method, call.signature) == \
+        ('/', 'ru.quon.developermode', 'IsSilentInstallationEnabled', '')
+
+
+@pytest.mark.parametrize('sdk_mode', [False, True], ids=['asking', 'sdk'])
+@pytest.mark.parametrize('emulator', [False, True], ids=['device', 'emulator'])
+def test_absent_developer_mode_allows_nothing(service, device, asked, emulator, sdk_mode):
+    if emulator:
+        device.mark_as_emulator()
+
+    assert asked(sdk_mode) == (not emulator)
+
+    assert service.warnings() == \
+        [UNKNOWN + '"The name ru.quon.developermode was not provided by any .service files"']
+
+
+def test_failing_developer_mode_allows_nothing(standins, service, asked):
+    standins.start('developer-mode', silent_installation=True).refuse('IsSilentInstallationEnabled', 'a.b.Failed',
+                                                                     'out of order')
+    assert asked(sdk_mode=True)
+    assert service.warnings() == [UNKNOWN + '"out of order"']
+
+
+@pytest.mark.parametrize('answer, question, warnings', [
+    (GLib.Variant('(s)', ('true',)), False, []),
+    (GLib.Variant('(s)', ('false',)), True, [NOT_ALLOWED]),
+    (GLib.Variant('(i)', (1,)), False, []),
+    (GLib.Variant('(u)', (0,)), True, [NOT_ALLOWED]),
+    (GLib.Variant('(as)', (['true'],)), True, [NOT_ALLOWED]),
+    (GLib.Variant('()', ()), True, [NOT_ALLOWED]),
+], ids=str)
+def test_answer_is_converted_where_possible(standins, service, asked, answer, question, warnings):
+    standins.start('developer-mode').answer('IsSilentInstallationEnabled', answer)
+
+    assert asked(sdk_mode=True) == question
+    assert service.warnings() == warnings
+
+
+def test_every_file_is_asked_about(standins, service, client, signals, dialog):
+    """Also after one was declined; and each is logged."""
+    standins.start('developer-mode')
+    dialog.use('Dismissing')
+
+    client.install(['/1.rpm', '/2.rpm', '/3.rpm'])
+
+    assert signals.wait('installFinished') == (False, 'The user cancelled the installation')
+    assert signals.names() == ['needConfirm'] * 3 + ['installFinished']
+    assert service.warnings() == [NEITHER] * 3
+    assert len(standins.developer_mode.calls()) == 3
+
+
+def test_marker_is_looked_for_at_every_file(standins, service, client, signals, dialog, device):
+    standins.start('package-manager', installs='nothing')
+    dialog.use('Controlled')
+
+    client.install(['/1.rpm', '/2.rpm'])
+    dialog.wait_shown(1)
+    device.mark_as_emulator()
+    dialog.answer('dismissed', number=1)
+
+    signals.wait('installFinished')
+    assert signals.names() == ['needConfirm', 'installFinished']
+    assert [call.arguments[0] for call in standins.package_manager.calls()] == ['/2.rpm']

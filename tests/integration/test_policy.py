@@ -1,0 +1,86 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Devices on which the policy forbids installing."""
+
+import platform as machine
+
+import pytest
+
+REFUSING = '[Applications]\nInstallationEnabled=false\n'
+ALLOWING = '[Applications]\nInstallationEnabled=true\n'
+TEXT = f'Installing applications is disabled by the {machine.freedesktop_os_release()["NAME"]} device policy'
+
+
+def test_user_and_caller_are_told(standins, service, client, signals, device, system_bus, system_traffic, package):
+    standins.start('notifications')
+    device.set_policy(REFUSING)
+
+    client.install([package('forbidden')])
+
+    assert signals.wait('installFinished') == (False, TEXT)
+    notification = standins.notifications.wait_call('Notify')
+    assert notification.signature == 'susssasa{sv}i'
+    assert notification.arguments == ('', 0, 'icon-lock-warning', '', TEXT, [], {'urgency': 2, 'transient': True}, -1)
+    service.barrier()
+    assert len(standins.notifications.calls()) == 1
+    assert signals.names() == ['installFinished']
+    assert system_traffic.calls(system_bus.name_of_process(service.process.pid)) == []
+    assert service.log() == []
+
+
+@pytest.mark.parametrize('files', [[], ['/absent.rpm'], ['/one.rpm', '/two.rpm']], ids=len)
+@pytest.mark.parametrize('sdk_mode', [False, True], ids=['asking', 'sdk'])
+def test_neither_files_nor_sdk_mode_matter(standins, service, client, signals, device, files, sdk_mode):
+    standins.start('developer-mode', silent_installation=True)
+    device.set_policy(REFUSING)
+
+    client.install(files, sdk_mode=sdk_mode)
+
+    assert signals.all == [('installFinished', 'bs', (False, TEXT))]
+    service.barrier()
+    assert service.log() == []
+    assert standins.developer_mode.calls() == []
+
+
+def test_emulator_does_not_matter(service, client, signals, device):
+    device.mark_as_emulator()
+    device.set_policy(REFUSING)
+
+    client.install(['/absent.rpm'])
+
+    assert signals.wait('installFinished') == (False, TEXT)
+
+
+def test_policy_is_read_for_each_request(service, client, signals, device):
+    for policy in (REFUSING, ALLOWING, REFUSING, None):
+        device.set_policy(policy)
+        client.install([])
+
+    service.barrier()
+    assert signals.arguments('installFinished') == [(False, TEXT), (True, ''), (False, TEXT), (True, '')]
+
+
+def test_policy_that_makes_no_sense_forbids(service, client, signals, device):
+    device.set_policy('[Applications]\nInstallationEnabled=perhaps\n')
+
+    client.install([])
+
+    assert signals.wait('installFinished') == (False, TEXT)
+    (warning,) = service.warnings()
+    assert '/etc/velmora/access-policy.conf' in warning
+
+
+@pytest.mark.parametrize('language, text', [
+    ('de_DE.UTF-8', 'Das Installieren von Apps ist durch die Geräterichtlinie von {} deaktiviert'),
+    ('C.UTF-8', 'Installing applications is disabled by the {} device policy'),
+])
+def test_text_is_in_the_users_language(standins, program, client, signals, device, language, text):
+    standins.start('notifications')
+    device.set_policy(REFUSING)
+    program.start(environment={'LANG': language})
+
+    client.install([])
+
+    text = text.format(machine.freedesktop_os_release()['NAME'])
+    assert signals.wait('installFinished') == (False, text)
+    assert standins.notifications.wait_call('Notify').arguments[4] == text

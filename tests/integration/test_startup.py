@@ -1,0 +1,79 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The service's way onto the bus, and what keeps it from there."""
+
+from support.client import INTERFACE, NAME, PATH
+
+NAME_IN_USE = 'warning default: Service name is already in use: org.velmoraos.installationhandler'
+ASKED_BEFORE = ['ru.quon.developermode', 'ru.quon.ZARN', 'ru.quon.RuntimeManager']
+
+
+def introspected(traffic):
+    """Whom somebody has asked for a description of itself."""
+    return [message.destination for message in traffic.messages(kind='method-call') if message.member == 'Introspect']
+
+
+def test_name_is_asked_for_once_and_not_for_others_to_take(program, session_bus, session_traffic):
+    program.start()
+
+    sender = session_bus.name_of_process(program.process.pid)
+    requests = [message.arguments for message in session_traffic.messages(sender) if message.member == 'RequestName']
+    do_not_queue = 4
+    assert requests == [('org.velmoraos.installationhandler', do_not_queue)]
+    replace_existing, exists = 2, 3
+    assert session_bus.ask('RequestName', '(su)', NAME, replace_existing | do_not_queue) == (exists,)
+    program.barrier()
+    assert program.log() == []
+
+
+def test_object_answers_what_was_asked_before_the_name_was_there(system_bus, program, scripted_bus):
+    program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': scripted_bus.address})
+    scripted_bus.wait_name_request()
+    call = scripted_bus.start_call(PATH, INTERFACE, 'installFiles', '(as)', [])
+
+    scripted_bus.grant_name()
+
+    assert call.wait() == ()
+
+
+def test_proxies_are_made_before_the_name(processes, session_bus, standins, program):
+    developer_mode = standins.start('developer-mode')
+    developer_mode.hang('Introspect')
+
+    program.launch()
+    processes.wait_until(lambda: 'Introspect hangs' in developer_mode.process.text, 'the service to look at a peer')
+    assert not session_bus.has_owner(NAME)
+
+    developer_mode.release('Introspect')
+    session_bus.wait_owner(NAME)
+
+
+def test_name_that_is_refused_ends_the_service(system_bus, program, scripted_bus):
+    program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': scripted_bus.address})
+    assert scripted_bus.wait_name_request()[0] == 'org.velmoraos.installationhandler'
+
+    scripted_bus.refuse_name()
+
+    assert program.wait_exit() == 1
+    assert program.log() == [NAME_IN_USE]
+
+
+def test_second_service_gives_up(service, second_program, session_bus, client, signals):
+    owner = session_bus.ask('GetNameOwner', '(s)', NAME)
+
+    assert second_program.launch().wait_exit() == 1
+
+    assert second_program.log() == [NAME_IN_USE]
+    assert session_bus.ask('GetNameOwner', '(s)', NAME) == owner
+    client.install([])
+    assert signals.wait('installFinished') == (True, '')
+    assert service.log() == []
+
+
+def test_service_without_session_bus_gives_up(program, system_traffic):
+    """Not before it has got to know its peers on the other bus."""
+    program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/absent'})
+
+    assert program.wait_exit() == 1
+    assert program.log() == ['warning default: Could not connect to session bus.']
+    assert introspected(system_traffic) == ASKED_BEFORE

@@ -1,0 +1,84 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Methods and signals as they are on the wire."""
+
+import pytest
+from gi.repository import Gio, GLib
+from standin.remoteerror import RemoteError
+from support.client import INTERFACE, NAME, PATH
+
+UNKNOWN_METHOD = 'org.freedesktop.DBus.Error.UnknownMethod'
+
+
+@pytest.mark.parametrize('signature, arguments', [
+    ('as', ([],)),
+    ('asb', ([], True)),
+    ('asbb', ([], True, True)),
+])
+def test_method_takes(service, client, signals, session_bus, session_traffic, signature, arguments):
+    assert client.call('installFiles', f'({signature})', *arguments) == ()
+
+    assert signals.wait('installFinished') == (True, '')
+    service.barrier()
+    name = session_bus.name_of_process(service.process.pid)
+    (call,) = [message for message in session_traffic.messages(kind='method-call') if message.member == 'installFiles']
+    assert call.signature == signature
+    (reply,) = [message for message in session_traffic.messages(name) if message.reply_serial == call.serial]
+    assert (reply.kind, reply.signature) == ('method-return', '')
+
+
+@pytest.mark.parametrize('signature, arguments', [
+    ('', ()),
+    ('s', ('/tmp/a.rpm',)),
+    ('asi', ([], 1)),
+    ('asbs', ([], True, 'true')),
+    ('asbbb', ([], True, True, True)),
+    ('aay', ([],)),
+    ('v', (GLib.Variant('as', []),)),
+])
+def test_method_does_not_take(service, client, signals, signature, arguments):
+    with pytest.raises(RemoteError) as refusal:
+        client.call('installFiles', f'({signature})', *arguments)
+
+    assert refusal.value.name == UNKNOWN_METHOD
+    service.barrier()
+    assert signals.all == []
+    assert service.log() == []
+
+
+@pytest.mark.parametrize('method', ['transactionFinished', 'needConfirm', 'installFinished', 'processNextTransaction',
+                                    'updateIdleTimer', 'setEngine', 'deleteLater', 'InstallFiles'])
+def test_nothing_else_can_be_called(service, client, method):
+    with pytest.raises(RemoteError) as refusal:
+        client.call(method)
+
+    assert refusal.value.name == UNKNOWN_METHOD
+    service.barrier()
+    assert service.log() == []
+
+
+def test_reply_may_be_left_out(service, client, signals, session_bus, session_traffic):
+    message = Gio.DBusMessage.new_method_call(NAME, PATH, INTERFACE, 'installFiles')
+    message.set_body(GLib.Variant('(as)', ([],)))
+    message.set_flags(Gio.DBusMessageFlags.NO_REPLY_EXPECTED)
+    client.connection.send_message(message, Gio.DBusSendMessageFlags.NONE)
+
+    assert signals.wait('installFinished') == (True, '')
+    service.barrier()
+    replies = session_traffic.messages(session_bus.name_of_process(service.process.pid), 'method-return')
+    assert message.get_serial() not in [reply.reply_serial for reply in replies]
+
+
+def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_traffic):
+    standins.start('package-manager', installs='nothing')
+    dialog.use('Confirming')
+
+    client.install(['/absent.rpm'])
+
+    signals.wait('installFinished')
+    owner = session_bus.name_of_process(service.process.pid)
+    assert [(signal.destination, signal.path, signal.interface, signal.member, signal.signature, signal.arguments)
+            for signal in session_traffic.messages(owner, 'signal')] == [
+        (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'needConfirm', '', ()),
+        (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'installFinished', 'bs',
+         (True, ''))]
