@@ -1,0 +1,119 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Requests of many files, and many requests."""
+
+import re
+from pathlib import Path
+
+import pytest
+
+# Much more than a correct service gains, much less than one that keeps what it needed for each file.
+MEMORY_KB = 65536
+
+CANCELLED = 'The user cancelled the installation'
+
+
+def peak_memory(process):
+    """The most memory that a process has had so far, in KiB."""
+    status = Path(f'/proc/{process.pid}/status').read_text(encoding='utf-8')
+    return int(re.search(r'VmHWM:\s*(\d+) kB', status)[1])
+
+
+def open_files(process):
+    return len(list(Path(f'/proc/{process.pid}/fd').iterdir()))
+
+
+@pytest.fixture
+def lean(service):
+    """The service, which must not gain much memory nor leave files open."""
+    service.barrier()
+    memory, files = peak_memory(service.process), open_files(service.process)
+    yield service
+    service.barrier()
+    assert peak_memory(service.process) - memory < MEMORY_KB
+    assert open_files(service.process) == files
+
+
+@pytest.fixture
+def silent(standins):
+    """Nobody is asked, and nothing is installed."""
+    standins.start('developer-mode', silent_installation=True)
+    return standins.start('package-manager', installs='nothing')
+
+
+@pytest.mark.parametrize('count', [0, 1, 5000])
+def test_all_files_of_a_request_are_installed_in_order(silent, lean, client, signals, tmp_path, count):
+    files = [f'/absent/{number}.rpm' for number in range(count)]
+
+    client.install(files, sdk_mode=True)
+
+    assert signals.wait('installFinished', seconds=150) == (True, '')
+    lean.barrier()
+    assert signals.names() == ['installFinished']
+    assert [call.arguments[0] for call in silent.calls('Install')] == files
+    assert lean.log() == []
+
+
+def test_every_failure_of_many_files_is_told(silent, lean, client, signals):
+    silent.refuse('Install', 'a.b.NoSpace')
+
+    client.install(['/absent.rpm'] * 1000, sdk_mode=True)
+
+    description = 'zarn_installation_error_desc_NoSpace (code: NoSpace)'
+    assert signals.wait('installFinished', seconds=60) == (False, '\n'.join([description] * 1000))
+
+
+def test_other_requests_are_answered_while_many_files_are_installed(silent, lean, client, signals):
+    client.install(['/absent.rpm'] * 1000, sdk_mode=True)
+
+    client.call('installFiles', '(as)', [])
+
+    assert signals.wait('installFinished') == (True, '')
+    assert len(silent.calls('Install')) < 1000
+    assert signals.wait('installFinished', 2, seconds=60) == (True, '')
+    assert len(silent.calls('Install')) == 1000
+
+
+def test_every_file_of_many_can_be_declined(standins, lean, client, signals, dialog, package):
+    standins.start('package-manager', 'mce')
+    dialog.use('Dismissing')
+
+    client.install([package('one'), package('two')] * 100)
+
+    assert signals.wait('installFinished', seconds=60) == (False, CANCELLED)
+    lean.barrier()
+    assert signals.names() == ['needConfirm'] * 200 + ['installFinished']
+    assert len(standins.mce.calls('notification_begin_req')) == len(standins.mce.calls('notification_end_req')) == 200
+    assert standins.package_manager.calls() == []
+
+
+def test_many_requests_at_once(silent, lean, client, signals):
+    """Started together, each ends on its own."""
+    silent.hang('Install')
+    for number in range(100):
+        client.install([f'/absent/{number}.rpm'], sdk_mode=True)
+    silent.wait_call('Install', 100)
+    lean.barrier()
+    assert signals.all == []
+
+    silent.release('Install')
+
+    signals.wait('installFinished', 100)
+    assert signals.arguments('installFinished') == [(True, '')] * 100
+
+
+def test_many_requests_behind_a_dialog(standins, lean, client, signals, dialog, device):
+    """Each of which ends inside its own start."""
+    dialog.use('Controlled')
+    client.install(['/absent.rpm'])
+    dialog.wait_shown()
+    device.set_policy('[Applications]\nInstallationEnabled=false\n')
+    for _ in range(1000):
+        client.call('installFiles', '(as)', ['/absent.rpm'])
+    assert signals.names() == ['needConfirm']
+
+    dialog.answer('dismissed')
+
+    signals.wait('installFinished', 1001, seconds=60)
+    assert signals.arguments('installFinished')[0] == (False, CANCELLED)
+    assert len(set(signals.arguments('installFinished')[1:])) == 1
