@@ -5,12 +5,8 @@
 import os
 import sys
 
-from dbus.mainloop.glib import DBusGMainLoop
-
-DBusGMainLoop(set_as_default=True)
-
-from . import dialog, idle, installation, neighbours, reads, startup  # noqa: E402
-from .figure import table  # noqa: E402
+from . import dialog, idle, installation, neighbours, reads, startup
+from .figure import table
 
 GROUPS = {
     "startup": startup.figures,

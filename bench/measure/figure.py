@@ -38,7 +38,7 @@ class Figure:
 
     def spread(self):
         values = self.ratios() if self.ratio() is not None else self.product
-        return f"{min(values):.2f}–{max(values):.2f}"
+        return f"{number(min(values))}–{number(max(values))}"
 
     def verdict(self):
         if self.bar is None:
