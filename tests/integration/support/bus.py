@@ -8,6 +8,8 @@ from pathlib import Path
 
 from gi.repository import Gio, GLib
 
+from .processes import DEADLINE_S
+
 SANDBOX = Path(__file__).resolve().parents[3] / 'sandbox'
 SYSTEM_ADDRESS = 'unix:path=/run/dbus/system_bus_socket'
 SESSION_ADDRESS = 'unix:path=/run/user/0/test-bus'
@@ -64,13 +66,13 @@ class Bus:
         """Whether somebody owns a name now."""
         return self.ask('NameHasOwner', '(s)', name)[0]
 
-    def wait_owner(self, name, owned=True):
+    def wait_owner(self, name, owned=True, seconds=DEADLINE_S):
         """Waits until a name is on the bus, or has left it."""
         changes = self.connection.signal_subscribe(DAEMON[0], DAEMON[2], 'NameOwnerChanged', DAEMON[1], name,
                                                    Gio.DBusSignalFlags.NONE, lambda *_: None)
         try:
             self._processes.wait_until(lambda: self.has_owner(name) == owned,
-                                       f'{name} {"on" if owned else "to leave"} the bus')
+                                       f'{name} {"on" if owned else "to leave"} the bus', seconds)
         finally:
             self.connection.signal_unsubscribe(changes)
 
