@@ -3,7 +3,6 @@
 """When the user is asked, and what is logged about it."""
 
 import pytest
-from gi.repository import GLib
 
 NO_SDK = '"Unable install package without confirm: The installation is not running in sdk mode. "'
 NOT_ALLOWED = '"Unable install package without confirm: Silent software instalation is not allowed"'
@@ -64,21 +63,6 @@ def test_failing_developer_mode_allows_nothing(standins, service, asked):
                                                                      'out of order')
     assert asked(sdk_mode=True)
     assert service.warnings() == [UNKNOWN + '"out of order"']
-
-
-@pytest.mark.parametrize('answer, question, warnings', [
-    (GLib.Variant('(s)', ('true',)), False, []),
-    (GLib.Variant('(s)', ('false',)), True, [NOT_ALLOWED]),
-    (GLib.Variant('(i)', (1,)), False, []),
-    (GLib.Variant('(u)', (0,)), True, [NOT_ALLOWED]),
-    (GLib.Variant('(as)', (['true'],)), True, [NOT_ALLOWED]),
-    (GLib.Variant('()', ()), True, [NOT_ALLOWED]),
-], ids=str)
-def test_answer_is_converted_where_possible(standins, service, asked, answer, question, warnings):
-    standins.start('developer-mode').answer('IsSilentInstallationEnabled', answer)
-
-    assert asked(sdk_mode=True) == question
-    assert service.warnings() == warnings
 
 
 def test_every_file_is_asked_about(standins, service, client, signals, dialog):

@@ -4,10 +4,7 @@
 
 import pytest
 from gi.repository import Gio, GLib
-from standin.remoteerror import RemoteError
 from support.client import INTERFACE, NAME, PATH
-
-UNKNOWN_METHOD = 'org.freedesktop.DBus.Error.UnknownMethod'
 
 
 @pytest.mark.parametrize('signature, arguments', [
@@ -27,36 +24,6 @@ def test_method_takes(service, client, signals, session_bus, session_traffic, si
     assert (reply.kind, reply.signature) == ('method-return', '')
 
 
-@pytest.mark.parametrize('signature, arguments', [
-    ('', ()),
-    ('s', ('/tmp/a.rpm',)),
-    ('asi', ([], 1)),
-    ('asbs', ([], True, 'true')),
-    ('asbbb', ([], True, True, True)),
-    ('aay', ([],)),
-    ('v', (GLib.Variant('as', []),)),
-])
-def test_method_does_not_take(service, client, signals, signature, arguments):
-    with pytest.raises(RemoteError) as refusal:
-        client.call('installFiles', f'({signature})', *arguments)
-
-    assert refusal.value.name == UNKNOWN_METHOD
-    service.barrier()
-    assert signals.all == []
-    assert service.log() == []
-
-
-@pytest.mark.parametrize('method', ['transactionFinished', 'needConfirm', 'installFinished', 'processNextTransaction',
-                                    'updateIdleTimer', 'setEngine', 'deleteLater', 'InstallFiles'])
-def test_nothing_else_can_be_called(service, client, method):
-    with pytest.raises(RemoteError) as refusal:
-        client.call(method)
-
-    assert refusal.value.name == UNKNOWN_METHOD
-    service.barrier()
-    assert service.log() == []
-
-
 def test_reply_may_be_left_out(service, client, signals, session_bus, session_traffic):
     message = Gio.DBusMessage.new_method_call(NAME, PATH, INTERFACE, 'installFiles')
     message.set_body(GLib.Variant('(as)', ([],)))
@@ -65,8 +32,27 @@ def test_reply_may_be_left_out(service, client, signals, session_bus, session_tr
 
     assert signals.wait('installFinished') == (True, '')
     service.barrier()
-    replies = session_traffic.messages(session_bus.name_of_process(service.process.pid), 'method-return')
-    assert message.get_serial() not in [reply.reply_serial for reply in replies]
+    sent = session_traffic.messages(session_bus.name_of_process(service.process.pid))
+    assert message.get_serial() not in [reply.reply_serial for reply in sent]
+
+
+@pytest.mark.parametrize('signature, flags, sdk_mode', [
+    ('as', (), False),
+    ('asb', (False,), False),
+    ('asb', (True,), True),
+    ('asbb', (False, True), False),
+    ('asbb', (True, False), True),
+])
+def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, signature, flags, sdk_mode):
+    """And is off where it is left out."""
+    standins.start('developer-mode', silent_installation=True)
+    standins.start('package-manager', installs='nothing')
+    dialog.use('Confirming')
+
+    client.call('installFiles', f'({signature})', ['/absent.rpm'], *flags)
+
+    assert signals.wait('installFinished') == (True, '')
+    assert ('needConfirm' in signals.names()) == (not sdk_mode)
 
 
 def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_traffic):
