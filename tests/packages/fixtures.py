@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
 
-"""python3 -m packages.fixtures FOLDER: makes the packages that the unit tests read, and the keys that sign some of them."""
+"""python3 -m packages.fixtures FOLDER: makes the packages that the unit tests read, and the keys that sign some."""
 
 import sys
 from pathlib import Path
@@ -36,10 +36,11 @@ def make_built(folder):
 
 
 def make_claims(folder, plain):
-    """Headers that claim more than librpm believes (65,535 entries and 256 MiB, 32 and 64 MiB in a signature header)."""
+    """Headers that claim more than librpm believes: 65,535 entries and 256 MiB, in a signature header 32 and 64 MiB."""
     most = 0xffffffff
-    for name, entries, size in (('nothing', 0, 0), ('most', most, most), ('most-entries', most, 16), ('most-data', 2, most),
-                                ('entries', 0x10000, 16), ('data', 2, 0x10000000), ('all-allowed', 0xffff, 0x0fffffff)):
+    for name, entries, size in (('nothing', 0, 0), ('most', most, most), ('most-entries', most, 16),
+                                ('most-data', 2, most), ('entries', 0x10000, 16), ('data', 2, 0x10000000),
+                                ('all-allowed', 0xffff, 0x0fffffff)):
         save(folder, f'claims-{name}', damage.claiming(plain, entries, size))
     for name, entries, size in (('most', most, most), ('entries', 33, 16), ('data', 2, 64 * 1024 * 1024 + 1),
                                 ('all-allowed', 32, 64 * 1024 * 1024)):

@@ -42,7 +42,8 @@ def write(path, tags=None, payload=b''):
     """Writes a package and returns its path.
 
     tags    {tag number: (type, value)}, beside or instead of the name, version, release and summary that every package
-            gets; the value is text or bytes, or a list of them for arrays, or a list of numbers. None leaves the tag out.
+            gets; the value is text or bytes, or a list of them for arrays, or a list of numbers. None for the pair leaves
+            the tag out.
     The digests of the header are correct; there is no signature.
     """
     common = {NAME: (Type.STRING, 'handmade'), VERSION: (Type.STRING, '1.0'), RELEASE: (Type.STRING, '1'),

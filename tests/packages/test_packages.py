@@ -28,8 +28,8 @@ def test_same_arguments_give_the_same_bytes(tmp_path):
 
 
 def test_header_holds_the_arguments(tmp_path):
-    path = build_package(tmp_path, 'hello', version='2.1', release='3', summary='100 %{percent}', requires=['absent >= 3'],
-                         conflicts=['other'], provides=['greeter = 1'], scripts={'preun': 'echo 5%'})
+    path = build_package(tmp_path, 'hello', version='2.1', release='3', summary='100 %{percent}',
+                         requires=['absent >= 3'], conflicts=['other'], provides=['greeter = 1'], scripts={'preun': 'echo 5%'})
     assert path == tmp_path / 'hello-2.1-3.noarch.rpm'
     assert tag(path, 'SUMMARY') == '100 %{percent}|'
     assert 'absent|' in tag(path, 'REQUIRES')

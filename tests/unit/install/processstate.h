@@ -18,8 +18,8 @@ QStringList openFiles();
 qint64 bytesGainedPerCall(const std::function<void()> &call);
 
 /**
- * Interrupts a blocking system call after a few seconds, so that a test which ought not to block fails instead of hanging;
- * ends the process when that does not help.
+ * Interrupts a blocking system call after a few seconds, so that a test which ought not to block fails instead of
+ * hanging; ends the process when that does not help.
  */
 class Deadline
 {

@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 
 /**
- * A HOME of its own for librpm, which finds its database and thereby its keys in there, for as long as the object lives.
+ * A HOME of its own for librpm, which finds its database and thereby its keys in there, as long as the object lives.
  */
 class RpmEnvironment
 {

@@ -36,7 +36,8 @@ void TestInstallationError::describesWithoutCatalogue_data()
     addRow(".Failed", "zarn_installation_error_desc_Failed (code: Failed)");
     addRow("a..Failed", "zarn_installation_error_desc_Failed (code: Failed)");
     addRow("org.freedesktop.DBus.Error.NoReply", "zarn_installation_error_desc_NoReply (code: NoReply)");
-    addRow("org.freedesktop.DBus.Error.ServiceUnknown", "zarn_installation_error_desc_ServiceUnknown (code: ServiceUnknown)");
+    addRow("org.freedesktop.DBus.Error.ServiceUnknown",
+           "zarn_installation_error_desc_ServiceUnknown (code: ServiceUnknown)");
     addRow("a.b c-d_e", "zarn_installation_error_desc_b c-d_e (code: b c-d_e)");
     addRow("a.Zu_groß_文", "zarn_installation_error_desc_Zu_groß_文 (code: Zu_groß_文)");
     addRow("a.b．c", "zarn_installation_error_desc_b．c (code: b．c)");

@@ -94,7 +94,7 @@ void TestRpmInfoCalls::goesByTheResult()
     QCOMPARE(info.isValid(), valid);
     QCOMPARE(info.name(), valid ? QStringLiteral("somename") : QString());
     const QString line = valid ? QStringLiteral("debug: RPM Package info: \"somename\" \"\" \"\"")
-                               : QStringLiteral("debug: could not read rpm: %1 \"Input/output error\"").arg(int(result));
+                               : QStringLiteral(R"(debug: could not read rpm: %1 "Input/output error")").arg(result);
     QCOMPARE(journal.entries(), QStringList { line });
 }
 
@@ -102,10 +102,9 @@ void TestRpmInfoCalls::logsTheErrorNumber_data()
 {
     QTest::addColumn<int>("error");
     QTest::addColumn<QString>("line");
-    const auto line = [](const char *text) { return QLatin1String("debug: could not read rpm: 2 ") + QLatin1String(text); };
-    QTest::newRow("none") << 0 << line("\"Success\"");
-    QTest::newRow("no space") << ENOSPC << line("\"No space left on device\"");
-    QTest::newRow("unknown") << 12345 << line("\"Unknown error 12345\"");
+    QTest::newRow("none") << 0 << QStringLiteral(R"(debug: could not read rpm: 2 "Success")");
+    QTest::newRow("no space") << ENOSPC << QStringLiteral(R"(debug: could not read rpm: 2 "No space left on device")");
+    QTest::newRow("unknown") << 12345 << QStringLiteral(R"(debug: could not read rpm: 2 "Unknown error 12345")");
 }
 
 void TestRpmInfoCalls::logsTheErrorNumber()

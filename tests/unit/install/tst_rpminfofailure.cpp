@@ -118,8 +118,8 @@ void TestRpmInfoFailure::refuses_data()
     addFile("no bytes", QByteArray(), notAPackage);
     addFile("text", QByteArray("This is no package. ").repeated(100), notAPackage);
     addFile("zeros", QByteArray(4096, '\0'), notAPackage);
-    addFile("a lead, then zeros", contents(packageFile(QStringLiteral("plain"))).left(leadSize) + QByteArray(4096, '\0'),
-            failed);
+    const QByteArray lead = contents(packageFile(QStringLiteral("plain"))).left(leadSize);
+    addFile("a lead, then zeros", lead + QByteArray(4096, '\0'), failed);
     QTest::newRow("the device without contents") << QStringLiteral("/dev/null") << notAPackage;
     QTest::newRow("the device without end") << QStringLiteral("/dev/zero") << notAPackage;
     QTest::newRow("a folder") << m_folder.path() << failed;

@@ -50,7 +50,8 @@ void TestRpmInfoSignature::verifiesOnlyHeaderAndPayload_data()
     addRow("signed-unknown-key-header-only", false);
 
     QTest::newRow("plain") << QStringLiteral("plain") << false;
-    for (const char *damaged : { "signed-damaged-payload", "signed-damaged-signature", "signed-unreadable-signature" }) {
+    for (const char *damaged :
+         { "signed-damaged-payload", "signed-damaged-signature", "signed-unreadable-signature" }) {
         QTest::newRow(damaged) << QStringLiteral("signed") << false;
     }
 }

@@ -139,7 +139,8 @@ void TestZarnPackage::goesOutInKeyOrder()
     call << QVariant::fromValue(package);
     const QDBusMessage reply = m_bus.call(call, QDBus::Block, timeout);
     QCOMPARE(reply.errorMessage(), QString());
-    QCOMPARE(m_journal.entries(), QStringList { QLatin1String("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take") + arguments });
+    QCOMPARE(m_journal.entries(),
+             QStringList { QLatin1String("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take") + arguments });
 }
 
 void TestZarnPackage::comesInWhole_data()
@@ -149,7 +150,9 @@ void TestZarnPackage::comesInWhole_data()
     const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
     QTest::newRow("none") << QByteArray("(@a{ss} {},)") << ZarnPackage();
     QTest::newRow("several") << QByteArray("({'b': '2', 'a': '1', '': ''},)")
-                             << ZarnPackage { { text("a"), text("1") }, { text("b"), text("2") }, { QString(), QString() } };
+                             << ZarnPackage { { QString(), QString() },
+                                              { text("a"), text("1") },
+                                              { text("b"), text("2") } };
     QTest::newRow("a key twice") << QByteArray("({'a': 'first', 'b': 'x', 'a': 'second'},)")
                                  << ZarnPackage { { text("a"), text("second") }, { text("b"), text("x") } };
     QTest::newRow("other characters") << QByteArray("({'ключ': '包\\n%1'},)")
@@ -183,7 +186,8 @@ void TestZarnPackage::replacesWhatWasThere()
     m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("({'a': 'new'},)"));
     QDBusPendingCall call = getPackage(service);
     call.waitForFinished();
-    ZarnPackage package { { QStringLiteral("a"), QStringLiteral("old") }, { QStringLiteral("z"), QStringLiteral("old") } };
+    ZarnPackage package { { QStringLiteral("a"), QStringLiteral("old") },
+                          { QStringLiteral("z"), QStringLiteral("old") } };
     call.reply().arguments().constFirst().value<QDBusArgument>() >> package;
     const ZarnPackage expected { { QStringLiteral("a"), QStringLiteral("new") } };
     QCOMPARE(package, expected);
@@ -227,7 +231,8 @@ void TestZarnPackage::isRefusedWithoutAnAnswer_data()
     QTest::addColumn<int>("replyTimeout");
     QTest::addColumn<PeerAnswer>("answer");
     QTest::addColumn<QString>("errorName");
-    QTest::newRow("an error") << service << timeout << PeerAnswer::error("ru.quon.ZARN.Error.NotFound", "no such package")
+    QTest::newRow("an error") << service << timeout
+                              << PeerAnswer::error("ru.quon.ZARN.Error.NotFound", "no such package")
                               << QStringLiteral("ru.quon.ZARN.Error.NotFound");
     QTest::newRow("nobody there") << QStringLiteral("ru.quon.Absent") << timeout << PeerAnswer::held()
                                   << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
