@@ -1,0 +1,34 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""What a window manager does, on a display that has none."""
+
+import ctypes
+
+CLIENT_MESSAGE = 33
+
+
+class ClientMessage(ctypes.Structure):
+    """An event of Xlib that carries a message to a window."""
+
+    _fields_ = [('type', ctypes.c_int), ('serial', ctypes.c_ulong), ('send_event', ctypes.c_int),
+                ('display', ctypes.c_void_p), ('window', ctypes.c_ulong), ('message_type', ctypes.c_ulong),
+                ('format', ctypes.c_int), ('data', ctypes.c_long * 5)]
+
+
+class Event(ctypes.Union):
+    """Xlib's event, which has room for more than any of its kinds needs."""
+
+    _fields_ = [('message', ClientMessage), ('room', ctypes.c_long * 24)]
+
+
+def ask_to_close(display, window):
+    """Asks a window to close itself, as the button in its title bar would."""
+    xlib = ctypes.CDLL('libX11.so.6')
+    xlib.XOpenDisplay.restype = ctypes.c_void_p
+    xlib.XInternAtom.restype = ctypes.c_ulong
+    connection = ctypes.c_void_p(xlib.XOpenDisplay(display.encode()))
+    atoms = [xlib.XInternAtom(connection, name, False) for name in (b'WM_PROTOCOLS', b'WM_DELETE_WINDOW')]
+    event = Event(ClientMessage(type=CLIENT_MESSAGE, window=window, message_type=atoms[0], format=32))
+    event.message.data[0] = atoms[1]
+    assert xlib.XSendEvent(connection, ctypes.c_ulong(window), False, ctypes.c_long(0), ctypes.byref(event))
+    xlib.XCloseDisplay(connection)

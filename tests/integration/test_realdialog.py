@@ -1,0 +1,155 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The installed dialog on a display, with keyboard and pointer, up to the package manager."""
+
+import pytest
+from packages import handmade
+
+TEXTS = {
+    'long': 'x' * 10_000,
+    'words': 'word ' * 2_000,
+    'lines': 'line\n' * 2_000,
+    'markup': '<h1><a href="http://example.org">a</a><img src="file:///etc/passwd"></h1>' * 140,
+    'directions': '\u202e\u2066\u0627\u05d0' * 2_500,
+    'marks': 'Z\u0324\u0351\u036b\u0343' * 2_000,
+    'pictures': '\U0001f468\u200d\U0001f469\u200d\U0001f467' * 2_000,
+    'controls': '\x01\x1b[31m\x7f\u200b\ufeff' * 1_100,
+}
+CANCELLED = (False, 'The user cancelled the installation')
+INSTALLED = (True, '')
+
+
+@pytest.fixture(autouse=True)
+def service(standins, screen, program):
+    """The service on the display, with a package manager that installs nothing."""
+    standins.start('package-manager', 'mce')
+    standins.package_manager.configure('installs', 'nothing')
+    return program.start(environment=screen.environment())
+
+
+@pytest.fixture
+def ask(client, signals, screen, service):
+    """Asks for an installation; the dialog's window."""
+    def request(*files):
+        client.install(files)
+        signals.wait('needConfirm')
+        return screen.wait_for_window(service.process)
+    return request
+
+
+def installations(standins):
+    return len(standins.package_manager.calls('Install'))
+
+
+@pytest.mark.parametrize('keys, outcome', [
+    (['Tab', 'space'], INSTALLED),
+    (['Right', 'KP_Enter'], INSTALLED),
+    (['Return'], CANCELLED),
+    (['Tab', 'shift+Tab', 'space'], CANCELLED),
+    (['Escape'], CANCELLED),
+    (['XF86Back'], CANCELLED),
+], ids=str)
+def test_keys(ask, screen, signals, standins, service, keys, outcome):
+    screen.press_keys(ask('/absent.rpm'), *keys)
+
+    assert signals.wait('installFinished') == outcome
+    service.barrier()
+    assert installations(standins) == (1 if outcome == INSTALLED else 0)
+
+
+@pytest.mark.parametrize('button, outcome', [('install', INSTALLED), ('cancel', CANCELLED)])
+def test_click(ask, screen, signals, standins, service, button, outcome):
+    ask('/absent.rpm')
+
+    screen.click(*getattr(screen, f'wait_for_{button}_button')())
+
+    assert signals.wait('installFinished') == outcome
+    service.barrier()
+    assert installations(standins) == (1 if outcome == INSTALLED else 0)
+
+
+def test_double_click_installs_once(ask, screen, signals, standins, service):
+    standins.package_manager.hang('Install')
+    ask('/absent.rpm')
+
+    screen.click(*screen.wait_for_install_button(), times=2)
+    standins.package_manager.wait_call('Install')
+    service.barrier()
+    standins.package_manager.release('Install')
+
+    assert signals.wait('installFinished') == INSTALLED
+    service.barrier()
+    assert installations(standins) == 1
+    assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 3000000)]
+    assert signals.names() == ['needConfirm', 'installFinished']
+
+
+@pytest.mark.parametrize('keys', [
+    ['Tab', 'Return', 'Return', 'Return'],
+    ['Tab', 'space', 'Escape'],
+    ['Tab', 'Return', 'Tab', 'Return', 'Escape', 'Escape'],
+], ids=str)
+def test_keys_after_the_answer_mean_nothing(ask, screen, signals, standins, service, keys):
+    screen.press_keys(ask('/absent.rpm'), *keys)
+
+    assert signals.wait('installFinished') == INSTALLED
+    service.barrier()
+    assert installations(standins) == 1
+    assert signals.names() == ['needConfirm', 'installFinished']
+
+
+def test_closed_by_the_window_manager(ask, screen, signals, standins, service):
+    screen.ask_to_close(ask('/absent.rpm'))
+
+    assert signals.wait('installFinished') == CANCELLED
+    service.barrier()
+    assert installations(standins) == 0
+    assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 1000000)]
+
+
+def test_display_turned_off(ask, signals, standins, service):
+    ask('/absent.rpm')
+
+    standins.mce.configure('display', 'off')
+
+    assert signals.wait('installFinished') == CANCELLED
+    service.barrier()
+    assert installations(standins) == 0
+    assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 0)]
+
+
+def test_each_file_has_a_dialog_of_its_own(ask, screen, signals, standins, service):
+    first = ask('/one.rpm', '/two.rpm')
+    screen.press_keys(first, 'Escape')
+    signals.wait('needConfirm', 2)
+
+    screen.press_keys(screen.wait_for_window(service.process, after=first), 'Tab', 'Return')
+
+    assert signals.wait('installFinished') == CANCELLED
+    assert [call.arguments[0] for call in standins.package_manager.calls('Install')] == ['/two.rpm']
+
+
+@pytest.mark.parametrize('kind', TEXTS)
+def test_texts_of_strangers_leave_the_buttons_in_reach(ask, screen, signals, standins, service, tmp_path, kind):
+    text = TEXTS[kind]
+    file = handmade.write(tmp_path / 'hostile.rpm', {
+        handmade.NAME: (handmade.Type.STRING, text),
+        handmade.VERSION: (handmade.Type.STRING, text),
+        handmade.SUMMARY: (handmade.Type.I18NSTRING, [text]),
+    })
+
+    ask(file)
+    screen.click(*screen.wait_for_install_button())
+
+    assert signals.wait('installFinished') == INSTALLED
+    service.barrier()
+    assert [call.arguments[0] for call in standins.mce.calls('notification_begin_req')] == [text]
+    assert not [line for line in service.log() if line.startswith('warning qml') or 'SideloadDialog.qml' in line]
+
+
+def test_path_of_a_megabyte_leaves_the_buttons_in_reach(ask, screen, signals):
+    ask('/' + 'path/' * 200_000)
+
+    screen.click(*screen.wait_for_install_button())
+
+    assert signals.wait('installFinished') == INSTALLED

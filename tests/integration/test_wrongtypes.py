@@ -1,0 +1,149 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Peers that answer, or announce, something else than they should."""
+
+import pytest
+from gi.repository import GLib
+
+NOT_ALLOWED = '"Unable install package without confirm: Silent software instalation is not allowed"'
+STATUS = ('/com/nokia/mce/signal', 'com.nokia.mce.signal', 'display_status_ind')
+
+# Values in the text form of GVariant, and whether they count as true.
+VALUES = {
+    '()': False,
+    '(true,)': True,
+    '(false,)': False,
+    '(true, false)': True,
+    '(false, true)': False,
+    "('true',)": True,
+    "('false',)": False,
+    "('FALSE',)": False,
+    "('0',)": False,
+    "('',)": False,
+    "('off',)": True,
+    '(byte 0x01,)': True,
+    '(int16 0,)': False,
+    '(-1,)': True,
+    '(uint64 18446744073709551615,)': True,
+    '(0.0,)': False,
+    '(0.5,)': True,
+    "(objectpath '/',)": False,
+    "(signature 'b',)": False,
+    '(<true>,)': False,
+    "(<'off'>,)": False,
+    '((true,),)': False,
+    '([true],)': False,
+    "(['true'],)": False,
+    "(b'true',)": True,
+    "({'enabled': true},)": False,
+    "({'enabled': <true>},)": False,
+    "('off', 'off')": True,
+    f"('{'x' * 1_000_000}',)": True,
+}
+
+# As the state of the display, all but one.
+SENSELESS = [text for text in VALUES if text != "('off',)"] + ["('OFF',)", "('off ',)"]
+
+
+def variant(text):
+    return GLib.Variant.parse(None, text)
+
+
+@pytest.fixture
+def package_manager(standins):
+    """Installs nothing."""
+    return standins.start('package-manager', installs='nothing')
+
+
+def test_developer_mode_answers(standins, package_manager, service, client, signals, dialog):
+    """What is true as the toolkit sees it allows installing; anything else does not."""
+    developer_mode = standins.start('developer-mode')
+    dialog.use('Confirming')
+    asked = {}
+    for number, text in enumerate(VALUES, 1):
+        developer_mode.answer('IsSilentInstallationEnabled', variant(text))
+        before = len(signals.all)
+
+        client.install(['/absent.rpm'], sdk_mode=True)
+
+        assert signals.wait('installFinished', number) == (True, '')
+        asked[text] = [signal.name for signal in signals.all[before:]] == ['needConfirm', 'installFinished']
+    assert {text for text in VALUES if asked[text]} == {text for text, true in VALUES.items() if not true}
+    assert service.warnings() == [NOT_ALLOWED] * list(VALUES.values()).count(False)
+
+
+@pytest.mark.parametrize('peer, method', [
+    ('mce', 'notification_begin_req'),
+    ('mce', 'notification_end_req'),
+    ('package-manager', 'Install'),
+])
+def test_answers_that_nobody_reads(standins, package_manager, service, client, signals, dialog, peer, method):
+    standin = package_manager if peer == 'package-manager' else standins.start(peer)
+    dialog.use('Confirming')
+    for number, text in enumerate(VALUES, 1):
+        standin.answer(method, variant(text))
+
+        client.install(['/absent.rpm'])
+
+        assert signals.wait('installFinished', number) == (True, '')
+    assert signals.names() == ['needConfirm', 'installFinished'] * len(VALUES)
+    assert len(standin.calls(method)) == len(VALUES)
+
+
+@pytest.fixture
+def mce(standins, program, client, signals, dialog):
+    """The stand-in, while a dialog is on screen that goes when the display does."""
+    mce = standins.start('mce')
+    dialog.use('Controlled')
+    program.start()
+    client.install(['/absent.rpm'])
+    dialog.wait_shown()
+    return mce
+
+
+@pytest.fixture
+def check_dialog_stays(program, mce, signals):
+    """Looks whether the dialog has stayed until now, and whether it would go."""
+    def check():
+        program.barrier()
+        assert signals.names() == ['needConfirm']
+        mce.restore('get_display_status')
+        mce.configure('display', 'off')
+        assert signals.wait('installFinished')[0] is False
+    return check
+
+
+def test_mce_answers(mce, program, check_dialog_stays):
+    """It is asked whenever it appears."""
+    for number, text in enumerate(SENSELESS, 2):
+        mce.answer('get_display_status', variant(text))
+        mce.vanish()
+        mce.come_back()
+        mce.wait_call('get_display_status', number)
+        program.barrier()
+
+    check_dialog_stays()
+
+
+def test_mce_announces(mce, check_dialog_stays):
+    for text in SENSELESS:
+        mce.emit(*STATUS, variant(text))
+
+    check_dialog_stays()
+
+
+def test_others_announce(standins, system_bus, check_dialog_stays):
+    """What the display does is for MCE to say."""
+    standins.start('developer-mode').emit(*STATUS, variant("('off',)"))
+    system_bus.connection.emit_signal(None, *STATUS, variant("('off',)"))
+
+    check_dialog_stays()
+
+
+def test_mce_announces_something_else(mce, check_dialog_stays):
+    path, interface, member = STATUS
+    mce.emit('/', interface, member, variant("('off',)"))
+    mce.emit(path, 'com.nokia.mce.request', member, variant("('off',)"))
+    mce.emit(path, interface, 'tklock_mode_ind', variant("('off',)"))
+
+    check_dialog_stays()
