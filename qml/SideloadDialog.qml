@@ -40,7 +40,7 @@ Window {
     function harmless(text, longest) {
         const shown = text.length > longest ? text.slice(0, longest / 2) + "…" + text.slice(-longest / 2) : text
         return shown.replace(/\s+/g, " ").replace(
-            /[\u0000-\u001f\u007f-\u009f\u00ad\u034f\u061c\u115f\u1160\u17b4\u17b5\u180b-\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u206f\u3164\uffa0\ufff0-\ufffb]|\udb40[\udc00-\udfff]/g,
+            /[\u0000-\u001f\u007f-\u009f\u00ad\u034f\u061c\u115f\u1160\u17b4\u17b5\u180b-\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u206f\u3164\uffa0\ufff0-\ufffb]|[\udb40-\udb43][\udc00-\udfff]/g,
             "\ufffd")
     }
 
@@ -121,7 +121,7 @@ Window {
         Accessible.role: Accessible.Dialog
         Accessible.name: question.text
         Accessible.description: name.text + " " + version.text + "\n" + summary.text + "\n" + warning.text
-        Keys.onPressed: dialog.handleKey(event)
+        Keys.onPressed: (event) => dialog.handleKey(event)
 
         Grid {
             id: actions
@@ -137,13 +137,14 @@ Window {
 
             T.Button {
                 id: cancel
-                objectName: "cancel"
                 width: actions.cell
                 height: actions.cellHeight
                 focus: true
                 //: Button that closes the dialog without installing anything; as short as possible
                 //% "Cancel"
                 text: qsTrId("installationhandler-bt-cancel")
+                Accessible.role: Accessible.Button
+                Accessible.name: text
                 onClicked: dialog.answer(dialog.dismissed)
                 contentItem: Text {
                     text: cancel.text
@@ -161,12 +162,13 @@ Window {
             }
             T.Button {
                 id: install
-                objectName: "install"
                 width: actions.cell
                 height: actions.cellHeight
                 //: Button that starts the installation; as short as possible
                 //% "Install"
                 text: qsTrId("installationhandler-bt-install")
+                Accessible.role: Accessible.Button
+                Accessible.name: text
                 onClicked: dialog.answer(dialog.requestInstall)
                 contentItem: Text {
                     text: install.text
@@ -189,6 +191,7 @@ Window {
             width: page.width
             height: page.height - actions.height - 1.5 * dialog.gap
             contentHeight: content.height
+            onContentHeightChanged: dialog.reveal(file)
             interactive: contentHeight > height
             clip: interactive
 
@@ -197,10 +200,11 @@ Window {
                 y: Math.max(0, Math.round((body.height - height) / 3))
                 padding: dialog.gap
                 spacing: dialog.gap
-                onHeightChanged: dialog.reveal(file)
 
                 Text {
                     id: question
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     width: page.column
                     //: Heading of the dialog that asks whether a package file is to be installed
                     //% "Install this app?"
@@ -211,8 +215,11 @@ Window {
                     wrapMode: Text.Wrap
                 }
                 Rectangle {
+                    id: card
                     width: page.column
                     height: details.height
+                    // Letters with heaps of marks reach far beyond their lines.
+                    clip: true
                     radius: dialog.gap / 2
                     color: dialog.mix(palette.base, palette.text, 0.06)
 
@@ -226,7 +233,9 @@ Window {
 
                         Text {
                             id: name
-                            objectName: "name"
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
+                            visible: text !== ""
                             width: details.column
                             text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
                             textFormat: Text.PlainText
@@ -237,7 +246,9 @@ Window {
                         }
                         Text {
                             id: version
-                            objectName: "version"
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
+                            visible: text !== ""
                             width: details.column
                             text: dialog.info ? dialog.harmless(dialog.info.version, 64) : ""
                             textFormat: Text.PlainText
@@ -247,7 +258,9 @@ Window {
                         }
                         Text {
                             id: summary
-                            objectName: "summary"
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
+                            visible: text !== ""
                             width: details.column
                             text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
                             textFormat: Text.PlainText
@@ -260,10 +273,11 @@ Window {
 
                             property bool expanded: false
 
-                            objectName: "file"
                             width: details.column
                             height: Math.max(48 * dialog.dp, implicitContentHeight)
                             text: dialog.info ? dialog.harmless(dialog.info.fileName, 4096) : ""
+                            Accessible.role: Accessible.Button
+                            Accessible.name: text
                             //: Spoken by screen readers for the shortened path of the package file, which can be pressed
                             //% "Shows the whole path of the package file"
                             Accessible.description: qsTrId("installationhandler-la-show_path")
@@ -279,7 +293,7 @@ Window {
                                 border.color: palette.text
                             }
                             contentItem: Text {
-                                objectName: "path"
+                                id: path
                                 text: file.text
                                 textFormat: Text.PlainText
                                 color: dialog.mix(palette.text, palette.highlight, 0.5)
@@ -293,6 +307,8 @@ Window {
                 }
                 Text {
                     id: warning
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     width: page.column
                     //: Warning below the details of a package that the user got elsewhere than in the app store
                     //% "This app does not come from the store. Install it only if you trust its source."

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QObject>
+
+/** What the dialog is told about a package: the same properties as the package reader has. */
+class PackageTexts : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString name MEMBER name NOTIFY nameChanged)
+    Q_PROPERTY(QString version MEMBER version NOTIFY versionChanged)
+    Q_PROPERTY(QString summary MEMBER summary NOTIFY summaryChanged)
+    Q_PROPERTY(QString fileName MEMBER fileName NOTIFY fileNameChanged)
+
+public:
+    QString name = QStringLiteral("harbour-lighthouse");
+    QString version = QStringLiteral("2.4.1");
+    QString summary = QStringLiteral("Tide tables and weather for small boats");
+    QString fileName = QStringLiteral("/home/user/Downloads/harbour-lighthouse-2.4.1-1.armv7hl.rpm");
+
+Q_SIGNALS:
+    void nameChanged();
+    void versionChanged();
+    void summaryChanged();
+    void fileNameChanged();
+};

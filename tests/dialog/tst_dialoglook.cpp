@@ -1,0 +1,177 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "dialogtest.h"
+#include "showndialog.h"
+
+#include <QPalette>
+
+#include <cmath>
+
+namespace {
+
+double luminance(const QColor &color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor &one, const QColor &other)
+{
+    const double a = luminance(one);
+    const double b = luminance(other);
+    return (qMax(a, b) + 0.05) / (qMin(a, b) + 0.05);
+}
+
+/** The colour of the nearest thing that is painted behind the item. */
+QColor background(const ShownDialog &dialog, QQuickItem *item)
+{
+    for (QQuickItem *around = item->parentItem(); around; around = around->parentItem()) {
+        const auto *behind = around->property("background").value<QQuickItem *>();
+        if (behind && behind->isVisible()) {
+            return behind->property("color").value<QColor>();
+        }
+        if (around->inherits("QQuickRectangle")) {
+            return around->property("color").value<QColor>();
+        }
+    }
+    return dialog.window()->color();
+}
+
+}
+
+/** What the dialog takes from the system: font, direction, colours. */
+class DialogLookTest : public DialogTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup();
+
+    void textsFollowTheFont();
+    void mirrorsByLocale_data();
+    void mirrorsByLocale();
+    void takesItsColoursFromThePalette_data();
+    void takesItsColoursFromThePalette();
+    void actionsLookDifferent();
+
+private:
+    PackageTexts m_texts;
+    QFont m_font = QGuiApplication::font();
+    QPalette m_palette = QGuiApplication::palette();
+};
+
+void DialogLookTest::cleanup()
+{
+    QGuiApplication::setFont(m_font);
+    QGuiApplication::setPalette(m_palette);
+    DialogTest::cleanup();
+}
+
+void DialogLookTest::textsFollowTheFont()
+{
+    QHash<QString, qreal> heights;
+    for (const int pixels : {15, 30}) {
+        QFont font = m_font;
+        font.setPixelSize(pixels);
+        QGuiApplication::setFont(font);
+        const ShownDialog dialog(&m_texts, QSize(2000, 2000));
+        for (const QQuickItem *text : dialog.texts()) {
+            const QString key = text->property("text").toString();
+            const qreal height = text->property("contentHeight").toReal();
+            if (pixels == 15) {
+                heights.insert(key, height);
+            } else {
+                QVERIFY2(height > 1.8 * heights.value(key), qPrintable(key));
+            }
+        }
+    }
+    QVERIFY(heights.size() >= 8);
+}
+
+void DialogLookTest::mirrorsByLocale_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<bool>("mirrored");
+
+    QTest::newRow("English") << QLocale::c() << false;
+    QTest::newRow("German") << QLocale(QLocale::German) << false;
+    QTest::newRow("Arabic") << QLocale(QLocale::Arabic) << true;
+    QTest::newRow("Hebrew, which has no catalogue") << QLocale(QLocale::Hebrew) << true;
+}
+
+void DialogLookTest::mirrorsByLocale()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(bool, mirrored);
+    speak(locale);
+
+    const ShownDialog dialog(&m_texts);
+
+    const qreal cancel = ShownDialog::place(dialog.item("cancel")).center().x();
+    const qreal install = ShownDialog::place(dialog.item("install")).center().x();
+    QCOMPARE(cancel > install, mirrored);
+    for (const char *text : {"question", "name", "version", "summary", "path", "warning"}) {
+        QCOMPARE(dialog.item(text)->property("effectiveHorizontalAlignment").toInt(),
+                 int(mirrored ? Qt::AlignRight : Qt::AlignLeft));
+    }
+}
+
+void DialogLookTest::takesItsColoursFromThePalette_data()
+{
+    QTest::addColumn<QPalette>("palette");
+
+    QPalette dark(QColor(0x30, 0x33, 0x38), QColor(0x1b, 0x1d, 0x21));
+    dark.setColor(QPalette::Base, QColor(0x26, 0x29, 0x2e));
+    QPalette light(QColor(0xdd, 0xdd, 0xdd), QColor(0xf4, 0xf4, 0xf4));
+    light.setColor(QPalette::Base, Qt::white);
+    QTest::newRow("dark") << dark;
+    QTest::newRow("light") << light;
+    QTest::newRow("black and yellow") << QPalette(Qt::yellow, Qt::black, Qt::yellow, Qt::black, Qt::yellow, Qt::yellow,
+                                                  Qt::yellow, Qt::black, Qt::black);
+}
+
+void DialogLookTest::takesItsColoursFromThePalette()
+{
+    QFETCH(QPalette, palette);
+    palette.setColor(QPalette::Highlight, QColor(0x10, 0x60, 0xa0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    QGuiApplication::setPalette(palette);
+
+    const ShownDialog dialog(&m_texts);
+
+    QCOMPARE(dialog.window()->color(), palette.color(QPalette::Base));
+    QVERIFY(dialog.texts().size() >= 8);
+    for (QQuickItem *text : dialog.texts()) {
+        const double ratio = contrast(text->property("color").value<QColor>(), background(dialog, text));
+        QVERIFY2(ratio >= 4.5, qPrintable(QStringLiteral("%1: %2").arg(text->property("text").toString()).arg(ratio)));
+    }
+}
+
+void DialogLookTest::actionsLookDifferent()
+{
+    const ShownDialog dialog(&m_texts);
+    const auto face = [&dialog](const char *button) {
+        return dialog.item(button)->property("background").value<QQuickItem *>()->property("color").value<QColor>();
+    };
+
+    const QColor cancel = face("cancel");
+    const QColor install = face("install");
+    QCOMPARE(install, m_palette.color(QPalette::Highlight));
+    QVERIFY(contrast(cancel, install) >= 3);
+
+    // Pressing is seen.
+    const QPoint point = ShownDialog::place(dialog.item("install")).center().toPoint();
+    QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
+    QVERIFY(face("install") != install);
+    QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, point);
+}
+
+int main(int argc, char **argv)
+{
+    return runDialogTest<DialogLookTest>(argc, argv);
+}
+
+#include "tst_dialoglook.moc"
