@@ -18,7 +18,8 @@ MEMORY = AtMost(0.1, of_floor=False)
 def figures():
     by_size = {}
     for label, size in SIZES.items():
-        by_size[label] = [[value / 1000 for value in samples] for samples in stopwatch("read", "time", ROUNDS, package(size))]
+        run = stopwatch("read", "time", ROUNDS, package(size))
+        by_size[label] = [[value / 1000 for value in samples] for samples in run]
         yield Figure(f"one read, {label}", "ms", *by_size[label], TIME)
     smallest, *_, largest = by_size
     yield Figure(f"one read, {largest} against {smallest}", "ms", by_size[largest][0], by_size[smallest][0], FLAT)
