@@ -229,6 +229,7 @@ Window {
                         readonly property real column: page.column - 2 * padding
 
                         padding: dialog.gap
+                        bottomPadding: spacing
                         spacing: dialog.gap / 2
 
                         Text {

@@ -88,7 +88,7 @@ int main(int argc, char **argv)
     unreadable.summary.clear();
 
     Studio studio(application.arguments().at(1));
-    studio.setFont(18);
+    studio.setFont(20);
     studio.take(QStringLiteral("phone"), phone, &texts);
     studio.take(QStringLiteral("phone-on-its-side"), phoneOnItsSide, &texts);
     studio.take(QStringLiteral("tablet"), tablet, &texts, {Qt::Key_Tab});
@@ -102,7 +102,7 @@ int main(int argc, char **argv)
     studio.setFont(36);
     studio.take(QStringLiteral("large-font"), phone, &texts);
     studio.take(QStringLiteral("large-font-on-its-side"), phoneOnItsSide, &texts);
-    studio.setFont(18);
+    studio.setFont(20);
     QGuiApplication::setPalette(darkPalette());
     studio.take(QStringLiteral("dark"), phone, &texts, {Qt::Key_Tab, Qt::Key_Backtab});
     studio.take(QStringLiteral("dark-tablet"), tablet, &texts);
