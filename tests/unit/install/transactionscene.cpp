@@ -22,7 +22,7 @@ void TransactionScene::setUpTransactions()
             QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"), QStringLiteral("ru.quon.ZARN"),
             QDBusConnection::systemBus());
     m_view = std::make_unique<TransactionView>(nullptr);
-    m_view->setEngine(makeEngine());
+    m_view->setEngine(engine());
     connect(m_view.get(), &TransactionView::needConfirm, this, [this] { note(QStringLiteral("needConfirm")); });
     settle();
     m_journal.clear();

@@ -10,7 +10,7 @@ void TransactionViewScene::setUpView()
     setUp();
     m_package.readPackage(packageFile(QStringLiteral("plain")));
     m_view = std::make_unique<TransactionView>(nullptr);
-    useFreshEngine();
+    use(engine());
     connect(m_view.get(), &TransactionView::needConfirm, this, [this] { note(QStringLiteral("needConfirm")); });
     connect(m_view.get(), &TransactionView::installationConfirmed, this,
             [this] { note(QStringLiteral("installationConfirmed") + presence()); });
@@ -26,15 +26,15 @@ void TransactionViewScene::tearDownView()
     tearDown();
 }
 
-void TransactionViewScene::useFreshEngine()
+void TransactionViewScene::use(QQmlEngine *engine)
 {
-    m_engine = makeEngine();
-    m_view->setEngine(m_engine);
+    m_used = engine;
+    m_view->setEngine(engine);
 }
 
 QQmlContext *TransactionViewScene::context() const
 {
-    return m_engine->rootContext();
+    return m_used->rootContext();
 }
 
 bool TransactionViewScene::show()

@@ -19,8 +19,8 @@ protected:
     void setUpView();
     void tearDownView();
 
-    /** Lets the dialog's file be loaded anew. */
-    void useFreshEngine();
+    /** Gives the controller an engine. */
+    void use(QQmlEngine *engine);
     QQmlContext *context() const;
 
     /** Shows the dialog and clears the journal. False when it isn't there then. */
@@ -36,5 +36,5 @@ protected:
     std::unique_ptr<TransactionView> m_view;
 
 private:
-    QQmlEngine *m_engine = nullptr;
+    QQmlEngine *m_used = nullptr;
 };

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void describesTheError();
     void describesAnAbsentPackageManager();
     void describesATimeout();
+    void endsWithoutBus();
     void isToldOnceAfterASecondAnswer();
     void listensToTheLastViewOnly();
     void listensOnceToTheSameView();
@@ -144,6 +145,25 @@ void InstallationOutcomeTest::describesATimeout()
     QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
     QVERIFY(settle());
     QCOMPARE(entries(), expected);
+}
+
+void InstallationOutcomeTest::endsWithoutBus()
+{
+    const QDBusConnection none(QStringLiteral("none"));
+    m_developerMode = std::make_unique<QDBusInterface>(QStringLiteral("ru.quon.developermode"), QStringLiteral("/"),
+                                                       QString(), none);
+    m_packageManager = std::make_unique<QDBusInterface>(QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"),
+                                                        QString(), none);
+    start({packageFile(Plain)}, true);
+    const QString warning = QStringLiteral(R"(warning: Could not fetch developer mode state:  "Not connected to D-Bus server")");
+    QCOMPARE(entries(), QStringList({readLine(Plain), warning}) + asking(Plain).mid(3));
+
+    m_journal.clear();
+    QVERIFY(confirm());
+    const QStringList expected{
+        endRequest(Plain, 3000000), Destroyed,
+        finished(false, QStringLiteral("zarn_installation_error_desc_Disconnected (code: Disconnected)"))};
+    QCOMPARE(settledEntries(expected.size()), expected);
 }
 
 // The second answer ends the transaction; the package manager's own comes to nobody.

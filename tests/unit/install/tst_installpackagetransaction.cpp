@@ -239,6 +239,7 @@ void InstallPackageTransactionTest::waitsForEverWithoutPackageManager()
 void InstallPackageTransactionTest::waitsForEverWhenTheDialogCannotBeHad()
 {
     m_dialog->remove();
+    m_view->setEngine(makeEngine());
     start({packageFile(Plain), packageFile(Translated)});
 
     QVERIFY(settle());

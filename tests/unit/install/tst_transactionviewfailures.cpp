@@ -42,7 +42,7 @@ class TransactionViewFailuresTest : public TransactionViewScene
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { setUpView(); }
+    void init();
     void cleanup() { tearDownView(); }
 
     void qmlMissing();
@@ -58,6 +58,13 @@ private Q_SLOTS:
 private:
     void letSurvive(Survivor *survivor) { context()->setContextProperty(QStringLiteral("survivor"), survivor); }
 };
+
+// Each test has another dialog.
+void TransactionViewFailuresTest::init()
+{
+    setUpView();
+    use(makeEngine());
+}
 
 void TransactionViewFailuresTest::qmlMissing()
 {
@@ -140,7 +147,7 @@ void TransactionViewFailuresTest::keepsTheDialogWhenTheNextCannotBeLoaded()
 {
     QVERIFY(show());
     m_dialog->remove();
-    useFreshEngine();
+    use(makeEngine());
     m_view->showConfirmation(&m_package);
     QVERIFY(m_view->isVisible());
     QCOMPARE(entries().size(), 2);
@@ -156,7 +163,7 @@ void TransactionViewFailuresTest::losesTheDialogWhenTheNextIsNoWindow()
 {
     QVERIFY(show());
     m_dialog->write(NotAWindow);
-    useFreshEngine();
+    use(makeEngine());
     Survivor survivor;
     letSurvive(&survivor);
     m_view->showConfirmation(&m_package);
@@ -175,7 +182,7 @@ void TransactionViewFailuresTest::recovers()
     m_view->showConfirmation(&m_package);
     m_dialog.reset();
     m_dialog.emplace();
-    useFreshEngine();
+    use(makeEngine());
 
     QVERIFY(show());
     TestDialog::confirm(TestDialog::window());

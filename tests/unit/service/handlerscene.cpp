@@ -7,7 +7,7 @@ void HandlerScene::setUpHandler()
 {
     setUp();
     m_handler = std::make_unique<InstallationHandler>();
-    m_handler->setEngine(makeEngine());
+    m_handler->setEngine(engine());
     connect(m_handler.get(), &InstallationHandler::needConfirm, this, [this] { note(QStringLiteral("needConfirm")); });
     connect(m_handler.get(), &InstallationHandler::installFinished, this,
             [this](bool success, const QString &errorString) { note(finished(success, errorString, state())); });
@@ -17,8 +17,20 @@ void HandlerScene::setUpHandler()
 
 void HandlerScene::tearDownHandler()
 {
+    if (m_handler) {
+        endEverything();
+    }
     m_handler.reset();
     tearDown();
+}
+
+// The handler goes without what is still running, and nobody would release it.
+// A cancellation ends all, even what waits for ever.
+void HandlerScene::endEverything()
+{
+    for (int file = 0; file < 10 && state() != QLatin1String("idle"); ++file) {
+        emit HandlerInternals::view(m_handler.get())->installationCancelled();
+    }
 }
 
 QString HandlerScene::state() const

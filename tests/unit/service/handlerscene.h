@@ -28,4 +28,7 @@ protected:
     static QString finished(bool success, const QString &errorString, const QString &state);
 
     std::unique_ptr<InstallationHandler> m_handler;
+
+private:
+    void endEverything();
 };

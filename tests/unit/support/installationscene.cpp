@@ -39,15 +39,23 @@ void InstallationScene::tearDown()
     m_log.reset();
     TestDialog::deleteScheduled();
     TestDialog::deleteAll();
-    m_engines.clear();
+    m_ownEngines.clear();
     m_peer.reset();
     m_dialog.reset();
 }
 
+QQmlEngine *InstallationScene::engine()
+{
+    if (!m_engine) {
+        m_engine = std::make_unique<QQmlEngine>();
+    }
+    return m_engine.get();
+}
+
 QQmlEngine *InstallationScene::makeEngine()
 {
-    m_engines.push_back(std::make_unique<QQmlEngine>());
-    return m_engines.back().get();
+    m_ownEngines.push_back(std::make_unique<QQmlEngine>());
+    return m_ownEngines.back().get();
 }
 
 void InstallationScene::startPeer()

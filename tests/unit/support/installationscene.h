@@ -34,7 +34,10 @@ protected:
     void setUp();
     void tearDown();
 
-    /** An engine that lasts until tearDown(). One engine never loads the dialog's file twice. */
+    /** The engine of all tests of the class. It loads the dialog's file once and for all. */
+    QQmlEngine *engine();
+
+    /** An engine of this test's own, for tests with other dialogs or none. */
     QQmlEngine *makeEngine();
 
     /** Ends what the peer was, if need be, and lets a new one answer kindly. */
@@ -72,5 +75,6 @@ protected:
 
 private:
     std::optional<MessageLog> m_log;
-    std::vector<std::unique_ptr<QQmlEngine>> m_engines;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::vector<std::unique_ptr<QQmlEngine>> m_ownEngines;
 };
