@@ -136,7 +136,7 @@ bool InstallPackageTransaction::isSilentInstallationAllowed()
     if (!enabled) {
         reason += QLatin1String("Silent software instalation is not allowed");
     }
-    qWarning() << QString(QLatin1String("Unable install package without confirm: ") + reason);
+    qWarning() << QStringLiteral("Unable install package without confirm: ") + reason;
     return false;
 }
 
@@ -146,7 +146,7 @@ void InstallPackageTransaction::installCurrentRpm()
     if (!m_packageManager) {
         return;
     }
-    auto watcher = new QDBusPendingCallWatcher(callInstall(m_packageManager, m_rpmInfo.fileName()), this);
+    auto *watcher = new QDBusPendingCallWatcher(callInstall(m_packageManager, m_rpmInfo.fileName()), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, packageName](QDBusPendingCallWatcher *finished) { handleInstallReply(finished, packageName); });
 }

@@ -67,7 +67,7 @@ void InstallationHandler::installFiles(const QStringList &fileUrls, bool sdkMode
 {
     Q_UNUSED(keepUserdata)
 
-    auto transaction = new InstallPackageTransaction(toLocalFiles(fileUrls), sdkMode);
+    auto *transaction = new InstallPackageTransaction(toLocalFiles(fileUrls), sdkMode);
     // In this order: the outcome is on the bus before the transaction is released.
     connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::installFinished);
     connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::transactionFinished);
