@@ -52,7 +52,7 @@ Function *find(Function *declared, const char *name)
 #define ON_DEMAND(Result, name, parameters, arguments) \
     Result name parameters \
     { \
-        static auto *const function = find(&name, #name); \
+        static auto *const function = find(name, #name); \
         return function arguments; \
     }
 
@@ -62,17 +62,17 @@ extern "C" {
 rpmQVKArguments_s rpmQVKArgs = {};
 
 ON_DEMAND(Header, headerFree, (Header header), (header))
-ON_DEMAND(HeaderIterator, headerFreeIterator, (HeaderIterator iterator), (iterator))
+ON_DEMAND(HeaderIterator, headerFreeIterator, (HeaderIterator hi), (hi))
 ON_DEMAND(HeaderIterator, headerInitIterator, (Header header), (header))
-ON_DEMAND(int, headerNext, (HeaderIterator iterator, rpmtd td), (iterator, td))
+ON_DEMAND(int, headerNext, (HeaderIterator hi, rpmtd td), (hi, td))
 ON_DEMAND(int, Fclose, (FD_t fd), (fd))
 ON_DEMAND(FD_t, Fopen, (const char *path, const char *mode), (path, mode))
 ON_DEMAND(int, Fseek, (FD_t fd, off_t offset, int whence), (fd, offset, whence))
-ON_DEMAND(void, rpmFreeMacros, (rpmMacroContext context), (context))
+ON_DEMAND(void, rpmFreeMacros, (rpmMacroContext mc), (mc))
 ON_DEMAND(void, rpmFreeRpmrc, (), ())
 ON_DEMAND(int, rpmReadConfigFiles, (const char *file, const char *target), (file, target))
-ON_DEMAND(rpmRC, rpmReadPackageFile, (rpmts ts, FD_t fd, const char *path, Header *header), (ts, fd, path, header))
-ON_DEMAND(int, rpmVerifySignatures, (QVA_t qva, rpmts ts, FD_t fd, const char *path), (qva, ts, fd, path))
+ON_DEMAND(rpmRC, rpmReadPackageFile, (rpmts ts, FD_t fd, const char *fn, Header *hdrp), (ts, fd, fn, hdrp))
+ON_DEMAND(int, rpmVerifySignatures, (QVA_t qva, rpmts ts, FD_t fd, const char *fn), (qva, ts, fd, fn))
 ON_DEMAND(rpmtd, rpmtdFree, (rpmtd td), (td))
 ON_DEMAND(void, rpmtdFreeData, (rpmtd td), (td))
 ON_DEMAND(const char *, rpmtdGetString, (rpmtd td), (td))
