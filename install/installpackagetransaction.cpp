@@ -69,7 +69,7 @@ void InstallPackageTransaction::setTransactionView(TransactionView *view)
 void InstallPackageTransaction::start()
 {
     if (!Velmora::AccessPolicy().applicationInstallationEnabled()) {
-        refuseByPolicy();
+        emit transactionFinished(false, notifyDisallowed(), this);
         return;
     }
     m_success = true;
@@ -77,7 +77,8 @@ void InstallPackageTransaction::start()
     processNextFile();
 }
 
-void InstallPackageTransaction::refuseByPolicy()
+// Tells the user that the policy forbids it; the caller gets the same text.
+QString InstallPackageTransaction::notifyDisallowed()
 {
     Notification notification;
     notification.setUrgency(Notification::Critical);
@@ -89,8 +90,7 @@ void InstallPackageTransaction::refuseByPolicy()
     notification.setBody(qtTrId("installationhandler-application_installation_disallowed")
                                  .arg(AboutSettings().baseOperatingSystemName()));
     notification.publish();
-
-    emit transactionFinished(false, notification.body(), this);
+    return notification.body();
 }
 
 void InstallPackageTransaction::processNextFile()

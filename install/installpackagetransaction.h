@@ -41,7 +41,7 @@ private Q_SLOTS:
     void handleInstallCancelled();
 
 private:
-    void refuseByPolicy();
+    static QString notifyDisallowed();
     void processNextFile();
     bool isSilentInstallationAllowed();
     void handleInstallReply(QDBusPendingCallWatcher *watcher, const QString &packageName);

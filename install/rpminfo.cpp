@@ -107,28 +107,33 @@ void RpmInfo::readPackage(const QString &path)
     const RpmHandle<HeaderIterator> iterator(headerInitIterator(header.get()));
     const RpmHandle<rpmtd> td(rpmtdNew());
     while (headerNext(iterator.get(), td.get())) {
-        const QVariant value = tagValues(td.get()).value(0);
-        switch (rpmtdTag(td.get())) {
-        case RPMTAG_NAME:
-            m_name = value.toString();
-            break;
-        case RPMTAG_VERSION:
-            m_version = value.toString();
-            break;
-        case RPMTAG_SUMMARY:
-            m_summary = value.toString();
-            break;
-        case RPMTAG_SIGPGP:
+        const rpmTagVal tag = rpmtdTag(td.get());
+        keepValue(tag, tagValues(td.get()).value(0));
+        if (tag == RPMTAG_SIGPGP) {
             m_signatureValid = verifySignature(ts.get(), fd.get(), m_fileName);
-            break;
-        default:
-            break;
         }
         rpmtdFreeData(td.get());
     }
 
     qDebug() << "RPM Package info:" << m_name << m_version << m_summary;
     m_valid = true;
+}
+
+void RpmInfo::keepValue(int tag, const QVariant &value)
+{
+    switch (tag) {
+    case RPMTAG_NAME:
+        m_name = value.toString();
+        break;
+    case RPMTAG_VERSION:
+        m_version = value.toString();
+        break;
+    case RPMTAG_SUMMARY:
+        m_summary = value.toString();
+        break;
+    default:
+        break;
+    }
 }
 
 bool RpmInfo::isValid() const

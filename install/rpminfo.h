@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 /**
  * The header of one RPM package file, as far as this service needs it, readable
@@ -50,6 +51,8 @@ Q_SIGNALS:
     void fileNameChanged();
 
 private:
+    void keepValue(int tag, const QVariant &value);
+
     bool m_valid = false;
     bool m_signatureValid = false;
     QString m_errorString;
