@@ -17,7 +17,7 @@ QString mceService()
     return QStringLiteral("com.nokia.mce");
 }
 
-/// The state that a signal or an answer tells; none if it makes no sense.
+// The state that a signal or an answer tells; none if it makes no sense.
 std::optional<QMceDisplay::State> stateIn(const QDBusMessage &message)
 {
     if (message.type() == QDBusMessage::ErrorMessage || message.signature() != QLatin1String("s")) {
@@ -36,7 +36,7 @@ std::optional<QMceDisplay::State> stateIn(const QDBusMessage &message)
     return {};
 }
 
-} // namespace
+}
 
 QMceDisplay::QMceDisplay(QObject *parent)
     : QObject(parent)
@@ -66,7 +66,7 @@ void QMceDisplay::handleStatusSignal(const QDBusMessage &signal)
     const std::optional<State> state = stateIn(signal);
     if (state) {
         // An answer that is still under way may be older than this signal.
-        m_pendingAnswer.reset();
+        m_query.reset();
         setState(*state);
     }
 }
@@ -74,7 +74,7 @@ void QMceDisplay::handleStatusSignal(const QDBusMessage &signal)
 void QMceDisplay::handleOwnerChanged(const QString &, const QString &, const QString &newOwner)
 {
     // Whatever the earlier owner still has to say counts no more.
-    m_pendingAnswer.reset();
+    m_query.reset();
     if (newOwner.isEmpty()) {
         setState(DisplayOn);
     } else {
@@ -89,14 +89,13 @@ void QMceDisplay::query()
                                                        QStringLiteral("get_display_status"));
     // Watching the display is no reason to start the daemon that runs it.
     call.setAutoStartService(false);
-    m_pendingAnswer = std::make_unique<QDBusPendingCallWatcher>(QDBusConnection::systemBus().asyncCall(call));
-    connect(m_pendingAnswer.get(), &QDBusPendingCallWatcher::finished, this, &QMceDisplay::handleAnswer);
+    m_query = std::make_unique<QDBusPendingCallWatcher>(QDBusConnection::systemBus().asyncCall(call));
+    connect(m_query.get(), &QDBusPendingCallWatcher::finished, this, &QMceDisplay::handleAnswer);
 }
 
-void QMceDisplay::handleAnswer(QDBusPendingCallWatcher *answer)
+void QMceDisplay::handleAnswer(QDBusPendingCallWatcher *query)
 {
-    const std::optional<State> state = stateIn(answer->reply());
-    m_pendingAnswer.release()->deleteLater();
+    const std::optional<State> state = stateIn(query->reply());
     if (state) {
         setState(*state);
     }

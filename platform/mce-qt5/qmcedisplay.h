@@ -35,19 +35,19 @@ public:
 
     State state() const;
 
-signals:
+Q_SIGNALS:
     /** state() has another value than before. */
     void stateChanged();
 
-private slots:
+private Q_SLOTS:
     void handleStatusSignal(const QDBusMessage &signal);
     void handleOwnerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);
 
 private:
     void query();
-    void handleAnswer(QDBusPendingCallWatcher *answer);
+    void handleAnswer(QDBusPendingCallWatcher *query);
     void setState(State state);
 
     State m_state = DisplayOn;
-    std::unique_ptr<QDBusPendingCallWatcher> m_pendingAnswer;
+    std::unique_ptr<QDBusPendingCallWatcher> m_query;
 };

@@ -14,9 +14,9 @@
 
 namespace {
 
-constexpr int sizeLimit = 64 * 1024;
+constexpr int SizeLimit = 64 * 1024;
 
-/// The policy's answer. A problem that isn't empty says why there is none to be had.
+// The policy's answer. A problem that isn't empty says why there is none to be had.
 struct Finding
 {
     bool enabled;
@@ -69,17 +69,17 @@ Finding evaluateFile(QFile &file)
         return unusable(QStringLiteral("not a regular file"));
     }
 
-    const QByteArray text = file.read(sizeLimit + 1);
+    const QByteArray text = file.read(SizeLimit + 1);
     if (file.error() != QFileDevice::NoError) {
         return unusable(file.errorString());
     }
-    if (text.size() > sizeLimit) {
+    if (text.size() > SizeLimit) {
         return unusable(QStringLiteral("larger than 64 KiB"));
     }
     return evaluateText(text);
 }
 
-/// A link that leads nowhere isn't absent: somebody meant a policy to be there.
+// A link that leads nowhere isn't absent: somebody meant a policy to be there.
 bool isAbsent(const QByteArray &path)
 {
     struct stat status;
@@ -102,7 +102,7 @@ Finding evaluatePath(const QByteArray &path)
     return evaluateFile(file);
 }
 
-} // namespace
+}
 
 namespace Velmora {
 
@@ -126,4 +126,4 @@ bool AccessPolicy::applicationInstallationEnabled() const
     return finding.enabled;
 }
 
-} // namespace Velmora
+}

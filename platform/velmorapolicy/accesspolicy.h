@@ -44,4 +44,4 @@ private:
     QString m_path;
 };
 
-} // namespace Velmora
+}
