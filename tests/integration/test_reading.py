@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """What the dialog and the log tell about package files, good and bad ones."""
 
+import subprocess
+
 import pytest
 from packages import SigningKey, damage
 
@@ -85,3 +87,16 @@ def test_signature_that_does_not_match_changes_nothing(service, signals, ask, pa
     assert service.debugs() == ['RPM Package info: "tampered" "1.0" "The application tampered"']
     assert signals.arguments('installFinished') == \
         [(False, 'zarn_installation_error_desc_DamagedPackage (code: DamagedPackage)')]
+
+
+def test_known_key_verifies(service, ask, package, tmp_path):
+    """librpm says so itself; the program's way to librpm leads through the verification."""
+    file = package('trusted')
+    with SigningKey('Somebody known') as key:
+        key.sign(file, legacy=True)
+        (tmp_path / 'key.asc').write_text(key.public_key())
+    subprocess.run(['rpm', '--import', tmp_path / 'key.asc'], check=True)
+
+    assert ask(file)[0]['name'] == 'trusted'
+
+    assert f'{file}: digests signatures OK' in service.log()
