@@ -126,11 +126,12 @@ def test_dialog_of_a_request_comes_up_while_another_installs(service, client, si
     assert outcomes(signals) == ['asked', 'asked']
 
 
-def test_hidden_dialog_holds_nothing_back(service, client, signals, dialog):
-    """Only what is on screen does."""
+@pytest.mark.parametrize('disappear', ['hide', 'close'])
+def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dialog, disappear):
+    """Only what is on screen does; and the service does not end with its last window."""
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
-    dialog.answer('hide', number=1)
+    dialog.answer(disappear, number=1)
     service.wait_for_log('dialog 1 hides')
 
     client.install(['/second.rpm'])
