@@ -1,0 +1,32 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The files that are installed."""
+
+import stat
+
+LANGUAGES = ('ar', 'de', 'es', 'fi', 'fr', 'ru', 'zh_CN')
+
+# Paths and permissions, all of it.
+INSTALLED = {
+    'usr/bin/velmora-installationhandler': 0o755,
+    'usr/lib/systemd/user/velmora-installationhandler.service': 0o644,
+    'usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml': 0o644,
+    'usr/share/dbus-1/services/org.velmoraos.installationhandler.service': 0o644,
+    'usr/share/translations/velmora-installationhandler_eng_en.qm': 0o644,
+    **{f'usr/share/translations/velmora-installationhandler-{language}.qm': 0o644 for language in LANGUAGES},
+    'usr/share/velmora-installationhandler/SideloadDialog.qml': 0o644,
+}
+
+
+def found(stage):
+    """What a folder holds, as INSTALLED has it; anything but regular files shows by its mode."""
+    entries = {path.relative_to(stage): path.lstat().st_mode for path in stage.rglob('*')}
+    return {str(path): stat.S_IMODE(mode) if stat.S_ISREG(mode) else oct(mode)
+            for path, mode in entries.items() if not stat.S_ISDIR(mode)}
+
+
+def naming(stage, folders):
+    """The files that contain the path of one of the folders."""
+    paths = [str(folder).encode() for folder in folders]
+    return [str(path.relative_to(stage)) for path in stage.rglob('*')
+            if path.is_file() and any(name in path.read_bytes() for name in paths)]

@@ -1,0 +1,57 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The shell that a person gets on a device."""
+
+import os
+import re
+
+ENDED = 'ended with '
+
+
+class Shell:
+    """Prepares this device as `./run-demo --shell` does, and types what a person would."""
+
+    def __init__(self, source, folder, processes, environment):
+        keyboard = folder / 'keyboard'
+        os.mkfifo(keyboard)
+        self._keyboard = os.open(keyboard, os.O_RDWR)
+        self._processes = processes
+        self._read = 0
+        self.picture = folder / 'dialog.png'
+        self._process = processes.start('shell', ['sh', '-c', 'exec "$0" --shell "$1" <"$2"', source / 'demo/play', self.picture,
+                                                  keyboard], environment)
+        self.welcome = self._read_to('  Logs:')
+
+    def hint(self, subject):
+        """The command that the welcome suggests for a subject."""
+        return re.search(rf'^  {subject}: +((?:.*\\\n)*.*)$', self.welcome, re.MULTILINE)[1]
+
+    def run(self, command):
+        """What a command says; it must succeed."""
+        self._type(f'{command.strip()}\necho "{ENDED}$?"')
+        said = self._read_to(ENDED)
+        assert said.endswith(f'{ENDED}0\n'), f'{command}\n{said}'
+        return said.removesuffix(f'{ENDED}0\n')
+
+    def wait_for_line(self, text, file, count=1):
+        """Waits until a file that is being written has so many lines with a text."""
+        self.run(f'until [ "$(grep --count --fixed-strings "{text}" {file})" -ge {count} ]; do sleep 0.1; done')
+
+    def leave(self, status):
+        """Its exit status."""
+        self._type(f'exit {status}')
+        status = self._processes.wait_end(self._process)
+        os.close(self._keyboard)
+        return status
+
+    def _type(self, line):
+        os.write(self._keyboard, f'{line}\n'.encode())
+
+    def _read_to(self, beginning):
+        """What has been said up to a line that begins so, with that line."""
+        def read():
+            return re.match(rf'(.*\n)*?{re.escape(beginning)}.*\n', self._process.text[self._read:])
+        self._processes.wait_until(read, f'"{beginning}" in the shell', seconds=60)
+        said = read()[0]
+        self._read += len(said)
+        return said

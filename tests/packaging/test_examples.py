@@ -1,0 +1,56 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The commands of the README and of the demo's shell, as pasted there."""
+
+import pytest
+from readme import commands
+from shell import Shell
+
+SIGNALS = '/run/test-signals'
+INSTALLED = "org.velmoraos.installationhandler.installFinished (true, '')"
+REFUSED = 'org.velmoraos.installationhandler.installFinished (false, '
+FIND_DIALOG = 'xdotool search --sync --onlyvisible --class velmora-installationhandler'
+
+
+@pytest.fixture
+def shell(source, tmp_path, processes, environment, system_bus, session_bus):
+    """With the bus of the test, which knows the service's activation file."""
+    session_bus.allow_activation()
+    return Shell(source, tmp_path, processes, environment)
+
+
+def test_examples_of_the_bus_interface(source, shell):
+    ask, install_silently, watch = commands(source, 'Bus interface')
+    shell.run(f'{watch.strip()} >{SIGNALS} 2>&1 &')
+    shell.wait_for_line('Monitoring signals', SIGNALS)
+
+    assert shell.run(ask) == '()\n'
+    shell.wait_for_line('needConfirm', SIGNALS)
+    shell.run(FIND_DIALOG)
+    shell.run(shell.hint('Answer'))
+    shell.wait_for_line(INSTALLED, SIGNALS)
+
+    # What is installed already cannot be installed again, but can be asked for.
+    shell.run(shell.hint('Stand-ins'))
+    assert shell.run(install_silently) == '()\n()\n'
+    shell.wait_for_line(REFUSED, SIGNALS, count=2)
+    assert shell.run(f'grep --count needConfirm {SIGNALS}') == '1\n'
+    assert shell.leave(7) == 7
+
+
+def test_hints_of_the_shell(shell):
+    assert 'velmora-hello' in shell.run(shell.hint('Package'))
+    shell.run(f'{shell.hint("Signals")} >{SIGNALS} 2>&1 &')
+    shell.wait_for_line('Monitoring signals', SIGNALS)
+
+    assert shell.run(shell.hint('Install')) == '()\n'
+    shell.run(FIND_DIALOG)
+    shell.run(shell.hint('Picture'))
+    assert shell.picture.stat().st_size > 1000
+    shell.run(shell.hint('Answer'))
+    shell.wait_for_line(INSTALLED, SIGNALS)
+
+    said = shell.run(shell.hint('Look around'))
+    assert 'velmora-hello-1.0-1' in said
+    assert 'velmora-hello.desktop' in said
+    assert shell.leave(0) == 0

@@ -1,0 +1,63 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The installed description of the bus interface, beside the service itself and beside the README."""
+
+import re
+import subprocess
+from pathlib import Path
+from xml.etree import ElementTree
+
+import pytest
+from gi.repository import Gio
+
+INTERFACE = 'org.velmoraos.installationhandler'
+DESCRIPTION = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml')
+
+
+def members(xml):
+    """Methods, signals and properties in their order: kind, name, and its arguments' names, types and directions."""
+    interface = ElementTree.fromstring(xml).find(f'interface[@name="{INTERFACE}"]')
+    return [(member.tag, member.get('name'), [(argument.get('name'), argument.get('type'), argument.get('direction', 'out'))
+                                              for argument in member.findall('arg')])
+            for member in interface if member.tag in ('method', 'signal', 'property')]
+
+
+@pytest.fixture
+def description():
+    return DESCRIPTION.read_text(encoding='utf-8')
+
+
+def test_description_is_what_the_service_shows(service, client, description):
+    assert members(description) == members(client.introspect())
+
+
+def test_description_has_the_objects_path(description):
+    assert ElementTree.fromstring(description).get('name') == '/org/velmoraos/installationhandler'
+
+
+def test_everything_is_described(description):
+    comments = ' '.join(re.findall(r'<!--(.*?)-->', description, re.DOTALL))
+    for _, name, arguments in members(description):
+        for word in [name, *(argument[0] for argument in arguments)]:
+            assert f'{word}:' in comments
+
+
+@pytest.mark.parametrize('generator', [['qdbusxml2cpp', '-p', 'proxy'], ['gdbus-codegen', '--body', '--output', 'proxy.c']],
+                         ids=lambda command: command[0])
+def test_clients_can_be_generated(tmp_path, generator):
+    done = subprocess.run([*generator, DESCRIPTION], cwd=tmp_path, capture_output=True, text=True, timeout=60, check=False)
+    assert (done.returncode, done.stdout + done.stderr) == (0, '')
+
+
+def test_description_is_understood_by_other_libraries(description):
+    interface = Gio.DBusNodeInfo.new_for_xml(description).lookup_interface(INTERFACE)
+    assert sorted(method.name for method in interface.methods) == ['installFiles'] * 3
+
+
+def test_table_of_the_readme_is_the_description(source, description):
+    readme = (source / 'README.md').read_text(encoding='utf-8')
+    rows = re.findall(r'^\| (method|signal) `(\w+)` \|(.*?)\|', readme, re.MULTILINE)
+    table = [(kind, name, [(word, signature) for signature, word in re.findall(r'`(\w+)` (\w+)', arguments)])
+             for kind, name, arguments in rows]
+    assert sorted(table) == sorted((kind, name, [argument[:2] for argument in arguments])
+                                   for kind, name, arguments in members(description))

@@ -1,0 +1,115 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Rules of the house that a machine can see."""
+
+import os
+import re
+from pathlib import Path
+
+import pytest
+
+ROOT = Path(__file__).resolve().parents[2]
+
+# What building and trying leaves in the tree.
+LEFTOVERS = {'.git', '.pytest_cache', '__pycache__', 'build', 'stage'}
+
+PRODUCT = ('install', 'platform', 'qml', 'removal', 'service')
+
+COPYRIGHT = 'SPDX-FileCopyrightText: velmora-installationhandler contributors'
+LICENSE = 'SPDX-License-Identifier: BSD-3-Clause'
+
+# Files that have no room for it.
+WITHOUT_LICENSE = {'CMakePresets.json', 'LICENSE'}
+
+# What no reader of this tree can look up. A letter in brackets keeps the patterns from finding themselves.
+REFERENCES = {
+    'a document': r'\bspecificatio[n]s?\b|\bas specifie[d]\b|\bPart[ ]\d+\.\d',
+    'a ticket': r'\bissue[ ]#?\d|\bticket[ ]#?\d|\B#[1-9]\d*\b(?![0-9a-fA-F]*[;"\')])',
+    'somebody\'s folder': r'/(home/(?!user\b|velmora\b)|Users/|wor[k]/|mnt/)\w',
+}
+
+
+def files(pattern='*'):
+    """All files of the tree that belong to it."""
+    for folder, folders, names in os.walk(ROOT):
+        folders[:] = sorted(set(folders) - LEFTOVERS)
+        yield from (Path(folder, name) for name in sorted(names) if Path(name).match(pattern))
+
+
+def texts(pattern='*'):
+    """All of them that hold text, with that text."""
+    for path in files(pattern):
+        try:
+            yield path.relative_to(ROOT), path.read_text(encoding='utf-8')
+        except UnicodeDecodeError:
+            assert path.suffix == '.png', f'{path} is no text'
+
+
+def findings(pattern, chosen):
+    """Each match, as "file:line: text"."""
+    return [f'{path}:{number}: {line.strip()}' for path, text in chosen
+            for number, line in enumerate(text.splitlines(), 1) if re.search(pattern, line)]
+
+
+def product():
+    return [(path, text) for path, text in texts() if path.parts[0] in PRODUCT]
+
+
+def test_tree_is_seen():
+    seen = {str(path) for path, _ in texts()}
+    assert {'README.md', 'service/main.cpp', 'qml/SideloadDialog.qml', 'tests/source/test_sources.py', '.ci/run'} <= seen
+    assert 'build' not in {Path(path).parts[0] for path in seen}
+
+
+def test_every_file_names_its_license():
+    assert not [path for path, text in texts() if str(path) not in WITHOUT_LICENSE
+                and not all(line in text[:500] for line in (COPYRIGHT, LICENSE))]
+
+
+@pytest.mark.parametrize('kind', REFERENCES)
+def test_nothing_refers_to(kind):
+    assert not findings(REFERENCES[kind], texts())
+
+
+def test_product_is_compiled_as_it_is_read():
+    assert not findings(r'^\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b', product())
+
+
+def test_every_header_is_included_once():
+    assert not [path for path, text in texts('*.h') if text.count('#pragma once') != 1]
+
+
+def test_bus_names_of_the_product_stand_in_one_place():
+    names = r'"(org\.velmoraos\.installationhandler|ru\.quon\.\w+)"'
+    assert {finding.partition(':')[0] for finding in findings(names, product())} == \
+        {'service/busnames.h', 'service/installationhandler.h'}
+
+
+def test_links_lead_somewhere():
+    broken = []
+    for path, text in texts('*.md'):
+        for target in re.findall(r'\]\(([^)\s]+)\)', text):
+            if not re.match(r'\w+:|#', target) and not (ROOT / path.parent / target.partition('#')[0]).exists():
+                broken.append(f'{path}: {target}')
+    assert not broken
+
+
+def test_no_test_is_forgotten():
+    """Each file of tests is known to the folder's list."""
+    lists = {folder: (ROOT / folder / 'CMakeLists.txt').read_text(encoding='utf-8')
+             for folder in {path.parent for path, _ in texts('CMakeLists.txt')}}
+    forgotten = []
+    for path, _ in texts('*'):
+        match = re.fullmatch(r'(test|tst)_(\w+)\.(py|cpp)', path.name)
+        if match and not re.search(rf'\b({match[2]}|{match[1]}_{match[2]}\.{match[3]}|pytest.*CURRENT_SOURCE_DIR}}")',
+                                   lists[path.parent]):
+            forgotten.append(path)
+    assert not forgotten
+
+
+def test_scripts_can_be_run():
+    """And nothing else can."""
+    for path in files():
+        with path.open('rb') as file:
+            is_script = file.read(2) == b'#!'
+        assert bool(path.stat().st_mode & 0o111) == is_script, path
