@@ -51,7 +51,7 @@ QMceDisplay::QMceDisplay(QObject *parent)
                 QStringLiteral("display_status_ind"), this, SLOT(handleStatusSignal(QDBusMessage)));
     const auto *watcher = new QDBusServiceWatcher(mceService(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &QMceDisplay::handleOwnerChanged);
-    query();
+    ask();
 }
 
 QMceDisplay::~QMceDisplay() = default;
@@ -78,11 +78,11 @@ void QMceDisplay::handleOwnerChanged(const QString &, const QString &, const QSt
     if (newOwner.isEmpty()) {
         setState(DisplayOn);
     } else {
-        query();
+        ask();
     }
 }
 
-void QMceDisplay::query()
+void QMceDisplay::ask()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(mceService(), QStringLiteral("/com/nokia/mce/request"),
                                                        QStringLiteral("com.nokia.mce.request"),

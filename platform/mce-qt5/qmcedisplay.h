@@ -44,7 +44,7 @@ private Q_SLOTS:
     void handleOwnerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);
 
 private:
-    void query();
+    void ask();
     void handleAnswer(QDBusPendingCallWatcher *query);
     void setState(State state);
 
