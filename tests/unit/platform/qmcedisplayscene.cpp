@@ -5,6 +5,7 @@
 
 #include "roundtrip.h"
 
+#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QTest>
 
@@ -72,7 +73,10 @@ void QMceDisplayScene::emitStatus(RecordingPeer &peer, const QByteArray &values)
 
 bool QMceDisplayScene::settle(const QString &peer)
 {
-    return roundTrip(m_bus, Bus) && roundTrip(m_bus, peer);
+    const bool settled = roundTrip(m_bus, Bus) && roundTrip(m_bus, peer);
+    // An answer that came before anybody could wait for it goes through the event loop several times.
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 5000);
+    return settled;
 }
 
 QStringList QMceDisplayScene::takeEntries()
