@@ -25,6 +25,9 @@ const QString Destroyed = QStringLiteral("dialog destroyed");
 
 const QString NotSdkMode = QStringLiteral("The installation is not running in sdk mode. ");
 
+const QString Policy = QStringLiteral("/etc/velmora/access-policy.conf");
+const QByteArray Forbidding = QByteArrayLiteral("[Applications]\nInstallationEnabled=false\n");
+
 QStringList methodsOf(const QMetaObject &meta)
 {
     QStringList methods;
@@ -54,6 +57,8 @@ private Q_SLOTS:
     void finishesAtOnceWithoutFiles();
     void isRefusedByPolicy_data();
     void isRefusedByPolicy();
+    void isRefusedWithoutNotificationService();
+    void asksThePolicyEachTime();
     void asksBeforeItInstalls();
     void takesOneFileAfterTheOther();
     void goesOnWithFilesThatCannotBeRead();
@@ -120,8 +125,7 @@ void InstallPackageTransactionTest::isRefusedByPolicy()
 {
     QFETCH(QStringList, files);
     QFETCH(bool, sdkMode);
-    const DeviceFile policy(QStringLiteral("/etc/velmora/access-policy.conf"),
-                            "[Applications]\nInstallationEnabled=false\n");
+    const DeviceFile policy(Policy, Forbidding);
     const DeviceFile system(QStringLiteral("/etc/os-release"), "NAME=\"Test System\"\n");
     const DeviceFile emulator(QStringLiteral("/etc/velmoraos-emulator"));
     const QString notifications = QStringLiteral("org.freedesktop.Notifications");
@@ -146,6 +150,30 @@ void InstallPackageTransactionTest::isRefusedByPolicy()
     QCOMPARE(entries().size(), 1);
     QCOMPARE(publishedBefore, expected);
     QCOMPARE(published.entries(), expected);
+}
+
+void InstallPackageTransactionTest::isRefusedWithoutNotificationService()
+{
+    const DeviceFile policy(Policy, Forbidding);
+    const DeviceFile system(QStringLiteral("/etc/os-release"), "NAME=\"Test System\"\n");
+    start({packageFile(Plain)});
+
+    QVERIFY(settle());
+    QCOMPARE(entries(), QStringList(finished(false, QStringLiteral("Test System forbids it"))));
+}
+
+void InstallPackageTransactionTest::asksThePolicyEachTime()
+{
+    start({});
+    {
+        const DeviceFile policy(Policy, Forbidding);
+        start({});
+    }
+    start({});
+    QCOMPARE(entries().size(), 3);
+    QCOMPARE(entries().first(), finished(true));
+    QVERIFY(entries().at(1).startsWith(QStringLiteral("finished badly")));
+    QCOMPARE(entries().last(), finished(true));
 }
 
 void InstallPackageTransactionTest::asksBeforeItInstalls()
