@@ -133,6 +133,7 @@ def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dia
     dialog.wait_shown(1)
     dialog.answer(disappear, number=1)
     service.wait_for_log('dialog 1 hides')
+    service.barrier()
 
     client.install(['/second.rpm'])
 
