@@ -10,7 +10,8 @@ void TransactionScene::setUpTransactions()
     setUp();
     m_texts.emplace(QHash<QString, QString>{
             {QStringLiteral("installationhandler-user-aborted"), QStringLiteral("Not wanted")},
-            {QStringLiteral("installationhandler-application_installation_disallowed"), QStringLiteral("%1 forbids it")},
+            {QStringLiteral("installationhandler-application_installation_disallowed"),
+             QStringLiteral("%1 forbids it")},
             {QStringLiteral("zarn_installation_error_desc_NoSpace"), QStringLiteral("No space left")},
             {QStringLiteral("zarn_installation_error_desc_Conflict"), QStringLiteral("In the way")},
             {QStringLiteral("zarn_installation_error_desc_Placeholder"), QStringLiteral("See %1")},
@@ -94,5 +95,6 @@ bool TransactionScene::dismiss()
 
 QString TransactionScene::finished(bool success, const QString &errorString)
 {
-    return QStringLiteral("finished %1 \"%2\"").arg(success ? QStringLiteral("well") : QStringLiteral("badly"), errorString);
+    return QStringLiteral("finished %1 \"%2\"")
+            .arg(success ? QStringLiteral("well") : QStringLiteral("badly"), errorString);
 }

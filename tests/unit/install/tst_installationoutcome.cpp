@@ -81,8 +81,8 @@ void InstallationOutcomeTest::addsUpTheFiles()
             QVERIFY(dismiss());
             expected += endRequest(Plain, 1000000);
         } else {
-            m_peer->answer(Install, file == 'i' ? PeerAnswer::values()
-                                                : PeerAnswer::error(file == 'n' ? NoSpace : Conflict, "for developers"));
+            const QByteArray error = file == 'n' ? NoSpace : Conflict;
+            m_peer->answer(Install, file == 'i' ? PeerAnswer::values() : PeerAnswer::error(error, "for developers"));
             QVERIFY(confirm());
             expected += {installCall(packageFile(Plain)), endRequest(Plain, 3000000)};
         }
@@ -103,7 +103,8 @@ void InstallationOutcomeTest::describesTheError_data()
                                       << QStringLiteral("No space left (code: NoSpace)");
     QTest::newRow("unknown") << PeerAnswer::error("a.b.Failed")
                              << QStringLiteral("zarn_installation_error_desc_Failed (code: Failed)");
-    QTest::newRow("placeholder") << PeerAnswer::error("a.b.Placeholder") << QStringLiteral("See Placeholder (code: %3)");
+    QTest::newRow("placeholder") << PeerAnswer::error("a.b.Placeholder")
+                                 << QStringLiteral("See Placeholder (code: %3)");
     QTest::newRow("death") << PeerAnswer::death()
                            << QStringLiteral("zarn_installation_error_desc_NoReply (code: NoReply)");
 }
@@ -127,8 +128,8 @@ void InstallationOutcomeTest::describesAnAbsentPackageManager()
     m_journal.clear();
     QVERIFY(confirm());
 
-    const QStringList expected{
-        Destroyed, finished(false, QStringLiteral("zarn_installation_error_desc_ServiceUnknown (code: ServiceUnknown)"))};
+    const QString unknown = QStringLiteral("zarn_installation_error_desc_ServiceUnknown (code: ServiceUnknown)");
+    const QStringList expected{Destroyed, finished(false, unknown)};
     QCOMPARE(settledEntries(expected.size()), expected);
 }
 
@@ -155,7 +156,8 @@ void InstallationOutcomeTest::endsWithoutBus()
     m_packageManager = std::make_unique<QDBusInterface>(QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"),
                                                         QString(), none);
     start({packageFile(Plain)}, true);
-    const QString warning = QStringLiteral(R"(warning: Could not fetch developer mode state:  "Not connected to D-Bus server")");
+    const QString warning =
+            QStringLiteral(R"(warning: Could not fetch developer mode state:  "Not connected to D-Bus server")");
     QCOMPARE(entries(), QStringList({readLine(Plain), warning}) + asking(Plain).mid(3));
 
     m_journal.clear();

@@ -176,8 +176,9 @@ void SilentInstallationTest::asksWhenTheDeveloperModeIsSilent()
     start({packageFile(Plain)}, true);
 
     const QString warning = fetchWarning(
-            "Did not receive a reply. Possible causes include: the remote application did not send a reply, the message "
-            "bus security policy blocked the reply, the reply timeout expired, or the network connection was broken.");
+            "Did not receive a reply. Possible causes include: the remote application did not send a reply, the "
+            "message bus security policy blocked the reply, the reply timeout expired, or the network connection was "
+            "broken.");
     QCOMPARE(entries(), QStringList({readLine(Plain), silenceQuery(), warning}) + afterAsking());
 }
 

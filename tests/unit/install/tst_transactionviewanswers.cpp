@@ -146,7 +146,8 @@ void TransactionViewAnswersTest::remembersTheNameOfTheShowing()
     m_package.readPackage(packageFile(QStringLiteral("translated")));
     TestDialog::confirm(TestDialog::window());
 
-    QCOMPARE(entries(), QStringList({readLine(QStringLiteral("translated")), ConfirmedSignal, endRequest(Plain, 3000000)}));
+    QCOMPARE(entries(), QStringList({readLine(QStringLiteral("translated")), ConfirmedSignal,
+                                     endRequest(Plain, 3000000)}));
 }
 
 void TransactionViewAnswersTest::canBeAskedAgain()

@@ -43,7 +43,8 @@ bool isNameOwned(const QDBusConnection &bus)
 int windowsOnScreen()
 {
     const QWindowList windows = QGuiApplication::allWindows();
-    return int(std::count_if(windows.cbegin(), windows.cend(), [](const QWindow *window) { return window->isVisible(); }));
+    return int(std::count_if(windows.cbegin(), windows.cend(),
+                             [](const QWindow *window) { return window->isVisible(); }));
 }
 
 void lookAround()

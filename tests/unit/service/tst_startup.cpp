@@ -42,7 +42,8 @@ Outcome start(const QStringList &arguments, const QHash<QString, QString> &envir
     service.setProcessEnvironment(all);
     service.start(QCoreApplication::applicationDirPath() + QStringLiteral("/startupprobe"), arguments);
     if (!service.waitForFinished(20000)) {
-        qFatal("The service is still running after 20 seconds, or did not start: %s", qPrintable(service.errorString()));
+        qFatal("The service is still running after 20 seconds, or did not start: %s",
+               qPrintable(service.errorString()));
     }
     return {service.exitStatus() == QProcess::NormalExit ? service.exitCode() : -1,
             linesOf(service.readAllStandardOutput()), linesOf(service.readAllStandardError())};
@@ -50,7 +51,8 @@ Outcome start(const QStringList &arguments, const QHash<QString, QString> &envir
 
 QByteArray catalogueSource(const QByteArray &name, const QList<QByteArray> &ids)
 {
-    QByteArray source = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n<TS version=\"2.1\">\n<context>\n<name/>\n";
+    QByteArray source = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n"
+                        "<TS version=\"2.1\">\n<context>\n<name/>\n";
     for (const QByteArray &id : ids) {
         source += "<message id=\"" + id + "\"><source>" + id + "</source><translation>" + name
                 + "</translation></message>\n";
@@ -85,6 +87,8 @@ public:
 private:
     DeviceFile m_file;
 };
+
+const QString Absent = QStringLiteral("unix:path=/absent");
 
 const QString English = QStringLiteral("velmora-installationhandler_eng_en");
 const QString German = QStringLiteral("velmora-installationhandler-de");
@@ -163,14 +167,14 @@ void StartupTest::doesWithoutCatalogues()
 
 void StartupTest::startsWithoutSystemBus()
 {
-    const Outcome outcome = start({}, {{QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), QStringLiteral("unix:path=/absent")}});
+    const Outcome outcome = start({}, {{QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), Absent}});
     QCOMPARE(outcome.status, 42);
     QCOMPARE(outcome.value(QStringLiteral("name on the bus")), QStringLiteral("yes"));
 }
 
 void StartupTest::givesUpWithoutSessionBus()
 {
-    const Outcome outcome = start({}, {{QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/absent")}});
+    const Outcome outcome = start({}, {{QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), Absent}});
     QCOMPARE(outcome.status, 1);
     QCOMPARE(outcome.logged, QStringList(QStringLiteral("Could not connect to session bus.")));
     QCOMPARE(outcome.said, QStringList());

@@ -9,8 +9,9 @@ TestBus::TestBus(const char *variable)
 {
     m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--config-file=" SYSTEM_BUS_CONFIG), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                    QStringLiteral("--address=unix:tmpdir=/tmp"), QStringLiteral("--print-address")});
+                   {QStringLiteral("--config-file=" SYSTEM_BUS_CONFIG), QStringLiteral("--nofork"),
+                    QStringLiteral("--nopidfile"), QStringLiteral("--address=unix:tmpdir=/tmp"),
+                    QStringLiteral("--print-address")});
     while (!m_daemon.canReadLine()) {
         if (!m_daemon.waitForReadyRead(20000)) {
             qFatal("No bus: %s", qPrintable(m_daemon.errorString()));
