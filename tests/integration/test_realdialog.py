@@ -2,6 +2,10 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The installed dialog on a display, with keyboard and pointer, up to the package manager."""
 
+import os
+import signal
+from contextlib import contextmanager, nullcontext
+
 import pytest
 from packages import handmade
 
@@ -68,34 +72,57 @@ def test_click(ask, screen, signals, standins, service, button, outcome):
     assert installations(standins) == (1 if outcome == INSTALLED else 0)
 
 
-def test_double_click_installs_once(ask, screen, signals, standins, service):
-    standins.package_manager.hang('Install')
+@pytest.fixture
+def busy(service):
+    """A context in which the service takes nothing in, so that everything arrives at once when it ends."""
+    @contextmanager
+    def pause():
+        os.kill(service.process.pid, signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            os.kill(service.process.pid, signal.SIGCONT)
+    return pause
+
+
+@pytest.fixture
+def check_installed_once(standins, service, signals):
+    """Waits for the outcome, and looks whether there was one answer only."""
+    def check():
+        assert signals.wait('installFinished') == INSTALLED
+        service.barrier()
+        assert installations(standins) == 1
+        assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 3000000)]
+        assert signals.names() == ['needConfirm', 'installFinished']
+    return check
+
+
+@pytest.mark.parametrize('at_once', [False, True])
+@pytest.mark.parametrize('times', [2, 5])
+def test_many_clicks_install_once(ask, screen, busy, check_installed_once, times, at_once):
     ask('/absent.rpm')
+    x, y = screen.wait_for_install_button()
 
-    screen.click(*screen.wait_for_install_button(), times=2)
-    standins.package_manager.wait_call('Install')
-    service.barrier()
-    standins.package_manager.release('Install')
+    with busy() if at_once else nullcontext():
+        screen.click(x, y, times)
 
-    assert signals.wait('installFinished') == INSTALLED
-    service.barrier()
-    assert installations(standins) == 1
-    assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 3000000)]
-    assert signals.names() == ['needConfirm', 'installFinished']
+    check_installed_once()
 
 
+@pytest.mark.parametrize('at_once', [False, True])
 @pytest.mark.parametrize('keys', [
-    ['Tab', 'Return', 'Return', 'Return'],
-    ['Tab', 'space', 'Escape'],
-    ['Tab', 'Return', 'Tab', 'Return', 'Escape', 'Escape'],
+    ['Return', 'Return', 'Return'],
+    ['space', 'Escape'],
+    ['Return', 'Tab', 'Return', 'Escape', 'Escape'],
 ], ids=str)
-def test_keys_after_the_answer_mean_nothing(ask, screen, signals, standins, service, keys):
-    screen.press_keys(ask('/absent.rpm'), *keys)
+def test_keys_after_the_answer_mean_nothing(ask, screen, busy, check_installed_once, keys, at_once):
+    window = ask('/absent.rpm')
+    screen.press_keys(window, 'Tab')
 
-    assert signals.wait('installFinished') == INSTALLED
-    service.barrier()
-    assert installations(standins) == 1
-    assert signals.names() == ['needConfirm', 'installFinished']
+    with busy() if at_once else nullcontext():
+        screen.press_keys(window, *keys)
+
+    check_installed_once()
 
 
 def test_closed_by_the_window_manager(ask, screen, signals, standins, service):
