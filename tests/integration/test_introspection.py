@@ -26,7 +26,8 @@ def test_nothing_else_is_on_the_bus(service, client):
     node = ElementTree.fromstring(client.introspect())
 
     assert sorted(interface.get('name') for interface in node.findall('interface')) == [
-        'org.freedesktop.DBus.Introspectable', 'org.freedesktop.DBus.Peer', 'org.freedesktop.DBus.Properties', INTERFACE]
+        'org.freedesktop.DBus.Introspectable', 'org.freedesktop.DBus.Peer', 'org.freedesktop.DBus.Properties',
+        INTERFACE]
     assert node.findall('node') == []
     assert client.call('GetAll', '(s)', INTERFACE, interface='org.freedesktop.DBus.Properties') == ({},)
 

@@ -50,7 +50,8 @@ def test_unreadable_file_is_shown_with_what_was_read_before(service, signals, de
     assert good_one == 'RPM Package info: "good" "1.0" "The one before"'
     assert second.startswith('could not read rpm: 1 "')
     assert signals.arguments('installFinished') == [(False, '\n'.join(
-        f'zarn_installation_error_desc_{code} (code: {code})' for code in ('NotAPackage', 'NotAPackage', 'FileNotFound')))]
+        f'zarn_installation_error_desc_{code} (code: {code})'
+        for code in ('NotAPackage', 'NotAPackage', 'FileNotFound')))]
     assert device.packages() == ['good']
 
 
