@@ -72,8 +72,10 @@ def test_absent_package_manager_is_described(device, service, client, signals):
 
 def test_package_manager_that_dies_is_described(standins, device, service, client, signals):
     device.mark_as_emulator()
-    standins.start('package-manager').exit_on('Install', 'before')
+    package_manager = standins.start('package-manager')
+    package_manager.exit_on('Install', 'before')
 
     client.install(['/absent.rpm'])
 
+    package_manager.wait_exit()
     assert signals.wait('installFinished') == (False, 'zarn_installation_error_desc_NoReply (code: NoReply)')
