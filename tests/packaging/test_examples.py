@@ -19,10 +19,15 @@ def shell(source, tmp_path, processes, environment, system_bus, session_bus):
     return Shell(source, tmp_path, processes, environment)
 
 
+def start_watching(shell, command):
+    """Nothing is missed once the watcher has found out who has the name, for which it starts the service."""
+    shell.run(f'{command.strip()} >{SIGNALS} 2>&1 &')
+    shell.wait_for_line('is owned by', SIGNALS)
+
+
 def test_examples_of_the_bus_interface(source, shell):
     ask, install_silently, watch = commands(source, 'Bus interface')
-    shell.run(f'{watch.strip()} >{SIGNALS} 2>&1 &')
-    shell.wait_for_line('Monitoring signals', SIGNALS)
+    start_watching(shell, watch)
 
     assert shell.run(ask) == '()\n'
     shell.wait_for_line('needConfirm', SIGNALS)
@@ -40,8 +45,7 @@ def test_examples_of_the_bus_interface(source, shell):
 
 def test_hints_of_the_shell(shell):
     assert 'velmora-hello' in shell.run(shell.hint('Package'))
-    shell.run(f'{shell.hint("Signals")} >{SIGNALS} 2>&1 &')
-    shell.wait_for_line('Monitoring signals', SIGNALS)
+    start_watching(shell, shell.hint('Signals'))
 
     assert shell.run(shell.hint('Install')) == '()\n'
     shell.run(FIND_DIALOG)
