@@ -86,7 +86,8 @@ FAULTS = {
 }
 
 # Nobody waits for an answer to a notification, so there is none.
-CASES = [(method, fault) for method in PEERS for fault in FAULTS if (method, fault) != ('Notify', 'dies after its answer')]
+CASES = [(method, fault) for method in PEERS for fault in FAULTS
+         if (method, fault) != ('Notify', 'dies after its answer')]
 
 
 @pytest.fixture(scope='module')

@@ -54,10 +54,10 @@ LOCAL = {
 
 # What is no file of this device, and counts as an empty path.
 FOREIGN = [
-    '', ' ', '\n', '.', '..', 'a.rpm', './a.rpm', '../tmp/a.rpm', 'tmp/a.rpm', '~', '~/a.rpm', '~root/a.rpm', '-', '--help',
-    '%1', '\\0', '\U0001f600', 'C:\\a.rpm', 'http://example.org/a.rpm', 'https://example.org/file:///tmp/a.rpm',
-    'HTTP://example.org/tmp/a.rpm', 'ftp://example.org/a.rpm', 'http:///tmp/a.rpm', 'example.org/a.rpm', 'localhost:80/a.rpm',
-    'qrc:/a.rpm', 'data:,a', 'javascript:1', 'file:', 'file://',
+    '', ' ', '\n', '.', '..', 'a.rpm', './a.rpm', '../tmp/a.rpm', 'tmp/a.rpm', '~', '~/a.rpm', '~root/a.rpm', '-',
+    '--help', '%1', '\\0', '\U0001f600', 'C:\\a.rpm', 'http://example.org/a.rpm', 'HTTP://example.org/tmp/a.rpm',
+    'https://example.org/file:///tmp/a.rpm', 'ftp://example.org/a.rpm', 'http:///tmp/a.rpm', 'example.org/a.rpm',
+    'localhost:80/a.rpm', 'qrc:/a.rpm', 'data:,a', 'javascript:1', 'file:', 'file://',
 ]
 
 
@@ -94,8 +94,8 @@ def test_names_of_nothing_fail_one_by_one(silent, standins, service, client, sig
 
 def test_any_name_can_be_installed(silent, standins, service, client, signals, device, package, tmp_path):
     standins.start('package-manager')
-    names = ['two words', 'a%20b', 'a%00b', '\\0', 'line\nfeed', '%1 %n', 'a?b#c', '*', '-', '--force', "';`id`\"", 'größer 文',
-             '\x1b[31m', '\u202egpj', '\U0001f600', 'x' * 251]
+    names = ['two words', 'a%20b', 'a%00b', '\\0', 'line\nfeed', '%1 %n', 'a?b#c', '*', '-', '--force', "';`id`\"",
+             'größer 文', '\x1b[31m', '\u202egpj', '\U0001f600', 'x' * 251]
     files = [shutil.move(package(f'named{number}'), tmp_path / f'{name}.rpm') for number, name in enumerate(names)]
 
     client.install(files[::2], sdk_mode=True)

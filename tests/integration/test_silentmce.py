@@ -22,4 +22,5 @@ def test_silence_of_mce_ends(standins, service, client, signals, dialog):
     assert signals.wait('installFinished') == (True, '')
     service.barrier()
     assert signals.names() == ['needConfirm', 'installFinished']
-    assert [call.method for call in mce.calls()] == ['get_display_status', 'notification_begin_req', 'notification_end_req']
+    assert [call.method for call in mce.calls()] == \
+        ['get_display_status', 'notification_begin_req', 'notification_end_req']

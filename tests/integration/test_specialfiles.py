@@ -27,6 +27,10 @@ def write_sparse(path):
         file.truncate(1 << 40)
 
 
+def write_huge_claim(path):
+    path.write_bytes(damage.claiming(handmade.write(path).read_bytes(), 0xffffffff, 0xffffffff))
+
+
 # What is there, and what librpm says of it: its result, or None where it is not even asked.
 MADE = {
     'pipe': (os.mkfifo, None),
@@ -41,8 +45,7 @@ MADE = {
     'text': (lambda path: path.write_text('no package\n' * 1000, encoding='ascii'), 1),
     'lead alone': (lambda path: path.write_bytes(handmade.LEAD), 2),
     'half a header': (lambda path: path.write_bytes(handmade.write(path).read_bytes()[:-100]), 2),
-    'huge header': (lambda path: path.write_bytes(damage.claiming(handmade.write(path).read_bytes(), 0xffffffff, 0xffffffff)),
-                    2),
+    'huge header': (write_huge_claim, 2),
 }
 THERE = {
     '/dev/null': 1,
@@ -103,12 +106,13 @@ def test_terminal(service, client, signals, package_manager):
         os.close(terminal)
 
 
-def test_file_that_may_not_be_read(processes, program, environment, session_bus, client, signals, package_manager, package):
+def test_file_that_may_not_be_read(processes, program, environment, session_bus, client, signals, package_manager,
+                                   package):
     """Root may read anything, but for those capabilities."""
     path = package('secret')
     path.chmod(0)
-    program.process = processes.start('service', ['setpriv', '--bounding-set', '-dac_override,-dac_read_search', PROGRAM],
-                                      environment)
+    command = ['setpriv', '--bounding-set', '-dac_override,-dac_read_search', PROGRAM]
+    program.process = processes.start('service', command, environment)
     session_bus.wait_owner(NAME)
 
     check_install(path, None, program, client, signals, package_manager)

@@ -18,8 +18,8 @@ class Shell:
         self._processes = processes
         self._read = 0
         self.picture = folder / 'dialog.png'
-        self._process = processes.start('shell', ['sh', '-c', 'exec "$0" --shell "$1" <"$2"', source / 'demo/play', self.picture,
-                                                  keyboard], environment)
+        command = ['sh', '-c', 'exec "$0" --shell "$1" <"$2"', source / 'demo/play', self.picture, keyboard]
+        self._process = processes.start('shell', command, environment)
         self.welcome = self._read_to('  Logs:')
 
     def hint(self, subject):
