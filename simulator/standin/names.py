@@ -12,8 +12,12 @@ BUSES = {
     'developer-mode': 'system',
     'mce': 'system',
     'notifications': 'session',
+    'package-kit': 'system',
     'package-manager': 'system',
 }
+
+# Those that are started together. A device can have the real PackageKit instead.
+TOGETHER = [standin for standin in BUSES if standin != 'package-kit']
 
 
 def control_name(standin):

@@ -78,7 +78,8 @@ def test_package_manager_that_only_records(standins, system_peer, device):
 
 
 def test_start_refuses_what_it_does_not_know(run, system_bus):
-    assert run('start', 'toaster')[1][-1] == 'NAME is one of: developer-mode, mce, notifications, package-manager'
+    assert run('start', 'toaster')[1][-1] == 'NAME is one of: developer-mode, mce, notifications, ' \
+        'package-kit, package-manager'
     assert run('start', 'mce', '--display', 'blue') == (1, ['mce: display is one of on, dimmed, off, not "blue"'])
     assert run('start', 'mce', '--size', '5') == (1, ['mce: no parameter "size", only display'])
     assert run('start', 'mce', '--display') == (1, ['Parameters are given as --PARAMETER VALUE.'])
