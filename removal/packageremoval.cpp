@@ -5,6 +5,7 @@
 
 #include "desktopfiles.h"
 #include "installationhandler.h"
+#include "packagemanagercall.h"
 #include "uninstalltransactionpkgkit.h"
 #include "zarnpackage.h"
 
@@ -55,7 +56,7 @@ void PackageRemoval::removeViaZarn(const QString &name, bool keepUserdata)
     if (keepUserdata) {
         options.insert(QStringLiteral("KeepUserData"), true);
     }
-    const QDBusPendingCall call = m_packageManager->asyncCall(QStringLiteral("Remove"), name, options);
+    const QDBusPendingCall call = callPackageManager(m_packageManager, QStringLiteral("Remove"), name, options);
     auto watcher = new QDBusPendingCallWatcher(call, m_handler);
     m_handler->beginTransaction();
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_handler,
