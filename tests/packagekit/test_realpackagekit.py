@@ -2,46 +2,12 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The real PackageKit on the device's own RPM database."""
 
-import os
-import select
 from pathlib import Path
 
 import pytest
 from support.packagekit import install
-from support.processes import DEADLINE_S
 
 LAUNCHERS = '/usr/share/applications'
-SCRIPTLET_PID, SCRIPTLET_GO = Path('/tmp/scriptlet-pid'), Path('/tmp/scriptlet-go')
-
-
-class WaitingScriptlet:
-    """A scriptlet that waits, and the run of rpm around it."""
-
-    commands = f'echo $PPID > {SCRIPTLET_PID}; read line < {SCRIPTLET_GO}'
-
-    def __init__(self, processes):
-        self._processes = processes
-        self._rpm = None
-        for fifo in (SCRIPTLET_PID, SCRIPTLET_GO):
-            fifo.unlink(missing_ok=True)
-            os.mkfifo(fifo)
-
-    def wait_running(self):
-        """Waits until the scriptlet runs."""
-        reader = self._processes.start('reader', ['cat', SCRIPTLET_PID])
-        self._processes.wait_end(reader)
-        self._rpm = os.pidfd_open(int(reader.text))
-
-    def finish(self):
-        """Lets the scriptlet end, and waits until rpm has ended too."""
-        if self._rpm is None:
-            return
-        with SCRIPTLET_GO.open('r+b', buffering=0) as go:
-            go.write(b'\n')
-            ended, _, _ = select.select([self._rpm], [], [], DEADLINE_S)
-        os.close(self._rpm)
-        self._rpm = None
-        assert ended, 'rpm has not ended in time'
 
 
 @pytest.fixture
@@ -51,14 +17,6 @@ def installed(packagekit, package):
         install(package(name, version, **contents))
         return f'{name};{version}-1;noarch;installed:'
     return installed_id
-
-
-@pytest.fixture
-def scriptlet(processes):
-    """A scriptlet that waits until the test, or its end, lets it go on."""
-    waiting = WaitingScriptlet(processes)
-    yield waiting
-    waiting.finish()
 
 
 def test_is_started_by_the_first_request(packagekit, requests):

@@ -16,6 +16,7 @@ from .packagekit import PackageKit, install
 from .processes import DEADLINE_S, Processes
 from .screen import Screen
 from .scriptedbus import ScriptedBus
+from .scriptlet import WaitingScriptlet
 from .service import PROGRAM, Service
 from .signalrecorder import SignalRecorder
 from .standins import StandIns
@@ -199,4 +200,14 @@ def packagekit(device, system_bus, package):
     so there is one that nobody removes."""
     assert not device.packages()
     install(package('keeper', files={}))
-    return PackageKit(system_bus)
+    real = PackageKit(system_bus)
+    yield real
+    real.repair()
+
+
+@pytest.fixture
+def scriptlet(processes):
+    """A scriptlet that waits until the test, or its end, lets it go on."""
+    waiting = WaitingScriptlet(processes)
+    yield waiting
+    waiting.finish()
