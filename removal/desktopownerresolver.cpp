@@ -3,11 +3,14 @@
 
 #include "desktopownerresolver.h"
 
+#include "packagekitaccess.h"
+
 #include <mdesktopentry.h>
 
 #include <PackageKit/Daemon>
 
 #include <QDebug>
+#include <QTimer>
 
 namespace {
 
@@ -26,6 +29,10 @@ DesktopOwnerResolver::DesktopOwnerResolver(const QString &desktopFile, QObject *
     : QObject(parent)
     , m_desktopFile(desktopFile)
 {
+    if (!PackageKitAccess::isPossible()) {
+        QTimer::singleShot(0, this, &DesktopOwnerResolver::handleUnreachable);
+        return;
+    }
     const QString apk = readApk(m_desktopFile);
     const QString term = apk.isEmpty() ? m_desktopFile : apk;
     auto search = PackageKit::Daemon::searchFiles(term, PackageKit::Transaction::FilterInstalled);
@@ -50,6 +57,13 @@ void DesktopOwnerResolver::handlePackage(PackageKit::Transaction::Info info, con
 void DesktopOwnerResolver::handleError(PackageKit::Transaction::Error error, const QString &details)
 {
     qWarning() << "Error on resolving desktop file owner" << error << details;
+}
+
+// A search that could not begin ends like one that failed.
+void DesktopOwnerResolver::handleUnreachable()
+{
+    handleError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
+    handleFinished(PackageKit::Transaction::ExitFailed, 0);
 }
 
 void DesktopOwnerResolver::handleFinished(PackageKit::Transaction::Exit status, uint runtime)

@@ -35,6 +35,8 @@ private Q_SLOTS:
     void handlePackage(PackageKit::Transaction::Info info, const QString &pkgId, const QString &summary);
 
 private:
+    void handleUnreachable();
+
     const QString m_desktopFile;
     bool m_ownerFound = false;
 };

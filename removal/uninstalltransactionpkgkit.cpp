@@ -3,9 +3,12 @@
 
 #include "uninstalltransactionpkgkit.h"
 
+#include "packagekitaccess.h"
+
 #include <PackageKit/Daemon>
 
 #include <QDebug>
+#include <QTimer>
 
 using namespace Package;
 
@@ -23,6 +26,12 @@ UninstallTransactionPkgKit::~UninstallTransactionPkgKit()
 void UninstallTransactionPkgKit::start()
 {
     qDebug() << "UninstallTransactionPkgKit::start:" << m_packageNames;
+    if (!PackageKitAccess::isPossible()) {
+        QTimer::singleShot(0, this, [this] {
+            slotResolveError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
+        });
+        return;
+    }
     auto resolve = PackageKit::Daemon::resolve(m_packageNames, PackageKit::Transaction::FilterInstalled);
     connect(resolve, &PackageKit::Transaction::finished, this, &UninstallTransactionPkgKit::slotResolveFinished);
     connect(resolve, &PackageKit::Transaction::errorCode, this, &UninstallTransactionPkgKit::slotResolveError);
@@ -59,6 +68,10 @@ void UninstallTransactionPkgKit::slotResolveFinished(PackageKit::Transaction::Ex
 
 void UninstallTransactionPkgKit::uninstall(const QStringList &ids)
 {
+    if (!PackageKitAccess::isPossible()) {
+        slotUninstallError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
+        return;
+    }
     m_transaction = PackageKit::Daemon::removePackages(ids, false, m_autoremove,
                                                        PackageKit::Transaction::TransactionFlagOnlyTrusted);
     connect(m_transaction, &PackageKit::Transaction::finished,
