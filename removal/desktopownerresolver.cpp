@@ -29,7 +29,7 @@ DesktopOwnerResolver::DesktopOwnerResolver(const QString &desktopFile, QObject *
     : QObject(parent)
     , m_desktopFile(desktopFile)
 {
-    if (!PackageKitAccess::isPossible()) {
+    if (!PackageKitAccess::prepare()) {
         QTimer::singleShot(0, this, &DesktopOwnerResolver::handleUnreachable);
         return;
     }

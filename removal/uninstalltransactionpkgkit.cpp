@@ -26,7 +26,7 @@ UninstallTransactionPkgKit::~UninstallTransactionPkgKit()
 void UninstallTransactionPkgKit::start()
 {
     qDebug() << "UninstallTransactionPkgKit::start:" << m_packageNames;
-    if (!PackageKitAccess::isPossible()) {
+    if (!PackageKitAccess::prepare()) {
         QTimer::singleShot(0, this, [this] {
             slotResolveError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
         });
@@ -68,7 +68,7 @@ void UninstallTransactionPkgKit::slotResolveFinished(PackageKit::Transaction::Ex
 
 void UninstallTransactionPkgKit::uninstall(const QStringList &ids)
 {
-    if (!PackageKitAccess::isPossible()) {
+    if (!PackageKitAccess::prepare()) {
         slotUninstallError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
         return;
     }
