@@ -3,8 +3,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Calls a guarded service as somebody else: caller.py BUS SERVICE USER GROUP SUPPLEMENTARY-GROUP HOW
 
-HOW is `stay` (wait for the reply and print the process and the reply), `leave` (end at once) or `orphan` (as `stay`, in a child
-of the process that the bus takes for the caller, after that has ended). User and groups are numbers.
+HOW is `stay` (wait for the reply and print the process and the reply), `leave` (end at once) or `orphan` (as `stay`, in
+a child of the process that the bus takes for the caller, after that has ended). User and groups are numbers.
 """
 
 import os

@@ -5,7 +5,8 @@
 
 namespace {
 
-const QString LauncherModel = QStringLiteral("org.orrinmobile.rozzle /LauncherModel org.orrinmobile.rozzle.LauncherModel.");
+const QString LauncherModel = QStringLiteral("org.orrinmobile.rozzle /LauncherModel "
+                                             "org.orrinmobile.rozzle.LauncherModel.");
 const QString PackageManager = QStringLiteral("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.");
 
 }

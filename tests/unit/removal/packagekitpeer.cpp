@@ -48,6 +48,11 @@ PackageKitPeer::PackageKitPeer(Journal *journal)
     }
 }
 
+PackageKitPeer::~PackageKitPeer()
+{
+    m_peer.giveUp(Service);
+}
+
 void PackageKitPeer::tellPackage(int transaction, const QString &id, const QString &summary,
                                  PackageKit::Transaction::Info info)
 {

@@ -20,6 +20,9 @@ class PackageKitPeer
 public:
     explicit PackageKitPeer(Journal *journal);
 
+    /** Leaves the bus; nobody can call it any more when this returns. */
+    ~PackageKitPeer();
+
     void tellPackage(int transaction, const QString &id, const QString &summary = {},
                      PackageKit::Transaction::Info info = PackageKit::Transaction::InfoInstalled);
     void tellProgress(int transaction, const QString &id, uint percentage);
@@ -43,6 +46,8 @@ public:
     RecordingPeer &peer() { return m_peer; }
 
 private:
+    Q_DISABLE_COPY_MOVE(PackageKitPeer)
+
     QString path(int transaction) const;
     void tell(int transaction, const QString &signal, const QString &arguments);
 

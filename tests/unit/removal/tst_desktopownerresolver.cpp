@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "removalscene.h"
+#include "ownersearchscene.h"
 
-#include "desktopownerresolver.h"
-#include "devicefile.h"
 #include "devicetest.h"
 
 #include <QMetaEnum>
@@ -13,7 +11,7 @@ using PackageKit::Transaction;
 
 namespace {
 
-const QString Launcher = QStringLiteral("/usr/share/applications/app.desktop");
+const QString Launcher = OwnerSearchScene::launcher();
 const QString Id = QStringLiteral("a;1-1;noarch;installed");
 const QByteArray Android = "[Desktop Entry]\nX-zindro-apkfile=/data/app.apk\n";
 
@@ -24,13 +22,11 @@ const QString Deleted = QStringLiteral("deleted");
 }
 
 /** Who owns a launcher. */
-class DesktopOwnerResolverTest : public RemovalScene
+class DesktopOwnerResolverTest : public OwnerSearchScene
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-
     void searchesTheLauncher_data();
     void searchesTheLauncher();
     void searchesTheAndroidPackage_data();
@@ -46,42 +42,7 @@ private Q_SLOTS:
     void endsSilently();
     void readsTheKeyAgain_data();
     void readsTheKeyAgain();
-    void goesOnAfterAnError();
-    void countsOwnersBeforeAnError();
-    void livesWithoutAnEnd();
-    void doesWithoutPackageKit();
-    void noticesThatPackageKitVanishes();
-    void belongsToItsParent();
-
-private:
-    DesktopOwnerResolver *resolve(QObject *parent = nullptr);
-    bool searches(const QString &term);
-
-    std::optional<DeviceFile> m_launcher;
 };
-
-void DesktopOwnerResolverTest::init()
-{
-    RemovalScene::init();
-    m_launcher.emplace(Launcher, "[Desktop Entry]\nType=Application\n");
-}
-
-DesktopOwnerResolver *DesktopOwnerResolverTest::resolve(QObject *parent)
-{
-    const auto resolver = new DesktopOwnerResolver(Launcher, parent);
-    connect(resolver, &DesktopOwnerResolver::ownerPackageFound, this,
-            [this](const QString &package) { note(QLatin1String("owner ") + package); });
-    connect(resolver, &DesktopOwnerResolver::ownerApkFound, this, [this](const QString &launcher, const QString &apk) {
-        note(QStringLiteral("apk %1 of %2").arg(apk, launcher));
-    });
-    connect(resolver, &QObject::destroyed, this, [this] { note(Deleted); });
-    return resolver;
-}
-
-bool DesktopOwnerResolverTest::searches(const QString &term)
-{
-    return happens(m_packageKit->calls(0, QStringLiteral("SearchFiles(uint64 4, ['%1'])").arg(term)));
-}
 
 void DesktopOwnerResolverTest::searchesTheLauncher_data()
 {
@@ -248,77 +209,6 @@ void DesktopOwnerResolverTest::readsTheKeyAgain()
     m_launcher->write(after);
     m_packageKit->tellEnd(0, Transaction::ExitSuccess);
     QVERIFY(happens(reported + QStringList(Deleted)));
-}
-
-void DesktopOwnerResolverTest::goesOnAfterAnError()
-{
-    m_launcher->write(Android);
-    resolve();
-    QVERIFY(searches(QStringLiteral("/data/app.apk")));
-    m_packageKit->tellError(0, Transaction::ErrorCannotGetLock, QStringLiteral("no \"lock\""));
-    QVERIFY(happens({QStringLiteral("warning: Error on resolving desktop file owner "
-                                    "PackageKit::Transaction::ErrorCannotGetLock \"no \\\"lock\\\"\"")}));
-    m_packageKit->tellEnd(0, Transaction::ExitFailed);
-    QVERIFY(happens({Apk, Deleted}));
-}
-
-void DesktopOwnerResolverTest::countsOwnersBeforeAnError()
-{
-    m_launcher->write(Android);
-    resolve();
-    QVERIFY(searches(QStringLiteral("/data/app.apk")));
-    m_packageKit->tellPackage(0, Id);
-    m_packageKit->tellError(0, Transaction::ErrorOom, QString());
-    m_packageKit->tellEnd(0, Transaction::ExitFailed);
-    QVERIFY(happens({OwnerA,
-                     QStringLiteral("warning: Error on resolving desktop file owner "
-                                    "PackageKit::Transaction::ErrorOom \"\""),
-                     Deleted}));
-}
-
-void DesktopOwnerResolverTest::livesWithoutAnEnd()
-{
-    const std::unique_ptr<DesktopOwnerResolver> resolver(resolve());
-    QVERIFY(searches(Launcher));
-    m_packageKit->tellPackage(0, Id);
-    m_packageKit->tellError(0, Transaction::ErrorOom, QString());
-    m_packageKit->tellPackage(0, Id);
-    QVERIFY(happens({OwnerA,
-                     QStringLiteral("warning: Error on resolving desktop file owner "
-                                    "PackageKit::Transaction::ErrorOom \"\""),
-                     OwnerA}));
-}
-
-void DesktopOwnerResolverTest::doesWithoutPackageKit()
-{
-    m_packageKit.reset();
-    m_launcher->write(Android);
-    resolve();
-    QVERIFY(happens({QStringLiteral("warning: Error on resolving desktop file owner "
-                                    "PackageKit::Transaction::ErrorInternalError \"The name "
-                                    "org.freedesktop.PackageKit was not provided by any .service files\""),
-                     Apk, Deleted}));
-}
-
-void DesktopOwnerResolverTest::noticesThatPackageKitVanishes()
-{
-    resolve();
-    QVERIFY(searches(Launcher));
-    m_packageKit.reset();
-    QVERIFY(happens({QStringLiteral("warning: Error on resolving desktop file owner "
-                                    "PackageKit::Transaction::ErrorProcessKill "
-                                    "\"The PackageKit daemon has crashed\""),
-                     Deleted}));
-}
-
-void DesktopOwnerResolverTest::belongsToItsParent()
-{
-    QObject parent;
-    QCOMPARE(resolve(&parent)->parent(), &parent);
-    QVERIFY(searches(Launcher));
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens({Deleted}));
-    QVERIFY(parent.children().isEmpty());
 }
 
 int main(int argc, char **argv)
