@@ -76,7 +76,7 @@ void DesktopFileRemoval::removeSystemLauncher(const QString &desktopFile)
 // "Known behaviour" in the README.
 void DesktopFileRemoval::findOwner(const QString &desktopFile)
 {
-    auto resolver = new DesktopOwnerResolver(desktopFile);
+    auto *resolver = new DesktopOwnerResolver(desktopFile);
     m_handler->beginTransaction();
     QObject::connect(resolver, &DesktopOwnerResolver::ownerPackageFound, m_handler,
                      [this](const QString &package) { handleOwnerPackageFound(package); });

@@ -38,7 +38,7 @@ QStringList findAndroidLaunchers(const QString &name)
 {
     QString application = name.mid(AndroidPackagePrefix.size());
     application.replace(QLatin1Char('.'), QLatin1Char('_'));
-    const QString pattern = AndroidLauncherPrefix + application + QLatin1String("*.desktop");
+    const QString pattern = AndroidLauncherPrefix + application + QStringLiteral("*.desktop");
 
     const QFileInfoList entries = QDir(Paths::Applications).entryInfoList({pattern});
     QStringList files;
@@ -53,7 +53,7 @@ QStringList findInstalledLaunchers(const QString &name)
     const RpmHandle<rpmts> ts(rpmtsCreate());
     const QByteArray key = name.toLocal8Bit();
     const RpmHandle<rpmdbMatchIterator> packages(rpmtsInitIterator(ts.get(), RPMDBI_NAME, key.constData(), 0));
-    const Header package = rpmdbNextIterator(packages.get());
+    Header package = rpmdbNextIterator(packages.get());
     if (!package) {
         return {};
     }

@@ -35,7 +35,7 @@ DesktopOwnerResolver::DesktopOwnerResolver(const QString &desktopFile, QObject *
     }
     const QString apk = readApk(m_desktopFile);
     const QString term = apk.isEmpty() ? m_desktopFile : apk;
-    auto search = PackageKit::Daemon::searchFiles(term, PackageKit::Transaction::FilterInstalled);
+    auto *search = PackageKit::Daemon::searchFiles(term, PackageKit::Transaction::FilterInstalled);
     connect(search, &PackageKit::Transaction::finished, this, &DesktopOwnerResolver::handleFinished);
     connect(search, &PackageKit::Transaction::errorCode, this, &DesktopOwnerResolver::handleError);
     connect(search, &PackageKit::Transaction::package, this, &DesktopOwnerResolver::handlePackage);

@@ -47,7 +47,7 @@ void PackageRemoval::removeViaZarn(const QString &name, bool keepUserdata)
 {
     qDebug() << "Uninstall" << name << "via ZARN";
     const QString desktopFile = QStandardPaths::locate(QStandardPaths::ApplicationsLocation,
-                                                       name + QLatin1String(".desktop"));
+                                                       name + QStringLiteral(".desktop"));
     if (!desktopFile.isEmpty()) {
         announceUpdate(name, desktopFile);
     }
@@ -57,7 +57,7 @@ void PackageRemoval::removeViaZarn(const QString &name, bool keepUserdata)
         options.insert(QStringLiteral("KeepUserData"), true);
     }
     const QDBusPendingCall call = callPackageManager(m_packageManager, QStringLiteral("Remove"), name, options);
-    auto watcher = new QDBusPendingCallWatcher(call, m_handler);
+    auto *watcher = new QDBusPendingCallWatcher(call, m_handler);
     m_handler->beginTransaction();
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_handler,
                      [handler = m_handler, name](QDBusPendingCallWatcher *finished) {
@@ -75,7 +75,7 @@ void PackageRemoval::removeViaRpm(const QString &name)
         announceUpdate(name, desktopFile);
     }
 
-    auto transaction = new Package::UninstallTransactionPkgKit({name}, false);
+    auto *transaction = new Package::UninstallTransactionPkgKit({name}, false);
     QObject::connect(transaction, &Package::Transaction::success, m_handler,
                      [handler = m_handler, name] { handler->handleRemovalFinished(name, QString()); });
     QObject::connect(transaction, &Package::Transaction::failure, m_handler,

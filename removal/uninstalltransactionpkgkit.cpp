@@ -32,7 +32,7 @@ void UninstallTransactionPkgKit::start()
         });
         return;
     }
-    auto resolve = PackageKit::Daemon::resolve(m_packageNames, PackageKit::Transaction::FilterInstalled);
+    auto *resolve = PackageKit::Daemon::resolve(m_packageNames, PackageKit::Transaction::FilterInstalled);
     connect(resolve, &PackageKit::Transaction::finished, this, &UninstallTransactionPkgKit::slotResolveFinished);
     connect(resolve, &PackageKit::Transaction::errorCode, this, &UninstallTransactionPkgKit::slotResolveError);
     connect(resolve, &PackageKit::Transaction::package, this, &UninstallTransactionPkgKit::slotResolved);

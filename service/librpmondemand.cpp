@@ -75,7 +75,7 @@ ON_DEMAND(Header, rpmdbNextIterator, (rpmdbMatchIterator mi), (mi))
 ON_DEMAND(const char *, rpmfiFN, (rpmfi fi), (fi))
 ON_DEMAND(rpmfi, rpmfiFree, (rpmfi fi), (fi))
 ON_DEMAND(rpmfi, rpmfiInit, (rpmfi fi, int fx), (fi, fx))
-ON_DEMAND(rpmfi, rpmfiNew, (const rpmts ts, Header header, rpmTagVal tagN, rpmfiFlags flags), (ts, header, tagN, flags))
+ON_DEMAND(rpmfi, rpmfiNew, (rpmts ts, Header header, rpmTagVal tagN, rpmfiFlags flags), (ts, header, tagN, flags))
 ON_DEMAND(int, rpmfiNext, (rpmfi fi), (fi))
 ON_DEMAND(void, rpmFreeMacros, (rpmMacroContext mc), (mc))
 ON_DEMAND(void, rpmFreeRpmrc, (), ())
@@ -94,7 +94,7 @@ ON_DEMAND(rpmTagVal, rpmtdTag, (rpmtd td), (td))
 ON_DEMAND(rpmTagType, rpmtdType, (rpmtd td), (td))
 ON_DEMAND(rpmts, rpmtsCreate, (), ())
 ON_DEMAND(rpmts, rpmtsFree, (rpmts ts), (ts))
-ON_DEMAND(rpmdbMatchIterator, rpmtsInitIterator, (const rpmts ts, rpmDbiTagVal rpmtag, const void *keyp, size_t keylen),
+ON_DEMAND(rpmdbMatchIterator, rpmtsInitIterator, (rpmts ts, rpmDbiTagVal rpmtag, const void *keyp, size_t keylen),
           (ts, rpmtag, keyp, keylen))
 
 }

@@ -20,7 +20,7 @@ def shell(source, tmp_path, processes, environment, system_bus, session_bus):
 
 
 def test_examples_of_the_bus_interface(source, shell):
-    ask, install_silently, watch = commands(source, 'Bus interface')
+    ask, install_silently, remove, watch = commands(source, 'Bus interface')
     shell.run(f'{watch.strip()} >{SIGNALS} 2>&1 &')
     shell.wait_for_line('Monitoring signals', SIGNALS)
 
@@ -35,6 +35,7 @@ def test_examples_of_the_bus_interface(source, shell):
     assert shell.run(install_silently) == '()\n()\n'
     shell.wait_for_line(REFUSED, SIGNALS, count=2)
     assert shell.run(f'grep --count needConfirm {SIGNALS}') == '1\n'
+    assert shell.run(remove) == '()\n()\n()\n'
     assert shell.leave(7) == 7
 
 
