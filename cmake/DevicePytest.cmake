@@ -6,12 +6,14 @@
 include_guard(GLOBAL)
 include(DeviceTest)
 
-# add_device_pytest(<name> [TIMEOUT <seconds>] [LABELS <label>...])
+# add_device_pytest(<name> [ARGUMENTS <argument>...] [PACKAGEKIT] [TIMEOUT <seconds>] [LABELS <label>...])
 #
 # Adds the tests of the file test_<name>.py in the current folder as one test, which has a device of its own and is called
-# after the folder and the file.
+# after the folder and the file. The arguments are pytest's.
 function(add_device_pytest name)
+    cmake_parse_arguments(PARSE_ARGV 1 PYTEST "" "" "ARGUMENTS")
     get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
-    add_device_test(NAME "${folder}-${name}" ${ARGN}
-        COMMAND /usr/bin/python3 -B -m pytest -q -p no:cacheprovider "${CMAKE_CURRENT_SOURCE_DIR}/test_${name}.py")
+    add_device_test(NAME "${folder}-${name}" ${PYTEST_UNPARSED_ARGUMENTS}
+        COMMAND /usr/bin/python3 -B -m pytest -q -p no:cacheprovider ${PYTEST_ARGUMENTS}
+            "${CMAKE_CURRENT_SOURCE_DIR}/test_${name}.py")
 endfunction()

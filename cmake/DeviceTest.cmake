@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 
 # Tests that run on a device in a sandbox, where the product of this build is installed at its real absolute paths.
-# Including this file adds the test "stage", which installs the build for all of them.
+# Including this file adds the test "stage", which installs the build for all of them, and the test "packagekit-backend",
+# which makes what a device with PackageKit needs, the same for every build.
 
 include_guard(GLOBAL)
 
@@ -13,18 +14,25 @@ add_test(NAME stage
         -P "${CMAKE_CURRENT_LIST_DIR}/Stage.cmake")
 set_tests_properties(stage PROPERTIES FIXTURES_SETUP stage TIMEOUT 120)
 
+set(VELMORA_PACKAGEKIT "${CMAKE_SOURCE_DIR}/build/packagekit")
+
+add_test(NAME packagekit-backend
+    COMMAND "${CMAKE_SOURCE_DIR}/sandbox/packagekit/build-backend" "${VELMORA_PACKAGEKIT}")
+set_tests_properties(packagekit-backend PROPERTIES FIXTURES_SETUP packagekit TIMEOUT 600)
+
 # Coverage is counted in files beside the objects.
 set(VELMORA_SHOW_BUILD --show)
 if(CMAKE_CXX_FLAGS MATCHES "--coverage")
     set(VELMORA_SHOW_BUILD --writable)
 endif()
 
-# add_device_test(NAME <name> COMMAND <program or target> [<argument>...] [TIMEOUT <seconds>] [LABELS <label>...])
+# add_device_test(NAME <name> COMMAND <program or target> [<argument>...] [PACKAGEKIT] [TIMEOUT <seconds>]
+#     [LABELS <label>...])
 #
-# The program sees the project and the build folder read-only, starts its own buses, and passes with exit status 0.
-# Without TIMEOUT it may take 120 seconds.
+# The program sees the project and the build folder read-only, starts its own buses, and passes with exit status 0. With
+# PACKAGEKIT there is a real PackageKit on the device. Without TIMEOUT it may take 120 seconds.
 function(add_device_test)
-    cmake_parse_arguments(PARSE_ARGV 0 TEST "" "NAME;TIMEOUT" "COMMAND;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 0 TEST "PACKAGEKIT" "NAME;TIMEOUT" "COMMAND;LABELS")
     if(TEST_UNPARSED_ARGUMENTS OR NOT TEST_NAME OR NOT TEST_COMMAND)
         message(FATAL_ERROR "add_device_test: NAME and COMMAND are needed; not understood: ${TEST_UNPARSED_ARGUMENTS}")
     endif()
@@ -39,9 +47,15 @@ function(add_device_test)
     if(TARGET "${program}")
         set(program "$<TARGET_FILE:${program}>")
     endif()
+    set(fixtures stage)
+    set(packagekit)
+    if(TEST_PACKAGEKIT)
+        list(APPEND fixtures packagekit)
+        set(packagekit --packagekit "${VELMORA_PACKAGEKIT}")
+    endif()
     add_test(NAME "${TEST_NAME}"
-        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}"
+        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}" ${packagekit}
             ${VELMORA_SHOW_BUILD} "${CMAKE_BINARY_DIR}" --no-buses -- "${program}" ${TEST_COMMAND})
     set_tests_properties("${TEST_NAME}" PROPERTIES
-        FIXTURES_REQUIRED stage TIMEOUT "${TEST_TIMEOUT}" LABELS "${TEST_LABELS}")
+        FIXTURES_REQUIRED "${fixtures}" TIMEOUT "${TEST_TIMEOUT}" LABELS "${TEST_LABELS}")
 endfunction()

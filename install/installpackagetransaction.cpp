@@ -4,6 +4,7 @@
 #include "installpackagetransaction.h"
 
 #include "installationerror.h"
+#include "packagemanagercall.h"
 #include "paths.h"
 #include "transactionview.h"
 
@@ -11,7 +12,6 @@
 #include <accesspolicy.h>
 #include <notification.h>
 
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusInterface>
 #include <QDBusMessage>
@@ -20,21 +20,6 @@
 #include <QDBusPendingReply>
 #include <QDebug>
 #include <QFile>
-
-namespace {
-
-// A call on a bus that was never there is none at all, and its watcher would
-// never hear of an end: it is replaced by a call that has failed.
-QDBusPendingCall callInstall(QDBusInterface *packageManager, const QString &path)
-{
-    if (!packageManager->connection().isConnected()) {
-        return QDBusPendingCall::fromError(
-                QDBusError(QDBusError::Disconnected, QStringLiteral("Not connected to the system bus")));
-    }
-    return packageManager->asyncCall(QStringLiteral("Install"), path, QVariantMap());
-}
-
-}
 
 InstallPackageTransaction::InstallPackageTransaction(const QStringList &files, bool sdkMode)
     : m_files(files)
@@ -146,7 +131,9 @@ void InstallPackageTransaction::installCurrentRpm()
     if (!m_packageManager) {
         return;
     }
-    auto *watcher = new QDBusPendingCallWatcher(callInstall(m_packageManager, m_rpmInfo.fileName()), this);
+    const QDBusPendingCall call = callPackageManager(m_packageManager, QStringLiteral("Install"), m_rpmInfo.fileName(),
+                                                     QVariantMap());
+    auto *watcher = new QDBusPendingCallWatcher(call, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, packageName](QDBusPendingCallWatcher *finished) { handleInstallReply(finished, packageName); });
 }

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <rpm/header.h>
+#include <rpm/rpmdb.h>
+#include <rpm/rpmfi.h>
 #include <rpm/rpmio.h>
 #include <rpm/rpmtd.h>
 #include <rpm/rpmts.h>
@@ -19,6 +21,8 @@ struct RpmRelease
     void operator()(Header header) const { headerFree(header); }
     void operator()(HeaderIterator iterator) const { headerFreeIterator(iterator); }
     void operator()(rpmtd data) const { rpmtdFree(data); }
+    void operator()(rpmdbMatchIterator iterator) const { rpmdbFreeIterator(iterator); }
+    void operator()(rpmfi files) const { rpmfiFree(files); }
 };
 
 /** Owns one of librpm's handles, for example RpmHandle<rpmts>. */

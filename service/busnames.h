@@ -45,6 +45,13 @@ inline const QString Path = QStringLiteral("/ru/quon/ZARN/Hooks");
 inline const QString Interface = QStringLiteral("ru.quon.ZARN.Hooks");
 }
 
+/** The Android-support daemon, on the system bus. */
+namespace Zindro {
+inline const QString Service = QStringLiteral("com.zelka.zindro");
+inline const QString Path = QStringLiteral("/com/zelka/zindro");
+inline const QString Interface = QStringLiteral("com.zelka.zindro");
+}
+
 /** MCE's requests, on the system bus. */
 namespace Mce {
 inline const QString Service = QStringLiteral("com.nokia.mce");

@@ -4,7 +4,9 @@
 #include "installationhandler.h"
 
 #include "busnames.h"
+#include "callercheck.h"
 #include "installpackagetransaction.h"
+#include "rpminfo.h"
 #include "zarnpackage.h"
 
 #include <QCoreApplication>
@@ -46,6 +48,8 @@ InstallationHandler::InstallationHandler(QObject *parent)
                        BusNames::PackageManager::Interface, QDBusConnection::systemBus())
     , m_hooks(BusNames::Hooks::Service, BusNames::Hooks::Path,
               BusNames::Hooks::Interface, QDBusConnection::systemBus())
+    , m_packageRemoval(this, &m_packageManager, &m_launcherModel)
+    , m_desktopFileRemoval(this, &m_packageManager, &m_hooks)
 {
     registerZarnPackage();
     m_packageManager.setTimeout(static_cast<int>(PackageManagerTimeout.count()));
@@ -65,9 +69,12 @@ void InstallationHandler::setEngine(QQmlEngine *engine)
 
 void InstallationHandler::installFiles(const QStringList &fileUrls, bool sdkMode, bool keepUserdata)
 {
-    Q_UNUSED(keepUserdata)
+    const QStringList files = toLocalFiles(fileUrls);
+    if (sdkMode) {
+        removeInstalledVersions(fileUrls, keepUserdata);
+    }
 
-    auto *transaction = new InstallPackageTransaction(toLocalFiles(fileUrls), sdkMode);
+    auto *transaction = new InstallPackageTransaction(files, sdkMode);
     // In this order: the outcome is on the bus before the transaction is released.
     connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::installFinished);
     connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::transactionFinished);
@@ -78,6 +85,45 @@ void InstallationHandler::installFiles(const QStringList &fileUrls, bool sdkMode
     if (!m_transactionView.isVisible()) {
         processNextTransaction();
     }
+}
+
+// Goes by the caller's own strings, and by whatever name the file yields, an
+// empty one included.
+void InstallationHandler::removeInstalledVersions(const QStringList &fileUrls, bool keepUserdata)
+{
+    for (const QString &fileUrl : fileUrls) {
+        RpmInfo package;
+        package.readPackage(fileUrl);
+        removePackages({package.name()}, keepUserdata);
+    }
+}
+
+void InstallationHandler::removePackages(const QStringList &packageNames, bool keepUserdata)
+{
+    m_packageRemoval.removePackages(packageNames, keepUserdata);
+}
+
+void InstallationHandler::removePackageByDesktopFile(const QString &desktopFile)
+{
+    m_desktopFileRemoval.removePackageByDesktopFile(desktopFile);
+}
+
+bool InstallationHandler::isCallerPrivileged()
+{
+    return CallerCheck::isPrivileged(*this);
+}
+
+void InstallationHandler::handleRemovalFinished(const QString &packageName, const QString &errorString)
+{
+    if (errorString.isEmpty()) {
+        qDebug() << "Uninstalled" << packageName;
+    } else {
+        qDebug() << "Failed to uninstall" << packageName << errorString;
+    }
+    // The home screen is told whatever the outcome, and need not listen.
+    m_launcherModel.call(QStringLiteral("updatingFinished"), packageName);
+    endTransaction();
+    emit removalFinished(errorString.isEmpty(), errorString);
 }
 
 void InstallationHandler::transactionFinished(bool success, const QString &errorString,
@@ -103,6 +149,12 @@ void InstallationHandler::processNextTransaction()
     }
     // The transaction may have finished inside its start() and others with it:
     // what counts is the state now.
+    updateIdleTimer();
+}
+
+void InstallationHandler::beginTransaction()
+{
+    ++m_transactionCount;
     updateIdleTimer();
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "desktopfileremoval.h"
+#include "packageremoval.h"
 #include "transactionview.h"
 
 #include <QDBusContext>
@@ -20,7 +22,8 @@ class QQmlEngine;
  * The service's one object on the session bus, interface
  * "org.velmoraos.installationhandler", and its hub: the queue of installation
  * transactions, the count of operations in flight, the idle timer that ends the
- * process, and the proxies and the dialog controller that it lends out.
+ * process, and the proxies and the dialog controller that it lends out. The work is
+ * done by the transactions and the removals.
  *
  * Requests are answered at once and return nothing; outcomes follow as signals.
  * Every invokable method and every signal is part of the bus interface.
@@ -44,9 +47,34 @@ public:
      */
     Q_INVOKABLE void installFiles(const QStringList &fileUrls, bool sdkMode = false, bool keepUserdata = false);
 
+    /**
+     * Removes installed packages by name; each ends in a removalFinished of its own.
+     * keepUserdata: leave what the applications have stored, where the back end can.
+     */
+    Q_INVOKABLE void removePackages(const QStringList &packageNames, bool keepUserdata = false);
+
+    /**
+     * Removes the application that the launcher file at this absolute path starts.
+     * Callers that are not privileged get org.freedesktop.DBus.Error.AccessDenied.
+     */
+    Q_INVOKABLE void removePackageByDesktopFile(const QString &desktopFile);
+
+    /** One more operation in flight, and one fewer; the process does not end while there are any. */
+    void beginTransaction();
+    void endTransaction();
+
+    /** The common end of one package removal; errorString is empty when the package is gone. */
+    void handleRemovalFinished(const QString &packageName, const QString &errorString);
+
+    /** Whether the call that is being handled may go on; if not, it has been answered. */
+    bool isCallerPrivileged();
+
 Q_SIGNALS:
     /** An installation transaction has ended; errorString has one line for each failed file. */
     void installFinished(bool success, const QString &errorString);
+
+    /** A package removal has ended; errorString is the back end's text. */
+    void removalFinished(bool success, const QString &errorString);
 
     /** The confirmation dialog asks the user now. */
     void needConfirm();
@@ -55,8 +83,8 @@ private Q_SLOTS:
     void transactionFinished(bool success, const QString &errorString, InstallPackageTransaction *transaction);
 
 private:
+    void removeInstalledVersions(const QStringList &fileUrls, bool keepUserdata);
     void processNextTransaction();
-    void endTransaction();
     void updateIdleTimer();
 
     TransactionView m_transactionView;
@@ -67,4 +95,6 @@ private:
     QDBusInterface m_developerMode;
     QDBusInterface m_packageManager;
     QDBusInterface m_hooks;
+    PackageRemoval m_packageRemoval;
+    DesktopFileRemoval m_desktopFileRemoval;
 };

@@ -12,6 +12,8 @@
 
 #include <rpm/header.h>
 #include <rpm/rpmcli.h>
+#include <rpm/rpmdb.h>
+#include <rpm/rpmfi.h>
 #include <rpm/rpmio.h>
 #include <rpm/rpmlib.h>
 #include <rpm/rpmmacro.h>
@@ -68,6 +70,13 @@ ON_DEMAND(int, headerNext, (HeaderIterator hi, rpmtd td), (hi, td))
 ON_DEMAND(int, Fclose, (FD_t fd), (fd))
 ON_DEMAND(FD_t, Fopen, (const char *path, const char *mode), (path, mode))
 ON_DEMAND(int, Fseek, (FD_t fd, off_t offset, int whence), (fd, offset, whence))
+ON_DEMAND(rpmdbMatchIterator, rpmdbFreeIterator, (rpmdbMatchIterator mi), (mi))
+ON_DEMAND(Header, rpmdbNextIterator, (rpmdbMatchIterator mi), (mi))
+ON_DEMAND(const char *, rpmfiFN, (rpmfi fi), (fi))
+ON_DEMAND(rpmfi, rpmfiFree, (rpmfi fi), (fi))
+ON_DEMAND(rpmfi, rpmfiInit, (rpmfi fi, int fx), (fi, fx))
+ON_DEMAND(rpmfi, rpmfiNew, (rpmts ts, Header header, rpmTagVal tagN, rpmfiFlags flags), (ts, header, tagN, flags))
+ON_DEMAND(int, rpmfiNext, (rpmfi fi), (fi))
 ON_DEMAND(void, rpmFreeMacros, (rpmMacroContext mc), (mc))
 ON_DEMAND(void, rpmFreeRpmrc, (), ())
 ON_DEMAND(int, rpmReadConfigFiles, (const char *file, const char *target), (file, target))
@@ -85,5 +94,7 @@ ON_DEMAND(rpmTagVal, rpmtdTag, (rpmtd td), (td))
 ON_DEMAND(rpmTagType, rpmtdType, (rpmtd td), (td))
 ON_DEMAND(rpmts, rpmtsCreate, (), ())
 ON_DEMAND(rpmts, rpmtsFree, (rpmts ts), (ts))
+ON_DEMAND(rpmdbMatchIterator, rpmtsInitIterator, (rpmts ts, rpmDbiTagVal rpmtag, const void *keyp, size_t keylen),
+          (ts, rpmtag, keyp, keylen))
 
 }

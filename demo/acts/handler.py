@@ -33,6 +33,14 @@ class Handler:
         """Asks for the installation of a package file. The outcome comes as the signal "installFinished"."""
         self._call(NAME, PATH, INTERFACE, 'installFiles', GLib.Variant('(as)', ([str(path)],)), '()')
 
+    def remove(self, launcher):
+        """Asks for the removal of the application that a launcher file starts."""
+        self._call(NAME, PATH, INTERFACE, 'removePackageByDesktopFile', GLib.Variant('(s)', (str(launcher),)), '()')
+
+    def await_answer(self):
+        """Returns when the service has done all that it had begun without leaving it to others."""
+        self._call(NAME, PATH, 'org.freedesktop.DBus.Introspectable', 'Introspect', None, '(s)')
+
     def hear(self, signal, seconds=DEADLINE):
         """The values of a signal, once it has come; None when it does not come in time."""
         expired = []

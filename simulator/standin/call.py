@@ -38,6 +38,13 @@ class Call:
         """Answers with a D-Bus error."""
         self._send(dbus.lowlevel.ErrorMessage(self._message, error_name, text))
 
+    def announce(self, member, signature, values):
+        """Sends a signal from the object and the interface that was called."""
+        message = dbus.lowlevel.SignalMessage(self.path, self.interface, member)
+        if signature:
+            message.append(*values, signature=signature)
+        self._connection.send_message(message)
+
     def handle(self, mock, answered):
         """Lets the stand-in answer; `answered(reply)` runs when the answer has been sent."""
         mock.handle_message(_AnsweringConnection(self._connection, answered), self._message)

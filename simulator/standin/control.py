@@ -7,7 +7,7 @@ import dbus.service
 
 from .names import CONTROL_INTERFACE, CONTROL_PATH
 from .parameters import ParameterError
-from .plans import Death, FixedAnswer, Hanging, Refusal
+from .plans import Death, FixedAnswer, Hanging, Refusal, Script
 from .values import out_of_variant
 
 ERROR = 'org.velmoraos.simulator.Error.'
@@ -62,6 +62,12 @@ class Control(dbus.service.Object):
     def Answer(self, method, signature, values, times):
         """Calls of the method are answered with these values, in just this signature."""
         self._plan(method, FixedAnswer(signature, members(values), times))
+
+    @operation('sa(ssav)u')
+    def Script(self, method, signals, times):
+        """Calls of the method get an answer without values, then these signals: member, signature, values."""
+        self._plan(method, Script([(member, signature, members(values)) for member, signature, values in signals],
+                                  times))
 
     @operation('su')
     def Hang(self, method, times):

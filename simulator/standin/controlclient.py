@@ -31,6 +31,14 @@ class ControlClient:
         """Calls of the method are answered with the members of a tuple variant, in just their types."""
         self._call('Answer', '(ssavu)', method, values.get_type_string()[1:-1], _members(values), times)
 
+    def script(self, method, signals, times=0):
+        """Calls of the method get an answer without values, and then the object called sends these signals.
+
+        A signal is its name and a tuple variant: ('Finished', GLib.Variant('(uu)', (1, 0))).
+        """
+        self._call('Script', '(sa(ssav)u)', method,
+                   [(name, values.get_type_string()[1:-1], _members(values)) for name, values in signals], times)
+
     def delay(self, method, milliseconds):
         """Calls of the method are treated later."""
         self._call('Delay', '(su)', method, milliseconds)

@@ -10,6 +10,7 @@ from gi.repository import GLib
 
 from .call import Call
 from .names import CONTROL_PATH
+from .values import plain
 
 UNKNOWN_METHOD = 'org.freedesktop.DBus.Error.UnknownMethod'
 HOUSEKEEPING = ('org.freedesktop.DBus.Introspectable', 'org.freedesktop.DBus.Peer')
@@ -47,6 +48,11 @@ class Gate:
         """Answers with given values."""
         call.answer(signature, values)
         self._recorder.log(f'{call.method} answered as told, with "{signature}"')
+
+    def announce(self, call, member, signature, values):
+        """Sends a signal of the object that was called."""
+        call.announce(member, signature, values)
+        self._recorder.log(f'{call.path} {member}' + plain(tuple(values)))
 
     def keep(self, call):
         """Leaves the call unanswered until it is released."""

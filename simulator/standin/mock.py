@@ -1,20 +1,36 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The object that a stand-in shows to the service."""
+"""The objects that a stand-in shows to the service."""
 
 from dbusmock.mockobject import DBusMockObject
 
+PROPERTIES_INTERFACE = 'org.freedesktop.DBus.Properties'
+PROPERTY_READERS = {'Get': 'ss', 'GetAll': 's'}
+
 
 class StandInObject(DBusMockObject):
-    """A dbusmock object whose calls come through the gate, which also keeps the log."""
+    """A dbusmock object whose calls come through the gate, which also keeps the log.
+
+    It answers for further objects too, each with one interface, in `objects` by path.
+    """
+
+    def __init__(self, bus, path, interface, properties):
+        super().__init__(bus, path, interface, properties)
+        self.objects = {path: interface}
 
     def log(self, msg):
         """Nothing: the recorder writes the log."""
 
     def offers(self, call):
         """Whether a call has an object path, interface, method and signature that exist."""
-        methods = self.methods.get(call.interface or self.interface, {})
-        return call.path == self.path and call.method in methods and call.signature == methods[call.method][0]
+        if call.path not in self.objects:
+            return False
+        if call.interface == PROPERTIES_INTERFACE:
+            return PROPERTY_READERS.get(call.method) == call.signature and bool(self.props.get(call.arguments[0]))
+        interface = self.objects[call.path]
+        methods = self.methods.get(interface, {})
+        return call.interface in ('', interface) and call.method in methods \
+            and call.signature == methods[call.method][0]
 
     def has_method(self, name):
         """Whether a method of this name exists."""

@@ -9,11 +9,18 @@ CONTROL_PATH = '/org/velmoraos/simulator'
 
 # The bus on which a stand-in lives, for each stand-in there is.
 BUSES = {
+    'android-support': 'system',
     'developer-mode': 'system',
+    'launcher-model': 'session',
     'mce': 'system',
     'notifications': 'session',
+    'package-kit': 'system',
     'package-manager': 'system',
+    'runtime-manager': 'system',
 }
+
+# Those that are started together. A device can have the real PackageKit instead.
+TOGETHER = [standin for standin in BUSES if standin != 'package-kit']
 
 
 def control_name(standin):

@@ -47,6 +47,20 @@ class FixedAnswer(Plan):
         gate.answer(call, self._signature, self._values)
 
 
+class Script(Plan):
+    """An answer without values, followed by signals of the object that was called."""
+
+    def __init__(self, signals, times=0):
+        """`signals` are (member, signature, values) each."""
+        super().__init__(times)
+        self._signals = signals
+
+    def carry_out(self, call, gate):
+        gate.answer(call, '', [])
+        for member, signature, values in self._signals:
+            gate.announce(call, member, signature, values)
+
+
 class Hanging(Plan):
     """No answer until it is released."""
 

@@ -1,20 +1,19 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""One run of rpm."""
+"""One installation with rpm."""
 
 import tempfile
 from pathlib import Path
 
-from gi.repository import Gio
-
 from .rpmrefusal import RpmRefusal
+from .rpmrun import run_rpm
 
 
 class RpmInstallation:
     """Installs or upgrades one package file without blocking; rpm itself waits for other runs."""
 
     def __init__(self, path, ended):
-        """`ended` is called with None, or with the RpmRefusal."""
+        """`ended` is called with the package's (name, version) and None, or with None and the RpmRefusal."""
         self._path = path
         self._ended = ended
         self._folder = tempfile.TemporaryDirectory()
@@ -25,17 +24,24 @@ class RpmInstallation:
         try:
             self._alias.symlink_to(self._path)
         except OSError as error:
-            self._end(f'error: open of {self._alias} failed: {error.strerror}')
+            self._fail(f'error: open of {self._alias} failed: {error.strerror}')
             return
-        launcher = Gio.SubprocessLauncher.new(Gio.SubprocessFlags.STDOUT_PIPE | Gio.SubprocessFlags.STDERR_MERGE)
-        launcher.setenv('LC_ALL', 'C', True)
-        process = launcher.spawnv(['rpm', '-U', '--nomanifest', str(self._alias)])
-        process.communicate_utf8_async(None, None, self._finished)
+        run_rpm(['-U', '--nomanifest', str(self._alias)], self._installed)
 
-    def _finished(self, process, result):
-        _, output, _ = process.communicate_utf8_finish(result)
-        self._end(None if process.get_successful() else output)
+    def _installed(self, success, output):
+        if success:
+            query = ['-q', '--nosignature', '--queryformat', '%{NAME}\\n%{VERSION}', '-p', str(self._alias)]
+            run_rpm(query, self._identified)
+        else:
+            self._fail(output)
 
-    def _end(self, failure):
+    def _identified(self, success, output):
+        if success:
+            self._folder.cleanup()
+            self._ended(tuple(output.split('\n')[-2:]), None)
+        else:
+            self._fail(output)
+
+    def _fail(self, output):
         self._folder.cleanup()
-        self._ended(None if failure is None else RpmRefusal(failure, str(self._alias), self._path))
+        self._ended(None, RpmRefusal(output, str(self._alias), self._path))

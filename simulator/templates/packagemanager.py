@@ -1,21 +1,39 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of the package manager: installs with rpm, into the system it runs on."""
+"""Stand-in of the package manager: installs with rpm, into the system it runs on, and removes what it has installed."""
+
+import shutil
+from pathlib import Path
 
 import dbus
 
 from standin.rpminstallation import RpmInstallation
+from standin.rpmremoval import remove_package
 
 BUS_NAME = 'ru.quon.ZARN'
 MAIN_OBJ = '/ru/quon/ZARN'
 MAIN_IFACE = 'ru.quon.ZARN'
 
-# "nothing": every installation succeeds at once, and nothing is installed.
+# "nothing": every installation and removal succeeds at once, and nothing is installed or removed.
 PARAMETERS = {'installs': ('rpm', 'nothing')}
 
 
 def load(mock, parameters):
     mock.parameters = parameters
+    mock.installed = {}
+
+
+def error(code, text):
+    return dbus.DBusException(text, name=f'{MAIN_IFACE}.Error.{code}')
+
+
+def unknown(name):
+    return error('UnknownPackage', f'{name} has not been installed')
+
+
+def data_folder(name):
+    """Where an application keeps what it stores."""
+    return Path.home() / '.local/share' / name
 
 
 @dbus.service.method(MAIN_IFACE, in_signature='sa{sv}', out_signature='', async_callbacks=('answer', 'refuse'))
@@ -24,10 +42,41 @@ def Install(self, path, _options, answer, refuse):
         answer()
         return
 
-    def ended(refusal):
-        if refusal is None:
-            answer()
-        else:
-            refuse(dbus.DBusException(refusal.text, name=f'{MAIN_IFACE}.Error.{refusal.code}'))
+    def ended(package, refusal):
+        if refusal is not None:
+            refuse(error(refusal.code, refusal.text))
+            return
+        name, version = package
+        self.installed[name] = version
+        data_folder(name).mkdir(parents=True, exist_ok=True)
+        answer()
 
     RpmInstallation(path, ended).start()
+
+
+@dbus.service.method(MAIN_IFACE, in_signature='s', out_signature='a{ss}')
+def GetPackage(self, name):
+    if name not in self.installed:
+        raise unknown(name)
+    return {'Name': name, 'Version': self.installed[name]}
+
+
+@dbus.service.method(MAIN_IFACE, in_signature='sa{sv}', out_signature='', async_callbacks=('answer', 'refuse'))
+def Remove(self, name, options, answer, refuse):
+    if self.parameters['installs'] == 'nothing':
+        answer()
+        return
+    if name not in self.installed:
+        refuse(unknown(name))
+        return
+
+    def ended(refusal):
+        if refusal is not None:
+            refuse(error(refusal.code, refusal.text))
+            return
+        self.installed.pop(name, None)
+        if not options.get('KeepUserData', False):
+            shutil.rmtree(data_folder(name), ignore_errors=True)
+        answer()
+
+    remove_package(name, ended)

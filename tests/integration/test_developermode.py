@@ -15,6 +15,7 @@ UNKNOWN = 'Could not fetch developer mode state:  '
 def asked(standins, service, client, signals, dialog):
     """Installs a file and tells whether the user was asked."""
     standins.start('package-manager', installs='nothing')
+    standins.start('package-kit')
     dialog.use('Confirming')
 
     def install(sdk_mode):

@@ -60,10 +60,12 @@ def test_barrier_comes_after_what_was_sent_before(standins, service, client, sig
     assert [call.method for call in mce.calls()][-1] == 'notification_end_req'
 
 
-def test_traffic_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_traffic):
-    standins.start('developer-mode', silent_installation=True)
+def test_traffic_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_traffic,
+                                                  device):
+    standins.start('developer-mode')
+    device.mark_as_emulator()
 
-    client.call('installFiles', '(asb)', ['/absent.rpm'], True)
+    client.install(['/absent.rpm'])
     signals.wait('installFinished')
 
     sender = system_bus.name_of_process(service.process.pid)

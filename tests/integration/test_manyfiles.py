@@ -11,6 +11,7 @@ import pytest
 # Much more than a correct service gains, much less than one that keeps what it needed for each file.
 MEMORY_KB = 65536
 
+NO_SDK = '"Unable install package without confirm: The installation is not running in sdk mode. "'
 CANCELLED = 'The user cancelled the installation'
 
 
@@ -39,8 +40,9 @@ def lean(program):
 
 
 @pytest.fixture
-def silent(standins):
+def silent(standins, device):
     """Nobody is asked, and nothing is installed."""
+    device.mark_as_emulator()
     standins.start('developer-mode', silent_installation=True)
     return standins.start('package-manager', installs='nothing')
 
@@ -49,26 +51,26 @@ def silent(standins):
 def test_all_files_of_a_request_are_installed_in_order(silent, lean, client, signals, tmp_path, count):
     files = [f'/absent/{number}.rpm' for number in range(count)]
 
-    client.install(files, sdk_mode=True)
+    client.install(files)
 
     assert signals.wait('installFinished', seconds=150) == (True, '')
     lean.barrier()
     assert signals.names() == ['installFinished']
     assert [call.arguments[0] for call in silent.calls('Install')] == files
-    assert lean.log() == []
+    assert lean.log() == ['warning default: ' + NO_SDK] * count
 
 
 def test_every_failure_of_many_files_is_told(silent, lean, client, signals):
     silent.refuse('Install', 'a.b.NoSpace')
 
-    client.install(['/absent.rpm'] * 1000, sdk_mode=True)
+    client.install(['/absent.rpm'] * 1000)
 
     description = 'zarn_installation_error_desc_NoSpace (code: NoSpace)'
     assert signals.wait('installFinished', seconds=60) == (False, '\n'.join([description] * 1000))
 
 
 def test_other_requests_are_answered_while_many_files_are_installed(silent, lean, client, signals):
-    client.install(['/absent.rpm'] * 1000, sdk_mode=True)
+    client.install(['/absent.rpm'] * 1000)
 
     client.call('installFiles', '(as)', [])
 
@@ -95,7 +97,7 @@ def test_many_requests_at_once(silent, lean, client, signals):
     """Started together, each ends on its own."""
     silent.hang('Install')
     for number in range(100):
-        client.install([f'/absent/{number}.rpm'], sdk_mode=True)
+        client.install([f'/absent/{number}.rpm'])
     silent.wait_call('Install', 100)
     lean.barrier()
     assert signals.all == []

@@ -42,12 +42,13 @@ def test_request_never_ends(standins, service, client, signals, complaint):
     assert standins.mce.calls('notification_begin_req') == []
 
 
-def test_others_are_not_held_back(standins, service, client, signals, complaint):
+def test_others_are_not_held_back(standins, service, client, signals, complaint, device):
     standins.start('package-manager', installs='nothing')
     client.install(['/stuck.rpm'])
 
     client.install([])
-    client.install(['/quiet.rpm'], sdk_mode=True)
+    device.mark_as_emulator()
+    client.install(['/quiet.rpm'])
 
     signals.wait('installFinished', 2)
     service.barrier()

@@ -63,9 +63,10 @@ def test_several_files_take_turns(standins, service, client, signals, device, sy
                                   package_manager):
     """One is asked about when the one before has been installed, and the developer mode for each anew."""
     standins.start('developer-mode', silent_installation=True)
+    device.mark_as_emulator()
     package_manager.hang('Install', 1)
 
-    client.install(['/1.rpm', '/2.rpm'], sdk_mode=True)
+    client.install(['/1.rpm', '/2.rpm'])
     package_manager.wait_call('Install')
     service.barrier()
     assert len(package_manager.calls('Install')) == 1
@@ -97,7 +98,7 @@ def test_user_data_flag_changes_nothing(standins, service, client, signals, pack
 
     signals.wait('installFinished', 2)
     assert signals.arguments('installFinished') == [(True, ''), (True, '')]
-    assert [call.arguments for call in package_manager.calls()] == [('/a.rpm', {}), ('/a.rpm', {})]
+    assert [call.arguments for call in package_manager.calls('Install')] == [('/a.rpm', {}), ('/a.rpm', {})]
 
 
 def test_one_file_goes_this_way(platform, service, client, signals, dialog, system_bus, system_traffic, package):

@@ -91,12 +91,13 @@ def test_new_request_lets_the_oldest_one_go_first(service, client, signals, dial
     assert outcomes(signals) == ['asked', 'asked']
 
 
-def test_requests_install_side_by_side_without_the_dialog(standins, service, client, signals, package_manager):
+def test_requests_install_side_by_side_without_the_dialog(standins, service, client, signals, package_manager,
+                                                          device):
     """Each ends on its own, whichever began first."""
-    standins.start('developer-mode', silent_installation=True)
+    device.mark_as_emulator()
     package_manager.hang('Install')
-    client.install(['/first.rpm'], sdk_mode=True)
-    client.install(['/second.rpm'], sdk_mode=True)
+    client.install(['/first.rpm'])
+    client.install(['/second.rpm'])
     assert package_manager.wait_call('Install', 2).arguments[0] == '/second.rpm'
     service.barrier()
     assert signals.all == []

@@ -11,6 +11,7 @@ import pytest
 def silent_installation(standins):
     """The developer mode allows it."""
     standins.start('developer-mode', silent_installation=True)
+    standins.start('package-kit')
 
 
 def test_file_goes_straight_to_the_package_manager(standins, service, client, signals, device, package):
@@ -22,9 +23,9 @@ def test_file_goes_straight_to_the_package_manager(standins, service, client, si
 
     assert signals.wait('installFinished') == (True, '')
     service.barrier()
-    assert signals.names() == ['installFinished']
+    assert sorted(signals.names()) == ['installFinished', 'removalFinished']
     assert service.warnings() == []
-    (install,) = standins.package_manager.calls()
+    (install,) = standins.package_manager.calls('Install')
     assert (install.path, install.interface, install.signature, install.arguments) == \
         ('/ru/quon/ZARN', 'ru.quon.ZARN', 'sa{sv}', (str(file), {}))
     assert not standins.mce.calls('notification_begin_req')

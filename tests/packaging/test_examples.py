@@ -26,7 +26,7 @@ def start_watching(shell, command):
 
 
 def test_examples_of_the_bus_interface(source, shell):
-    ask, install_silently, watch = commands(source, 'Bus interface')
+    ask, install_silently, remove, watch = commands(source, 'Bus interface')
     start_watching(shell, watch)
 
     assert shell.run(ask) == '()\n'
@@ -40,6 +40,7 @@ def test_examples_of_the_bus_interface(source, shell):
     assert shell.run(install_silently) == '()\n()\n'
     shell.wait_for_line(REFUSED, SIGNALS, count=2)
     assert shell.run(f'grep --count needConfirm {SIGNALS}') == '1\n'
+    assert shell.run(remove) == '()\n()\n()\n'
     assert shell.leave(7) == 7
 
 

@@ -55,7 +55,8 @@ def test_clients_can_be_generated(tmp_path, generator):
 
 def test_description_is_understood_by_other_libraries(description):
     interface = Gio.DBusNodeInfo.new_for_xml(description).lookup_interface(INTERFACE)
-    assert sorted(method.name for method in interface.methods) == ['installFiles'] * 3
+    assert sorted(method.name for method in interface.methods) == \
+        ['installFiles'] * 3 + ['removePackageByDesktopFile'] + ['removePackages'] * 2
 
 
 def test_table_of_the_readme_is_the_description(source, description):

@@ -77,8 +77,51 @@ def test_package_manager_that_only_records(standins, system_peer, device):
         system_peer.call('Install', '(sa{sv})', '/nowhere.rpm', {}, **MANAGER)
 
 
+def test_package_manager_that_only_records_removes_nothing(standins, system_peer, device, package):
+    manager = standins.start('package-manager')
+    system_peer.call('Install', '(sa{sv})', str(package('stays')), {}, **MANAGER)
+    manager.configure('installs', 'nothing')
+    for name in ('stays', 'unknown'):
+        assert system_peer.call('Remove', '(sa{sv})', name, {}, **MANAGER) == ()
+    assert device.packages() == ['stays']
+
+
+def test_launcher_model_takes_both_notes(standins, client):
+    model = standins.start('launcher-model')
+    target = {'name': 'org.orrinmobile.rozzle', 'path': '/LauncherModel',
+              'interface': 'org.orrinmobile.rozzle.LauncherModel'}
+    assert client.call('updatingStarted', '(ssss)', 'a', '', '', '/a.desktop', **target) == ()
+    assert client.call('updatingFinished', '(s)', 'a', **target) == ()
+    assert [(call.method, call.arguments) for call in model.calls()] == [
+        ('updatingStarted', ('a', '', '', '/a.desktop')), ('updatingFinished', ('a',))]
+
+
+def test_runtime_manager_takes_the_hook(standins, system_peer):
+    hooks = standins.start('runtime-manager')
+    assert system_peer.call('OnRemove', '(s)', 'org', name='ru.quon.RuntimeManager', path='/ru/quon/ZARN/Hooks',
+                            interface='ru.quon.ZARN.Hooks') == ()
+    assert [(call.method, call.arguments) for call in hooks.calls()] == [('OnRemove', ('org',))]
+
+
+def test_android_support_removes_launchers(standins, system_peer, tmp_path):
+    standins.start('android-support')
+    launcher = tmp_path / 'zindro_launcher_a.desktop'
+    launcher.touch()
+
+    def remove(path):
+        return system_peer.call('removeFile', '(s)', str(path), name='com.zelka.zindro', path='/com/zelka/zindro',
+                                interface='com.zelka.zindro')
+
+    assert remove(launcher) == (True,)
+    assert not launcher.exists()
+    for path in (launcher, tmp_path, ''):
+        assert remove(path) == (False,)
+    assert tmp_path.is_dir()
+
+
 def test_start_refuses_what_it_does_not_know(run, system_bus):
-    assert run('start', 'toaster')[1][-1] == 'NAME is one of: developer-mode, mce, notifications, package-manager'
+    assert run('start', 'toaster')[1][-1] == 'NAME is one of: android-support, developer-mode, launcher-model, mce, ' \
+        'notifications, package-kit, package-manager, runtime-manager'
     assert run('start', 'mce', '--display', 'blue') == (1, ['mce: display is one of on, dimmed, off, not "blue"'])
     assert run('start', 'mce', '--size', '5') == (1, ['mce: no parameter "size", only display'])
     assert run('start', 'mce', '--display') == (1, ['Parameters are given as --PARAMETER VALUE.'])
@@ -130,9 +173,10 @@ def test_control_tells_what_is_wrong(standins, run):
 def test_start_all_and_its_end(processes, environment, system_bus, session_bus):
     everything = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
     processes.wait_until(lambda: 'ready all' in everything.lines(), 'all stand-ins')
-    for name in ('ru.quon.developermode', 'com.nokia.mce', 'ru.quon.ZARN'):
+    for name in ('ru.quon.developermode', 'com.nokia.mce', 'ru.quon.ZARN', 'ru.quon.RuntimeManager', 'com.zelka.zindro'):
         assert system_bus.has_owner(name)
-    assert session_bus.has_owner('org.freedesktop.Notifications')
+    for name in ('org.freedesktop.Notifications', 'org.orrinmobile.rozzle'):
+        assert session_bus.has_owner(name)
 
     everything.send_signal(signal.SIGTERM)
 

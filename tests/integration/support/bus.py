@@ -12,7 +12,7 @@ from .processes import DEADLINE_S
 
 SANDBOX = Path(__file__).resolve().parents[3] / 'sandbox'
 SYSTEM_ADDRESS = 'unix:path=/run/dbus/system_bus_socket'
-SESSION_ADDRESS = 'unix:path=/run/user/0/test-bus'
+SESSION_ADDRESS = 'unix:path=/run/test-session-bus'
 SERVICE_FILE = Path('/usr/share/dbus-1/services/org.velmoraos.installationhandler.service')
 ACTIVATION_FOLDER = Path('/run/test-session-services')
 

@@ -63,6 +63,14 @@ class Client:
         """Asks for an installation and waits until the request has been answered, not until it has ended."""
         return self.call('installFiles', '(asbb)', [str(file) for file in files], sdk_mode, keep_userdata)
 
+    def remove(self, names, keep_userdata=False):
+        """Asks for removals by name and waits until the request has been answered, not until they have ended."""
+        return self.call('removePackages', '(asb)', names, keep_userdata)
+
+    def remove_launcher(self, path):
+        """Asks for the removal of a launcher's application and waits until the request has been answered."""
+        return self.call('removePackageByDesktopFile', '(s)', str(path))
+
     def introspect(self):
         """The service's own description; also a round trip through its main loop."""
         return self.call('Introspect', interface='org.freedesktop.DBus.Introspectable')[0]

@@ -12,9 +12,11 @@ from .catalogues import Catalogues
 from .client import Client
 from .devicestate import DeviceState, is_device
 from .dialog import Dialog
+from .packagekit import PackageKit, install
 from .processes import DEADLINE_S, Processes
 from .screen import Screen
 from .scriptedbus import ScriptedBus
+from .scriptlet import WaitingScriptlet
 from .service import PROGRAM, Service
 from .signalrecorder import SignalRecorder
 from .standins import StandIns
@@ -101,7 +103,7 @@ def standins(processes, system_bus, session_bus, environment):
 
 @pytest.fixture
 def platform(standins):
-    """All stand-ins, running."""
+    """All stand-ins but that of PackageKit, running."""
     return standins.start_all()
 
 
@@ -190,3 +192,22 @@ def screen(processes):
 def package(tmp_path):
     """Builds a package file of a name: packages.build_package with the folder given."""
     return partial(build_package, tmp_path / 'packages')
+
+
+@pytest.fixture
+def packagekit(device, system_bus, package):
+    """The real PackageKit, on a device that has it. It reports the removal of the very last package as a failure,
+    so there is one that nobody removes."""
+    assert not device.packages()
+    install(package('keeper', files={}))
+    real = PackageKit(system_bus)
+    yield real
+    real.repair()
+
+
+@pytest.fixture
+def scriptlet(processes):
+    """A scriptlet that waits until the test, or its end, lets it go on."""
+    waiting = WaitingScriptlet(processes)
+    yield waiting
+    waiting.finish()

@@ -5,7 +5,7 @@
 from pathlib import Path
 
 from standin.controlclient import ControlClient
-from standin.names import BUSES
+from standin.names import BUSES, TOGETHER
 
 SIMULATOR = Path(__file__).resolve().parents[3] / 'simulator'
 
@@ -71,8 +71,8 @@ class StandIns:
         return started[0] if len(started) == 1 else started
 
     def start_all(self):
-        """Starts every stand-in there is."""
-        self.start(*BUSES)
+        """Starts every stand-in but that of PackageKit."""
+        self.start(*TOGETHER)
         return self
 
     def __getattr__(self, name):

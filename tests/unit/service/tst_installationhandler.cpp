@@ -22,6 +22,10 @@ R"(  <interface name="org.velmoraos.installationhandler">
       <arg name="success" type="b" direction="out"/>
       <arg name="errorString" type="s" direction="out"/>
     </signal>
+    <signal name="removalFinished">
+      <arg name="success" type="b" direction="out"/>
+      <arg name="errorString" type="s" direction="out"/>
+    </signal>
     <signal name="needConfirm">
     </signal>
     <method name="installFiles">
@@ -35,6 +39,16 @@ R"(  <interface name="org.velmoraos.installationhandler">
     </method>
     <method name="installFiles">
       <arg name="fileUrls" type="as" direction="in"/>
+    </method>
+    <method name="removePackages">
+      <arg name="packageNames" type="as" direction="in"/>
+      <arg name="keepUserdata" type="b" direction="in"/>
+    </method>
+    <method name="removePackages">
+      <arg name="packageNames" type="as" direction="in"/>
+    </method>
+    <method name="removePackageByDesktopFile">
+      <arg name="desktopFile" type="s" direction="in"/>
     </method>
   </interface>
 )");

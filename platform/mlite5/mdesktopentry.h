@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+struct _GKeyFile;
+using GKeyFile = struct _GKeyFile;
+
+/**
+ * One desktop entry (freedesktop.org), read when it is constructed.
+ *
+ * Keys are named "Group/Key". A file that isn't a regular one, can't be read, is
+ * larger than 4 MiB or isn't a key file has no keys. Of a key or group that stands
+ * there several times the last value counts. Never waits.
+ */
+class MDesktopEntry
+{
+public:
+    explicit MDesktopEntry(const QString &fileName);
+
+    /** Whether the entry has @p key. */
+    bool contains(const QString &key) const;
+
+    /** The value of @p key, escape sequences resolved; empty where it is absent or not UTF-8 text. */
+    QString value(const QString &key) const;
+
+private:
+    struct Release
+    {
+        void operator()(GKeyFile *keys) const;
+    };
+    std::unique_ptr<GKeyFile, Release> m_keys;
+};

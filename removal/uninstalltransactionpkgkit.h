@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "transaction.h"
+
+#include <PackageKit/Transaction>
+
+#include <QStringList>
+
+namespace Package {
+
+/**
+ * Removes packages by name through PackageKit: resolves the names among the
+ * installed packages, then removes what was found, never with dependants.
+ * Names that are not installed count as removed.
+ *
+ * Reports nothing at all when the removal ends unsuccessfully without an error,
+ * and twice when PackageKit goes on after an error: see "Known behaviour" in
+ * the README.
+ */
+class UninstallTransactionPkgKit : public Transaction
+{
+    Q_OBJECT
+
+public:
+    /** autoremove: remove what only these packages needed, too. */
+    UninstallTransactionPkgKit(const QStringList &packageNames, bool autoremove);
+    ~UninstallTransactionPkgKit() override;
+
+    void start() override;
+
+private Q_SLOTS:
+    void slotResolveFinished(PackageKit::Transaction::Exit status, uint runtime);
+    void slotResolveError(PackageKit::Transaction::Error error, const QString &details);
+    void slotResolved(PackageKit::Transaction::Info info, const QString &pkgId, const QString &summary);
+    void slotUninstallFinished(PackageKit::Transaction::Exit status, uint runtime);
+    void slotUninstallError(PackageKit::Transaction::Error error, const QString &details);
+    void slotUninstallProgress(const QString &itemID, PackageKit::Transaction::Status status, uint percentage);
+
+private:
+    void uninstall(const QStringList &ids);
+    void giveUp(const QString &details);
+    void end();
+
+    const QStringList m_packageNames;
+    QStringList m_packageIds;
+    const bool m_autoremove;
+    PackageKit::Transaction *m_transaction = nullptr;
+};
+
+}

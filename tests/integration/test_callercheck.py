@@ -1,0 +1,169 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Who may remove by launcher: real processes, under real users and groups."""
+
+import sys
+from pathlib import Path
+
+import pytest
+import support
+from gi.repository import Gio, GLib
+
+GROUPS, USERS = Path('/etc/group'), Path('/etc/passwd')
+GOING_CALLER = Path(support.__file__).with_name('goingcaller.py')
+REFUSED = 'removePackageByDesktopFile called from non-privileged process'
+BAD = 'void InstallationHandler::removePackageByDesktopFile(const QString&) bad desktop file: "{}"'
+ABSENT = '/absent.desktop'
+
+# The device has the users root and velmora, and the groups root, velmora and privileged.
+ROOT, VELMORA, CAPITAL_ROOT, UNNAMED = 0, 100000, 100003, 100777
+PRIVILEGED, CAPITAL_PRIVILEGED, PRIVILEGED_TOO = 100001, 100004, 100005
+
+
+@pytest.fixture(autouse=True)
+def lookalikes():
+    """A user and groups whose names are not quite those that matter."""
+    before = GROUPS.read_bytes(), USERS.read_bytes()
+    with GROUPS.open('a', encoding='ascii') as groups, USERS.open('a', encoding='ascii') as users:
+        print(f'Privileged:x:{CAPITAL_PRIVILEGED}:\nprivileged2:x:{PRIVILEGED_TOO}:', file=groups)
+        print(f'Root:x:{CAPITAL_ROOT}:{VELMORA}::/:/bin/false', file=users)
+    yield
+    GROUPS.write_bytes(before[0])
+    USERS.write_bytes(before[1])
+
+
+@pytest.fixture
+def call_as(processes, session_bus):
+    """Calls a method in a process of its own; the process, which has ended."""
+    def call(user, group, method, argument, more_groups=()):
+        groups = [f'--groups={",".join(map(str, more_groups))}'] if more_groups else ['--clear-groups']
+        process = processes.start('caller', [
+            'setpriv', f'--reuid={user}', f'--regid={group}', *groups,
+            'gdbus', 'call', '--address', session_bus.address, '--dest', 'org.velmoraos.installationhandler',
+            '--object-path', '/org/velmoraos/installationhandler',
+            '--method', f'org.velmoraos.installationhandler.{method}', argument])
+        processes.wait_end(process)
+        return process
+    return call
+
+
+@pytest.mark.parametrize('user, group', [
+    (ROOT, ROOT),
+    (ROOT, VELMORA),
+    (ROOT, PRIVILEGED),
+    (ROOT, UNNAMED),
+    (VELMORA, PRIVILEGED),
+    (CAPITAL_ROOT, PRIVILEGED),
+])
+def test_privileged(service, call_as, user, group):
+    caller = call_as(user, group, 'removePackageByDesktopFile', ABSENT)
+
+    assert (caller.returncode, caller.text) == (0, '()\n')
+    assert service.log() == ['warning default: ' + BAD.format(ABSENT)]
+
+
+@pytest.mark.parametrize('user, group, more_groups', [
+    (VELMORA, VELMORA, ()),
+    (VELMORA, CAPITAL_PRIVILEGED, ()),
+    (VELMORA, PRIVILEGED_TOO, ()),
+    (VELMORA, ROOT, ()),
+    (VELMORA, VELMORA, (PRIVILEGED,)),
+    (CAPITAL_ROOT, VELMORA, ()),
+    (VELMORA, UNNAMED, ()),
+], ids=['neither', 'Privileged', 'privileged2', 'group root', 'supplementary group', 'Root', 'group without name'])
+def test_not_privileged(standins, service, call_as, signals, device, user, group, more_groups):
+    """Nothing is done, but that the caller hears its own process id."""
+    peers = standins.start('runtime-manager', 'package-manager')
+    launcher = device.home / '.local/share/applications/app.desktop'
+    launcher.parent.mkdir(parents=True)
+    launcher.touch()
+
+    caller = call_as(user, group, 'removePackageByDesktopFile', str(launcher), more_groups)
+
+    assert caller.returncode == 1
+    assert caller.text == ('Error: GDBus.Error:org.freedesktop.DBus.Error.AccessDenied: '
+                           f'PID {caller.pid} is not in privileged group\n')
+    service.barrier()
+    assert service.log() == ['warning default: ' + REFUSED]
+    assert launcher.exists()
+    assert signals.names() == []
+    assert [call for peer in peers for call in peer.calls()] == []
+
+
+def test_refusal_comes_before_any_look_at_the_path(service, call_as):
+    caller = call_as(VELMORA, VELMORA, 'removePackageByDesktopFile', ABSENT)
+
+    assert caller.returncode == 1
+    assert service.log() == ['warning default: ' + REFUSED]
+
+
+@pytest.mark.parametrize('method, signal', [('removePackages', 'removalFinished'), ('installFiles', 'installFinished')])
+def test_other_requests_are_open_to_all(standins, service, call_as, signals, dialog, method, signal):
+    manager = standins.start('package-manager', installs='nothing')
+    manager.answer('GetPackage', GLib.Variant('(a{ss})', ({},)))
+    dialog.use('Confirming')
+
+    caller = call_as(VELMORA, VELMORA, method, "['/a']")
+
+    assert (caller.returncode, caller.text) == (0, '()\n')
+    assert signals.wait(signal) == (True, '')
+    assert REFUSED not in service.warnings()
+
+
+@pytest.fixture
+def busy(standins, service, client, device):
+    """The service is busy until it is told to go on: calls wait meanwhile."""
+    hooks = standins.start('runtime-manager')
+    hooks.hang('OnRemove')
+    launcher = device.home / '.local/share/applications/busy.desktop'
+    launcher.parent.mkdir(parents=True)
+    launcher.touch()
+    pending = client.start('removePackageByDesktopFile', '(s)', str(launcher))
+    hooks.wait_call('OnRemove')
+
+    def go_on():
+        hooks.release('OnRemove')
+        pending.wait()
+        service.barrier()
+    return go_on
+
+
+def refusals(session_traffic):
+    """The error replies on the bus: to whom, which, what."""
+    return [(message.destination, message.error_name, message.arguments)
+            for message in session_traffic.messages(kind='error')]
+
+
+def test_caller_without_connection(busy, service, session_bus, session_traffic):
+    """It has left the bus, and nobody knows any more that it was root."""
+    leaving = session_bus.connect()
+    name = leaving.get_unique_name()
+    message = Gio.DBusMessage.new_method_call('org.velmoraos.installationhandler', '/org/velmoraos/installationhandler',
+                                              'org.velmoraos.installationhandler', 'removePackageByDesktopFile')
+    message.set_body(GLib.Variant('(s)', (ABSENT,)))
+    leaving.send_message(message, Gio.DBusSendMessageFlags.NONE)
+    leaving.flush_sync()
+    leaving.close_sync()
+    session_bus.wait_owner(name, owned=False)
+
+    busy()
+
+    assert (name, 'org.freedesktop.DBus.Error.AccessDenied', ('PID 0 is not in privileged group',)) in \
+        refusals(session_traffic)
+    assert service.warnings() == [REFUSED]
+
+
+def test_caller_without_process(busy, processes, service, session_bus, session_traffic):
+    """It has ended, but its connection has not."""
+    socket = session_bus.address.partition('=')[2]
+    caller = processes.start('caller', [sys.executable, '-B', GOING_CALLER, socket, ABSENT])
+    assert processes.wait_end(caller) == 0, caller.text
+    assert not Path(f'/proc/{caller.pid}').exists()
+
+    busy()
+
+    ((name, error, arguments),) = refusals(session_traffic)
+    assert (error, arguments) == ('org.freedesktop.DBus.Error.AccessDenied',
+                                  (f'PID {caller.pid} is not in privileged group',))
+    assert session_bus.has_owner(name)
+    assert service.warnings() == [REFUSED]

@@ -1,0 +1,142 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The real PackageKit, absent or killed, and back for the next request."""
+
+from pathlib import Path
+
+import pytest
+from support.packagekit import install
+
+LAUNCHER = '/usr/share/applications/native.desktop'
+REMOVED = (True, '')
+ABSENT = 'The name org.freedesktop.PackageKit was not provided by any .service files'
+CRASHED = 'The PackageKit daemon has crashed'
+OUT_OF_SYNC = 'Transaction count out of sync!'
+
+
+@pytest.fixture(autouse=True)
+def packages(packagekit, package, scriptlet):
+    """What is removed first, when the scriptlet has been let go, and what the next request removes."""
+    install(package('native', scripts={'preun': scriptlet.commands}))
+    install(package('next'))
+
+
+@pytest.fixture
+def check_next_request(service, client, signals, device):
+    """Whatever was wrong has left no trace."""
+    def check():
+        signals.all.clear()
+        client.remove(['next'])
+        assert signals.wait('removalFinished') == REMOVED
+        service.barrier()
+        assert 'next' not in device.packages()
+        assert signals.names() == ['removalFinished']
+    return check
+
+
+def requests(system_bus, system_traffic, service):
+    return [call.member for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+            if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
+
+
+def failed_resolve(code, text):
+    """What is logged where the failure is followed at once by the end."""
+    return ['Uninstall "native" via RPM',
+            'UninstallTransactionPkgKit::start: ("native")',
+            f'Resolve Error: ("native") PackageKit::Transaction::{code} "{text}"',
+            f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{text}"',
+            f'Failed to uninstall "native" "{text}"',
+            'Uninstalled "native"',
+            'deleting UninstallTransactionPkgKit']
+
+
+def test_absent_at_a_removal(packagekit, service, client, signals, device, check_next_request):
+    """The failure is reported, and then the end as a success; each lowers the count."""
+    packagekit.make_absent()
+
+    client.remove(['native'])
+
+    signals.wait('removalFinished', 2)
+    service.barrier()
+    assert signals.arguments('removalFinished') == [(False, ABSENT), REMOVED]
+    assert service.debugs() == failed_resolve('ErrorInternalError', ABSENT)
+    assert service.warnings() == [OUT_OF_SYNC]
+    assert 'native' in device.packages()
+    packagekit.make_present()
+    check_next_request()
+
+
+def test_killed_while_resolving(packagekit, service, client, signals, device, scriptlet, system_bus, system_traffic,
+                                check_next_request):
+    """The same as its absence, but for the text."""
+    packagekit.run_in_next_request(scriptlet.commands)
+
+    client.remove(['native'])
+    scriptlet.wait_running()
+    assert requests(system_bus, system_traffic, service) == ['Resolve']
+    packagekit.kill()
+
+    signals.wait('removalFinished', 2)
+    service.barrier()
+    assert signals.arguments('removalFinished') == [(False, CRASHED), REMOVED]
+    assert service.debugs() == failed_resolve('ErrorProcessKill', CRASHED)
+    assert service.warnings() == [OUT_OF_SYNC]
+    assert 'native' in device.packages()
+    check_next_request()
+
+
+def test_killed_while_removing(packagekit, service, client, signals, device, scriptlet, check_next_request):
+    """It is reported once: the end that follows is none of success. The run of rpm goes on alone."""
+    client.remove(['native'])
+    scriptlet.wait_running()
+    packagekit.kill()
+
+    assert signals.wait('removalFinished') == (False, CRASHED)
+    service.barrier()
+    assert signals.names() == ['removalFinished']
+    assert service.debugs()[3:] == [
+        f'Uninstall Error: ("native") PackageKit::Transaction::ErrorProcessKill "{CRASHED}"',
+        f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{CRASHED}"',
+        f'Failed to uninstall "native" "{CRASHED}"',
+        'slotUninstallFinished: ("native") PackageKit::Transaction::ExitKilled 0',
+        'deleting UninstallTransactionPkgKit']
+    assert service.warnings() == []
+    assert 'native' in device.packages()
+    scriptlet.finish()
+    assert 'native' not in device.packages()
+    check_next_request()
+
+
+def test_absent_at_a_search(packagekit, service, client, signals, device, check_next_request):
+    """Nobody hears of it."""
+    packagekit.make_absent()
+
+    client.remove_launcher(LAUNCHER)
+
+    service.wait_for_log('Error on resolving desktop file owner')
+    service.barrier()
+    assert service.log() == ['warning default: Error on resolving desktop file owner '
+                             f'PackageKit::Transaction::ErrorInternalError "{ABSENT}"']
+    assert signals.names() == []
+    assert 'native' in device.packages()
+    assert Path(LAUNCHER).is_file()
+    packagekit.make_present()
+    check_next_request()
+
+
+def test_killed_while_searching(packagekit, service, client, signals, device, scriptlet, system_bus, system_traffic,
+                                check_next_request):
+    packagekit.run_in_next_request(scriptlet.commands)
+
+    client.remove_launcher(LAUNCHER)
+    scriptlet.wait_running()
+    assert requests(system_bus, system_traffic, service) == ['SearchFiles']
+    packagekit.kill()
+
+    service.wait_for_log('Error on resolving desktop file owner')
+    service.barrier()
+    assert service.log() == ['warning default: Error on resolving desktop file owner '
+                             f'PackageKit::Transaction::ErrorProcessKill "{CRASHED}"']
+    assert signals.names() == []
+    assert 'native' in device.packages()
+    check_next_request()

@@ -1,0 +1,315 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Removals of what the package manager knows."""
+
+import pytest
+from gi.repository import GLib
+from standin.remoteerror import RemoteError
+from support.chronicle import chronicle
+from support.client import Client
+
+KNOWN = GLib.Variant('(a{ss})', ({},))
+NOTHING = GLib.Variant('()', ())
+
+
+@pytest.fixture
+def launcher_model(standins):
+    """The home screen's."""
+    return standins.start('launcher-model')
+
+
+@pytest.fixture
+def manager(standins):
+    """Knows every name, and removes nothing."""
+    manager = standins.start('package-manager', installs='nothing')
+    manager.answer('GetPackage', KNOWN)
+    return manager
+
+
+@pytest.fixture
+def own_launcher(device):
+    """Writes a launcher into the user's own folder, and gives its path."""
+    folder = device.home / '.local/share/applications'
+
+    def write(name):
+        folder.mkdir(parents=True, exist_ok=True)
+        path = folder / f'{name}.desktop'
+        path.write_text('[Desktop Entry]\n', encoding='ascii')
+        return str(path)
+    return write
+
+
+@pytest.mark.parametrize('signature, flags, options', [
+    ('as', (), {}),
+    ('asb', (False,), {}),
+    ('asb', (True,), {'KeepUserData': True}),
+])
+def test_package_is_asked_about_and_removed(service, client, signals, manager, system_bus, session_bus, system_traffic,
+                                            session_traffic, signature, flags, options):
+    """The key is not there where the data may go: it never says false."""
+    assert client.call('removePackages', f'({signature})', ['a.b'], *flags) == ()
+
+    assert signals.wait('removalFinished') == (True, '')
+    service.barrier()
+    assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
+            for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))] == [
+        ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'GetPackage', 's', ('a.b',)),
+        ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'Remove', 'sa{sv}', ('a.b', options))]
+    own_name = session_bus.name_of_process(service.process.pid)
+    (call,) = [message for message in session_traffic.messages(kind='method-call')
+               if message.member == 'removePackages']
+    (reply,) = [message for message in session_traffic.messages(own_name) if message.reply_serial == call.serial]
+    assert (call.signature, reply.kind, reply.signature) == (signature, 'method-return', '')
+
+
+def test_flag_is_a_boolean_on_the_wire(service, client, signals, system_bus, manager, processes):
+    """Looked at as it is: an unpacked variant of another type might look the same."""
+    types = []
+
+    def look(_connection, message, incoming):
+        if incoming and message.get_member() == 'Remove':
+            types.append(message.get_body().get_child_value(1).print_(True))
+        return None if incoming else message
+
+    monitor = system_bus.connect()
+    monitor.call_sync('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus.Monitoring', 'BecomeMonitor',
+                      GLib.Variant('(asu)', ([], 0)), None, 0, 20000, None)
+    monitor.add_filter(look)
+
+    client.call('removePackages', '(asb)', ['a'], True)
+    client.call('removePackages', '(asb)', ['a'], False)
+
+    signals.wait('removalFinished', 2)
+    processes.wait_until(lambda: len(types) == 2, 'both calls at the monitor')
+    assert types == ["{'KeepUserData': <true>}", '@a{sv} {}']
+
+
+def test_home_screen_hears_of_it(service, client, signals, manager, launcher_model, own_launcher, session_bus,
+                                 session_traffic):
+    """Before the package manager does, and of the end before everybody else."""
+    path = own_launcher('a.b')
+
+    client.call('removePackages', '(as)', ['a.b'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert chronicle(manager, launcher_model) == [
+        ('GetPackage', ('a.b',)), ('updatingStarted', ('a.b', '', '', path)), ('Remove', ('a.b', {})),
+        ('updatingFinished', ('a.b',))]
+    service.barrier()
+    sent = session_traffic.messages(session_bus.name_of_process(service.process.pid))
+    target = ('org.orrinmobile.rozzle', '/LauncherModel', 'org.orrinmobile.rozzle.LauncherModel')
+    own = (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler')
+    assert [(message.kind, message.destination, message.path, message.interface, message.member, message.signature,
+             message.arguments) for message in sent
+            if message.interface in (target[2], own[2])] == [
+        ('method-call', *target, 'updatingStarted', 'ssss', ('a.b', '', '', path)),
+        ('method-call', *target, 'updatingFinished', 's', ('a.b',)),
+        ('signal', *own, 'removalFinished', 'bs', (True, ''))]
+
+
+def test_home_screen_is_waited_for(service, client, signals, manager, launcher_model, own_launcher):
+    """On either side of the removal."""
+    own_launcher('a')
+    launcher_model.hang('updatingStarted')
+    launcher_model.hang('updatingFinished')
+
+    request = client.start('removePackages', '(as)', ['a'])
+    launcher_model.wait_call('updatingStarted')
+    assert [call.method for call in manager.calls()] == ['GetPackage']
+    launcher_model.release('updatingStarted')
+    launcher_model.wait_call('updatingFinished')
+    assert len(manager.calls('Remove')) == 1
+    assert signals.all == []
+    launcher_model.release('updatingFinished')
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert request.wait() == ()
+
+
+def test_package_without_launcher_is_only_finished(service, client, signals, manager, launcher_model, own_launcher):
+    own_launcher('a')
+    own_launcher('a.b.c')
+
+    client.call('removePackages', '(as)', ['a.b'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert chronicle(launcher_model) == [('updatingFinished', ('a.b',))]
+
+
+def test_launcher_of_the_user_comes_before_that_of_the_system(service, client, signals, manager, launcher_model,
+                                                              own_launcher, installed):
+    """One launcher is told of, and only of a file."""
+    installed('both')
+    installed('system')
+    path = own_launcher('both')
+
+    client.call('removePackages', '(as)', ['both', 'system'])
+
+    signals.wait('removalFinished', 2)
+    assert [call.arguments[3] for call in launcher_model.calls('updatingStarted')] == \
+        [path, '/usr/share/applications/system.desktop']
+
+
+@pytest.fixture
+def installed(standins, system_bus, processes, package):
+    """Has a package installed by the package manager, which runs."""
+    peer = Client(system_bus.connect(), processes)
+
+    def install(name, **properties):
+        manager = standins.package_manager
+        manager.configure('installs', 'rpm')
+        peer.call('Install', '(sa{sv})', str(package(name, **properties)), {}, name='ru.quon.ZARN',
+                  path='/ru/quon/ZARN', interface='ru.quon.ZARN')
+        manager.clear()
+    return install
+
+
+def test_folder_named_like_a_launcher_is_none(service, client, signals, manager, launcher_model, device):
+    (device.home / '.local/share/applications/a.desktop').mkdir(parents=True)
+
+    client.call('removePackages', '(as)', ['a'])
+
+    signals.wait('removalFinished')
+    assert not launcher_model.calls('updatingStarted')
+
+
+@pytest.mark.parametrize('keep', [False, True])
+def test_package_is_really_removed(platform, service, client, signals, device, installed, keep):
+    installed('real')
+    data = device.home / '.local/share/real/file'
+    data.touch()
+
+    client.call('removePackages', '(asb)', ['real'], keep)
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert device.packages() == []
+    assert data.exists() == keep
+    assert chronicle(platform.package_manager, platform.launcher_model) == [
+        ('GetPackage', ('real',)),
+        ('updatingStarted', ('real', '', '', '/usr/share/applications/real.desktop')),
+        ('Remove', ('real', {'KeepUserData': True} if keep else {})),
+        ('updatingFinished', ('real',))]
+    service.barrier()
+    assert service.log() == ['debug default: Uninstall "real" via ZARN', 'debug default: Uninstalled "real"']
+
+
+def test_refusal_is_told_in_its_own_words(service, client, signals, manager, launcher_model):
+    manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', 'Not "now".\nLater, größer.')
+
+    client.call('removePackages', '(as)', ['a'])
+
+    assert signals.wait('removalFinished') == (False, 'Not "now".\nLater, größer.')
+    service.barrier()
+    assert signals.names() == ['removalFinished']
+    assert service.log() == ['debug default: Uninstall "a" via ZARN',
+                             'debug default: Failed to uninstall "a" "Not \\"now\\".\\nLater, größer."']
+    assert chronicle(launcher_model) == [('updatingFinished', ('a',))]
+
+
+def test_refusal_without_words_counts_as_success(service, client, signals, manager):
+    """What was asked is whether there is a text."""
+    manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', '')
+
+    client.call('removePackages', '(as)', ['a'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert service.debugs() == ['Uninstall "a" via ZARN', 'Uninstalled "a"']
+
+
+def test_answer_with_values_is_a_success(service, client, signals, manager):
+    manager.answer('Remove', GLib.Variant('(bs)', (False, 'no')))
+
+    client.call('removePackages', '(as)', ['a'])
+
+    assert signals.wait('removalFinished')[0] is True
+
+
+def test_no_names_no_removal(service, client, signals, manager, launcher_model):
+    client.call('removePackages', '(as)', [])
+    client.call('removePackages', '(asb)', [], True)
+
+    service.barrier()
+    assert signals.all == []
+    assert chronicle(manager, launcher_model) == []
+    assert service.log() == []
+
+
+def test_two_names_end_as_their_answers_come(service, client, signals, manager, launcher_model, own_launcher):
+    first, second = own_launcher('first'), own_launcher('second')
+    manager.hang('Remove')
+
+    client.call('removePackages', '(asb)', ['first', 'second'], True)
+
+    assert manager.wait_call('Remove', 2).arguments == ('second', {'KeepUserData': True})
+    assert chronicle(manager, launcher_model) == [
+        ('GetPackage', ('first',)), ('updatingStarted', ('first', '', '', first)),
+        ('Remove', ('first', {'KeepUserData': True})),
+        ('GetPackage', ('second',)), ('updatingStarted', ('second', '', '', second)),
+        ('Remove', ('second', {'KeepUserData': True}))]
+    assert signals.all == []
+    manager.release_refusing('Remove', 'a.b.Second', 'second failed', which=1)
+    assert signals.wait('removalFinished') == (False, 'second failed')
+    manager.release('Remove')
+    assert signals.wait('removalFinished', 2) == (True, '')
+    service.barrier()
+    assert signals.names() == ['removalFinished'] * 2
+    assert [call.arguments for call in launcher_model.calls('updatingFinished')] == [('second',), ('first',)]
+
+
+def test_same_name_twice_is_removed_twice(standins, service, client, signals, installed):
+    """The second removal finds nothing any more."""
+    manager = standins.start('package-manager')
+    installed('twice')
+
+    client.call('removePackages', '(as)', ['twice', 'twice'])
+
+    signals.wait('removalFinished', 2)
+    assert len(manager.calls('GetPackage')) == 2
+    assert sorted(signals.arguments('removalFinished'))[1] == (True, '')
+
+
+def test_other_requests_are_answered_meanwhile(service, client, signals, manager):
+    manager.hang('Remove')
+    client.call('removePackages', '(as)', ['slow'])
+    manager.wait_call('Remove')
+
+    client.install([])
+
+    assert signals.wait('installFinished') == (True, '')
+    assert signals.names() == ['installFinished']
+    manager.release('Remove')
+    assert signals.wait('removalFinished') == (True, '')
+
+
+def test_home_screen_that_objects_changes_nothing(service, client, signals, manager, launcher_model, own_launcher):
+    own_launcher('a')
+    for method in ('updatingStarted', 'updatingFinished'):
+        launcher_model.refuse(method, 'a.b.Refused', 'no')
+
+    client.call('removePackages', '(as)', ['a'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert len(launcher_model.calls()) == 2
+    assert service.warnings() == []
+
+
+@pytest.mark.parametrize('user, group', [(65534, 65534), (65534, 0), (0, 0)])
+def test_anybody_may_remove_by_name(processes, service, signals, manager, session_bus, user, group):
+    caller = processes.start('caller', [
+        'setpriv', f'--reuid={user}', f'--regid={group}', '--clear-groups', 'dbus-send', f'--bus={session_bus.address}',
+        '--print-reply=literal', '--dest=org.velmoraos.installationhandler', '/org/velmoraos/installationhandler',
+        'org.velmoraos.installationhandler.removePackages', 'array:string:a'])
+
+    assert processes.wait_end(caller) == 0, caller.text
+    assert signals.wait('removalFinished') == (True, '')
+    assert service.warnings() == []
+
+
+def test_wrong_arguments_are_refused_by_the_bus_library(service, client, signals, manager):
+    for signature, arguments in (('()', ()), ('(s)', ('a',)), ('(ass)', (['a'], 'true')), ('(av)', ([],)),
+                                 ('(asbb)', ([], True, True))):
+        with pytest.raises(RemoteError, match='org.freedesktop.DBus.Error.UnknownMethod'):
+            client.call('removePackages', signature, *arguments)
+    service.barrier()
+    assert signals.all == []
+    assert manager.calls() == []

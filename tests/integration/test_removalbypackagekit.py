@@ -1,0 +1,290 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Removals of native packages by name, where PackageKit does what it is told."""
+
+import subprocess
+from pathlib import Path
+
+import pytest
+from gi.repository import GLib
+from support.chronicle import chronicle
+from support.packagekit import install
+from support.transactionsignals import (EXIT_FAILED, error_code, finished, item_progress, package_found,
+                                        packages_found)
+
+APPLICATIONS = Path('/usr/share/applications')
+TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
+A, B = 'a;1-1;armv7hl;installed', 'a;1-1;noarch;installed'
+REQUESTS = ('GetPackage', 'updatingStarted', 'updatingFinished', 'Resolve', 'RemovePackages')
+GIVE_UP = 'void Package::UninstallTransactionPkgKit::giveUp(const QString&) '
+
+BEGINNING = ['Uninstall "a" via RPM', 'UninstallTransactionPkgKit::start: ("a")']
+END = 'deleting UninstallTransactionPkgKit'
+
+
+@pytest.fixture
+def packagekit(standins):
+    """The stand-in, without the package manager."""
+    return standins.start('package-kit')
+
+
+@pytest.fixture
+def launcher_model(standins):
+    """The home screen's."""
+    return standins.start('launcher-model')
+
+
+def story(*standins):
+    """The requests among the calls; PackageKit's library has many more."""
+    return [step for step in chronicle(*standins) if step[0] in REQUESTS]
+
+
+def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_bus, system_traffic):
+    packagekit.script('Resolve', [package_found(A, 'An "odd" summary'), finished()])
+    packagekit.script('RemovePackages', [item_progress(A, 50), finished(runtime=17)])
+
+    client.call('removePackages', '(as)', ['a'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    service.barrier()
+    assert signals.names() == ['removalFinished']
+    calls = [call for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+             if call.member in REQUESTS]
+    resolve, remove = packagekit.calls('Resolve') + packagekit.calls('RemovePackages')
+    assert resolve.path != remove.path
+    assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
+            for call in calls] == [
+        ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'GetPackage', 's', ('a',)),
+        ('org.freedesktop.PackageKit', resolve.path, TRANSACTION, 'Resolve', 'tas', (4, ['a'])),
+        ('org.freedesktop.PackageKit', remove.path, TRANSACTION, 'RemovePackages', 'tasbb', (2, [A], False, False))]
+    service.wait_for_log(END)
+    assert service.log() == ['debug default: ' + line for line in (
+        *BEGINNING,
+        f'Resolved: PackageKit::Transaction::InfoInstalled "{A}" "An \\"odd\\" summary"',
+        'slotUninstallFinished: ("a") PackageKit::Transaction::ExitSuccess 17',
+        'Uninstalled "a"',
+        END)]
+
+
+@pytest.mark.parametrize('keep', [False, True])
+def test_user_data_is_no_concern_of_packagekit(packagekit, service, client, signals, keep):
+    packagekit.script('Resolve', [package_found(A), finished()])
+
+    client.remove(['a'], keep)
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert packagekit.wait_call('RemovePackages').arguments == (2, [A], False, False)
+
+
+@pytest.mark.parametrize('found', [[package_found(A), package_found(B, info=31)], [packages_found(A, B)]],
+                         ids=['one by one', 'at once'])
+def test_whatever_is_found_goes_together(packagekit, service, client, signals, found):
+    packagekit.script('Resolve', [*found, finished()])
+
+    client.remove(['a'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert [call.arguments for call in packagekit.calls('RemovePackages')] == [(2, [A, B], False, False)]
+
+
+def test_package_that_is_not_installed_counts_as_removed(packagekit, launcher_model, service, client, signals):
+    client.remove(['a'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    service.wait_for_log(END)
+    assert story(packagekit, launcher_model) == [('Resolve', (4, ['a'])), ('updatingFinished', ('a',))]
+    assert service.debugs() == [*BEGINNING, 'Uninstalled "a"', END]
+
+
+def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launcher_model, service, client, signals,
+                                                   package):
+    """And of the end, before everybody else does."""
+    manager = standins.start('package-manager')
+    one, two, sub = (str(APPLICATIONS / name) for name in ('a.desktop', 'b.desktop', 'folder/c.desktop'))
+    other = ['/usr/share/applications/a.DESKTOP', '/usr/share/applications/a.desktop.old', '/usr/share/Applications/a.desktop',
+             '/opt/usr/share/applications/a.desktop', '/usr/share/applicationsb.desktop']
+    install(package('a', files=dict.fromkeys([one, two, sub, *other], 'x')))
+    packagekit.script('Resolve', [package_found(A), finished()])
+    launcher_model.hang('updatingFinished')
+
+    client.remove(['a'])
+    launcher_model.wait_call('updatingFinished')
+
+    assert signals.all == []
+    launcher_model.release('updatingFinished')
+    assert signals.wait('removalFinished') == (True, '')
+    assert story(manager, packagekit, launcher_model) == [
+        ('GetPackage', ('a',)),
+        ('updatingStarted', ('a', '', '', one)),
+        ('updatingStarted', ('a', '', '', two)),
+        ('updatingStarted', ('a', '', '', sub)),
+        ('Resolve', (4, ['a'])),
+        ('RemovePackages', (2, [A], False, False)),
+        ('updatingFinished', ('a',))]
+    started = min(call.stamp for call in packagekit.calls('CreateTransaction'))
+    assert all(call.stamp < started for call in launcher_model.calls('updatingStarted'))
+
+
+def test_first_of_two_versions_speaks_for_both(packagekit, launcher_model, service, client, signals, package, device):
+    """One header is read, whichever the database has first."""
+    for version in ('1', '2'):
+        install_beside(package('a', version=version, files={f'/usr/share/applications/a{version}.desktop': 'x'}))
+
+    client.remove(['a'])
+
+    signals.wait('removalFinished')
+    assert len(launcher_model.calls('updatingStarted')) == 1
+
+
+def install_beside(package_file):
+    """Installs a package file without removing other versions."""
+    subprocess.run(['rpm', '-i', '--nodeps', '--force', str(package_file)], check=True, capture_output=True)
+
+
+@pytest.fixture
+def android_launchers():
+    """Makes launchers such as the Android-support daemon does."""
+    made = []
+
+    def make(*names):
+        APPLICATIONS.mkdir(exist_ok=True)
+        for name in names:
+            made.append(APPLICATIONS / name)
+            made[-1].touch()
+    yield make
+    for path in made:
+        path.unlink()
+
+
+def test_android_application_has_its_launchers_by_name(packagekit, launcher_model, service, client, signals, package,
+                                                       android_launchers):
+    """In any letter case, and in the order of a listing. The package itself is not looked at."""
+    name = 'ambrel-apk-a.b.C'
+    install(package(name, files={'/usr/share/applications/native.desktop': 'x'}))
+    android_launchers('zindro_launcher_a_b_C_2.desktop', 'zindro_launcher_a_b_C.desktop',
+                      'zindro_launcher_a_b_CD.desktop', 'Zindro_launcher_a_b_c_1.desktop', 'zindro_launcher_a_b.desktop',
+                      'zindro_launcher_a.b.C.desktop', 'zindro_launcher_a_b_C.desktop.old')
+
+    client.remove([name, 'Ambrel-apk-a.b.C'])
+
+    signals.wait('removalFinished', 2)
+    assert [call.arguments for call in launcher_model.calls('updatingStarted')] == [
+        (name, '', '', f'/usr/share/applications/{launcher}') for launcher in
+        ('zindro_launcher_a_b_C.desktop', 'Zindro_launcher_a_b_c_1.desktop', 'zindro_launcher_a_b_C_2.desktop',
+         'zindro_launcher_a_b_CD.desktop')]
+
+
+def test_failed_search(packagekit, launcher_model, service, client, signals):
+    packagekit.script('Resolve', [error_code('No "database".\nNone.')])
+
+    client.remove(['a'])
+
+    assert signals.wait('removalFinished') == (False, 'No "database".\nNone.')
+    service.wait_for_log(END)
+    assert service.debugs() == [
+        *BEGINNING,
+        'Resolve Error: ("a") PackageKit::Transaction::ErrorPackageNotFound "No \\"database\\".\\nNone."',
+        GIVE_UP + '"No \\"database\\".\\nNone."',
+        'Failed to uninstall "a" "No \\"database\\".\\nNone."',
+        END]
+    call = packagekit.wait_call('Resolve')
+    name, values = finished(EXIT_FAILED)
+    packagekit.emit(call.path, TRANSACTION, name, values)
+    service.barrier()
+    assert signals.names() == ['removalFinished']
+    assert not packagekit.calls('RemovePackages')
+    assert [call.method for call in launcher_model.calls()] == ['updatingFinished']
+
+
+def test_failed_removal(packagekit, service, client, signals):
+    packagekit.script('Resolve', [package_found(A), finished()])
+    packagekit.script('RemovePackages', [item_progress(A, 250), error_code('Locked.')])
+
+    client.remove(['a'])
+
+    assert signals.wait('removalFinished') == (False, 'Locked.')
+    service.wait_for_log(END)
+    assert service.debugs() == [
+        *BEGINNING,
+        f'Resolved: PackageKit::Transaction::InfoInstalled "{A}" ""',
+        'Uninstall Error: ("a") PackageKit::Transaction::ErrorPackageNotFound "Locked."',
+        GIVE_UP + '"Locked."',
+        'Failed to uninstall "a" "Locked."',
+        END]
+    assert signals.names() == ['removalFinished']
+
+
+@pytest.mark.parametrize('status, name', [
+    (0, 'PackageKit::Transaction::ExitUnknown'),
+    (2, 'PackageKit::Transaction::ExitFailed'),
+    (3, 'PackageKit::Transaction::ExitCancelled'),
+    (6, 'PackageKit::Transaction::ExitKilled'),
+])
+def test_removal_that_ends_without_a_word(packagekit, launcher_model, service, client, signals, status, name):
+    """Neither failed nor succeeded: nobody is told."""
+    packagekit.script('Resolve', [package_found(A), finished()])
+    packagekit.script('RemovePackages', [finished(status, 4)], times=1)
+
+    client.remove(['a'])
+
+    service.wait_for_log(END)
+    service.barrier()
+    assert service.debugs()[-2:] == [f'slotUninstallFinished: ("a") {name} 4', END]
+    assert signals.all == []
+    assert launcher_model.calls() == []
+    client.remove(['a'])
+    assert signals.wait('removalFinished') == (True, '')
+
+
+@pytest.mark.parametrize('status', [0, 2, 3, 6])
+def test_how_the_search_ends_does_not_matter(packagekit, service, client, signals, status):
+    packagekit.script('Resolve', [package_found(A), finished(status)], times=1)
+    packagekit.script('Resolve', [finished(status)])
+
+    client.remove(['a'])
+    assert signals.wait('removalFinished') == (True, '')
+    client.remove(['a'])
+    assert signals.wait('removalFinished', 2) == (True, '')
+
+    assert len(packagekit.calls('RemovePackages')) == 1
+
+
+def test_two_names_end_as_their_answers_come(packagekit, service, client, signals):
+    """Two searches, two removals."""
+    packagekit.hang('Resolve')
+
+    client.remove(['first', 'second'])
+
+    packagekit.wait_call('Resolve', 2)
+    calls = {call.arguments[1][0]: number for number, call in enumerate(packagekit.calls('Resolve'))}
+    packagekit.release_refusing('Resolve', 'a.b.Busy', 'second is busy', which=calls['second'])
+    assert signals.wait('removalFinished')[0] is False
+    assert [line for line in service.debugs() if line.startswith('Failed')][0].startswith('Failed to uninstall "second" ')
+    packagekit.release('Resolve')
+    service.wait_for_log('Uninstalled "first"')
+
+
+def test_each_back_end_removes_its_own(standins, packagekit, service, client, signals):
+    manager = standins.start('package-manager', installs='nothing')
+    manager.answer('GetPackage', GLib.Variant('(a{ss})', ({'Name': 'other'},)), times=1)
+    packagekit.script('Resolve', [package_found(A), finished()])
+
+    client.remove(['managed', 'a'], keep_userdata=True)
+
+    signals.wait('removalFinished', 2)
+    assert [call.arguments for call in manager.calls('Remove')] == [('managed', {'KeepUserData': True})]
+    assert packagekit.wait_call('RemovePackages').arguments == (2, [A], False, False)
+
+
+def test_absent_packagekit_is_reported_twice(service, client, signals):
+    """Its library ends the request at once, before the removal is gone."""
+    client.remove(['a'])
+
+    text = 'The name org.freedesktop.PackageKit was not provided by any .service files'
+    signals.wait('removalFinished', 2)
+    service.wait_for_log(END)
+    assert signals.arguments('removalFinished') == [(False, text), (True, '')]
+    assert service.log() == [*('debug default: ' + line for line in (
+        *BEGINNING, f'Resolve Error: ("a") PackageKit::Transaction::ErrorInternalError "{text}"', f'{GIVE_UP}"{text}"',
+        f'Failed to uninstall "a" "{text}"', 'Uninstalled "a"')),
+        'warning default: Transaction count out of sync!', f'debug default: {END}']

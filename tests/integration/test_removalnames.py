@@ -1,0 +1,208 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Names of packages that are none, and very many of them."""
+
+import re
+from pathlib import Path
+
+import pytest
+from gi.repository import GLib
+from support.packagekit import install
+from support.transactionsignals import error_code, finished, package_found
+
+KNOWN = GLib.Variant('(a{ss})', ({},))
+APPLICATIONS = Path('/usr/share/applications')
+
+ENDED = re.compile('debug default: (?:Uninstalled|Failed to uninstall) "(.*?)"')
+TOO_MANY = 'The maximum number of pending replies per connection has been reached'
+
+NAMES = [
+    '', ' ', ' a', 'a ', 'a;b', ';', ';;;', 'a;1-1;noarch;installed', 'a\nb', '\n', '\t', '*', 'a*', '?', '[a-z]', '{a,b}',
+    '$(touch /tmp/harm)', '`touch /tmp/harm`', 'a; touch /tmp/harm', 'a | b & c > /tmp/harm', "'", '"', '\\', '\\0', '%s%n', '%1',
+    '-', '--help', '--all', '-e', '.', '..', '../a', '/', '/etc/passwd', 'a/b', '~', 'file:///a', 'a=1', 'a >= 1', 'a-1.0-1',
+    'größer', '文字', '\U0001f600', '\u202egpj', '\ufffd', '\x7f\x01\x1b[31m', 'x' * 255, 'x' * 5000,
+    'ambrel-apk-', 'ambrel-apk-*', 'ambrel-apk-../../../etc/*', 'ambrel-apk-größer', 'ambrel-apk-a;b\nc',
+]
+
+
+def short(name):
+    """A name for a test."""
+    return ascii(name)[:30]
+
+
+@pytest.fixture(params=['C.UTF-8', 'C'])
+def local_service(request, program):
+    """The service, under an encoding that knows all characters and under one that knows few."""
+    return program.start(environment={'LC_ALL': request.param})
+
+
+@pytest.fixture
+def both(standins):
+    """The back ends that know nothing."""
+    return standins.start('package-manager', 'package-kit')
+
+
+def check_alive(service, client, signals):
+    """The next request is served as if nothing had been."""
+    count = len(signals.arguments('installFinished'))
+    client.install([])
+    assert signals.wait('installFinished', count + 1) == (True, '')
+    assert service.warnings() == []
+    assert not Path('/tmp/harm').exists()
+
+
+def test_any_name_gets_to_the_package_manager(standins, local_service, client, signals):
+    """In one request, as it is."""
+    manager = standins.start('package-manager', installs='nothing')
+    manager.answer('GetPackage', KNOWN)
+
+    client.remove(NAMES, keep_userdata=True)
+
+    signals.wait('removalFinished', len(NAMES))
+    local_service.barrier()
+    assert signals.arguments('removalFinished') == [(True, '')] * len(NAMES)
+    assert [call.arguments for call in manager.calls('GetPackage')] == [(name,) for name in NAMES]
+    assert [call.arguments for call in manager.calls('Remove')] == [(name, {'KeepUserData': True}) for name in NAMES]
+    check_alive(local_service, client, signals)
+
+
+def test_any_name_gets_to_packagekit(both, standins, local_service, client, signals):
+    """Side by side, so in any order."""
+    client.remove(NAMES)
+
+    signals.wait('removalFinished', len(NAMES))
+    local_service.barrier()
+    assert signals.arguments('removalFinished') == [(True, '')] * len(NAMES)
+    assert [call.arguments for call in standins.package_manager.calls('GetPackage')] == [(name,) for name in NAMES]
+    assert sorted(call.arguments for call in standins.package_kit.calls('Resolve')) == sorted((4, [name]) for name in NAMES)
+    assert not standins.package_kit.calls('RemovePackages')
+    check_alive(local_service, client, signals)
+
+
+@pytest.mark.parametrize('known', [False, True], ids=['PackageKit', 'package manager'])
+def test_name_of_a_megabyte(both, standins, service, client, signals, known):
+    name = 'x' * (1024 * 1024)
+    if known:
+        standins.package_manager.configure('installs', 'nothing')
+        standins.package_manager.answer('GetPackage', KNOWN)
+
+    client.remove([name])
+
+    assert signals.wait('removalFinished') == (True, '')
+    asked = standins.package_manager.calls('Remove') if known else standins.package_kit.calls('Resolve')
+    assert [call.arguments for call in asked] == [(name, {}) if known else (4, [name])]
+    assert service.debugs()[0] == f'Uninstall "{name}" via {"ZARN" if known else "RPM"}'
+    check_alive(service, client, signals)
+
+
+def test_thousand_names_for_the_package_manager(standins, service, client, signals):
+    manager = standins.start('package-manager', installs='nothing')
+    manager.answer('GetPackage', KNOWN)
+    names = [f'name{number}' for number in range(1000)]
+
+    client.start('removePackages', '(as)', names).wait(60)
+
+    signals.wait('removalFinished', 1000, seconds=60)
+    service.barrier()
+    assert signals.arguments('removalFinished') == [(True, '')] * 1000
+    assert [call.arguments for call in manager.calls('Remove')] == [(name, {}) for name in names]
+    check_alive(service, client, signals)
+
+
+def test_thousand_names_for_packagekit(both, processes, service, client, signals):
+    """The bus does not take that many calls at once from a program: some fail, but every name has its end."""
+    names = {f'name{number}' for number in range(1000)}
+
+    def ended():
+        return {match[1] for match in map(ENDED.match, service.process.lines()) if match}
+
+    client.start('removePackages', '(as)', list(names)).wait(60)
+
+    processes.wait_until(lambda: ended() == names, 'the end of every removal', 60)
+    service.barrier()
+    assert set(signals.arguments('removalFinished')) <= {(True, ''), (False, TOO_MANY)}
+    client.remove(['next'])
+    service.wait_for_log('Uninstalled "next"')
+    assert service.alive
+
+
+def test_as_many_removals_side_by_side_as_the_bus_takes(both, standins, service, client, signals):
+    """Whose signals the bus would not tell apart for one program. Nobody looks for doublets."""
+    standins.package_kit.script('Resolve', [package_found('a;1;noarch;installed'), finished()])
+    standins.package_kit.script('RemovePackages', [error_code('Gone.'), finished(2)])
+
+    client.remove(['a'] * 28)
+
+    signals.wait('removalFinished', 28)
+    assert set(signals.arguments('removalFinished')) == {(False, 'Gone.')}
+    assert len(standins.package_kit.calls('RemovePackages')) == 28
+
+
+@pytest.mark.parametrize('name', ['*', 'nat*', 'native-1.0', 'native-1.0-1', 'native-1.0-1.noarch', 'NATIVE', 'native ',
+                                  'native\n', 'native;', '/usr/share/applications/native.desktop', ''], ids=short)
+def test_launchers_are_looked_up_by_the_very_name(both, standins, service, client, signals, package, name):
+    """No pattern, no version, no file."""
+    launcher_model = standins.start('launcher-model')
+    install(package('native'))
+
+    client.remove([name])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert not launcher_model.calls('updatingStarted')
+    client.remove(['native'])
+    assert signals.wait('removalFinished', 2) == (True, '')
+    assert [call.arguments for call in launcher_model.calls('updatingStarted')] == \
+        [('native', '', '', '/usr/share/applications/native.desktop')]
+
+
+@pytest.mark.parametrize('locale, announced', [('C.UTF-8', True), ('C', False)])
+def test_name_that_the_local_encoding_does_not_know(both, standins, program, client, signals, device, package, locale,
+                                                    announced):
+    """It is unknown to the database then; the removal goes on by its right name."""
+    launcher_model = standins.start('launcher-model')
+    path = APPLICATIONS / 'foreign.desktop'
+    named = package('gr', files={str(path): 'x'}, provides=[])
+    install(named)
+    program.start(environment={'LC_ALL': locale})
+
+    client.remove(['gr', 'größer'])
+
+    signals.wait('removalFinished', 2)
+    assert [call.arguments[0] for call in launcher_model.calls('updatingStarted')] == ['gr']
+    assert sorted(call.arguments[1] for call in standins.package_kit.calls('Resolve')) == [['gr'], ['größer']]
+
+
+def test_pattern_in_the_name_of_an_android_package_counts(both, standins, service, client, signals):
+    """It becomes part of the pattern of file names, in the one folder."""
+    launcher_model = standins.start('launcher-model')
+    launchers = [APPLICATIONS / f'zindro_launcher_{name}.desktop' for name in ('a', 'b', 'c')]
+    outside = APPLICATIONS.parent / 'zindro_launcher_a.desktop'
+    for path in (*launchers, outside):
+        path.touch()
+    try:
+        client.remove(['ambrel-apk-[ab]', 'ambrel-apk-../zindro_launcher_a', 'ambrel-apk-'])
+        signals.wait('removalFinished', 3)
+    finally:
+        for path in (*launchers, outside):
+            path.unlink()
+    assert [(call.arguments[0], call.arguments[3]) for call in launcher_model.calls('updatingStarted')] == [
+        ('ambrel-apk-[ab]', str(launchers[0])), ('ambrel-apk-[ab]', str(launchers[1])),
+        *(('ambrel-apk-', str(path)) for path in launchers)]
+
+
+def test_damaged_database_has_no_launchers(both, standins, service, client, signals, package, device):
+    """The removal goes on."""
+    launcher_model = standins.start('launcher-model')
+    install(package('native'))
+    database = Path('/var/lib/rpm/rpmdb.sqlite')
+    kept = database.read_bytes()
+    try:
+        database.write_bytes(b'no database' * 1000)
+        client.remove(['native'])
+        assert signals.wait('removalFinished') == (True, '')
+    finally:
+        database.write_bytes(kept)
+    assert not launcher_model.calls('updatingStarted')
+    client.remove(['native'])
+    assert signals.wait('removalFinished', 2) == (True, '')
+    assert len(launcher_model.calls('updatingStarted')) == 1

@@ -1,0 +1,186 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Removals on devices whose system bus is missing, or goes away."""
+
+from pathlib import Path
+
+import pytest
+from gi.repository import GLib
+from support.transactionsignals import finished, package_found
+
+A = 'a;1-1;noarch;installed'
+TEXT = 'Not connected to the system bus'
+LOST = 'Not connected to D-Bus server'
+UNKNOWN_OWNER = f'Error on resolving desktop file owner PackageKit::Transaction::ErrorInternalError "{TEXT}"'
+END = 'deleting UninstallTransactionPkgKit'
+
+
+@pytest.fixture(params=['missing', 'lost'])
+def lonely_service(request, processes, system_bus, program):
+    """The service without a system bus, from the start on or since then."""
+    if request.param == 'lost':
+        program.start()
+    processes.kill(system_bus.process)
+    return program if request.param == 'lost' else program.start()
+
+
+@pytest.fixture
+def launcher():
+    """Writes a launcher of the system."""
+    path = Path('/usr/share/applications/a.desktop')
+
+    def write(text='[Desktop Entry]\n'):
+        path.write_text(text, encoding='ascii')
+        return path
+    yield write
+    path.unlink()
+
+
+def test_every_name_fails_once(standins, lonely_service, client, signals):
+    launcher_model = standins.start('launcher-model')
+
+    client.remove(['a', 'b'])
+
+    signals.wait('removalFinished', 2)
+    lonely_service.wait_for_log(END, 2)
+    assert signals.arguments('removalFinished') == [(False, TEXT)] * 2
+    assert [call.arguments for call in launcher_model.calls('updatingFinished')] == [('a',), ('b',)]
+    lines = [[f'Uninstall "{name}" via RPM',
+              f'UninstallTransactionPkgKit::start: ("{name}")',
+              f'Resolve Error: ("{name}") PackageKit::Transaction::ErrorInternalError "{TEXT}"',
+              f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{TEXT}"',
+              f'Failed to uninstall "{name}" "{TEXT}"', END] for name in 'ab']
+    assert sorted(lonely_service.log()) == sorted('debug default: ' + line for line in sum(lines, []))
+
+
+def test_launcher_has_no_owner(lonely_service, client, signals, launcher):
+    assert client.remove_launcher(launcher()) == ()
+
+    lonely_service.wait_for_log(UNKNOWN_OWNER)
+    lonely_service.barrier()
+    assert lonely_service.warnings() == [UNKNOWN_OWNER]
+    assert signals.all == []
+    assert launcher().exists()
+
+
+def test_android_application_stays(lonely_service, client, signals, launcher):
+    path = launcher('[Desktop Entry]\nX-zindro-apkfile=/a.apk\n')
+
+    client.remove_launcher(path)
+
+    last = ('InstallationHandler::removePackageByDesktopFile(const QString&)::<lambda(const QString&, const QString&)> '
+            f'failed to remove android app: "{path}"')
+    lonely_service.wait_for_log(last)
+    assert lonely_service.warnings() == [UNKNOWN_OWNER, last]
+    assert signals.all == []
+
+
+def test_launcher_of_the_user_goes_without_its_hook(lonely_service, client, signals, device):
+    path = device.home / '.local/share/applications/a.desktop'
+    path.parent.mkdir(parents=True)
+    path.touch()
+
+    client.remove_launcher(path)
+
+    assert not path.exists()
+    assert lonely_service.warnings() == [
+        f'Failed to call ZARN hook \'OnRemove\' for Runtime Manager service:  "{LOST}"']
+    assert signals.all == []
+
+
+def test_installing_in_sdk_mode_fails_on_its_own(lonely_service, client, signals, device):
+    device.mark_as_emulator()
+
+    client.install(['/absent.rpm'], sdk_mode=True)
+
+    assert signals.wait('removalFinished') == (False, TEXT)
+    assert signals.wait('installFinished') == (False, 'zarn_installation_error_desc_Disconnected (code: Disconnected)')
+
+
+@pytest.fixture
+def peers(standins):
+    """Both back ends, whose ends nobody minds."""
+    both = standins.start('package-manager', 'package-kit')
+    for peer in both:
+        peer.process.end_awaited = True
+    standins.package_manager.configure('installs', 'nothing')
+    for method in ('Resolve', 'SearchFiles'):
+        standins.package_kit.script(method, [package_found(A), finished()])
+    yield standins
+    for peer in both:
+        peer.wait_exit()
+
+
+def check_next_request(service, client, signals):
+    """It fails, as it must, and the service goes on."""
+    count = len(signals.arguments('removalFinished'))
+    client.remove(['next'])
+    assert signals.wait('removalFinished', count + 1) == (False, TEXT)
+    installed = len(signals.arguments('installFinished'))
+    client.install([])
+    assert signals.wait('installFinished', installed + 1) == (True, '')
+    assert service.alive
+
+
+def test_bus_is_lost_while_the_package_manager_removes(peers, processes, system_bus, service, client, signals):
+    peers.package_manager.answer('GetPackage', GLib.Variant('(a{ss})', ({},)))
+    peers.package_manager.hang('Remove')
+    client.remove(['a'])
+    peers.package_manager.wait_call('Remove')
+
+    processes.kill(system_bus.process)
+
+    assert signals.wait('removalFinished') == (False, LOST)
+    check_next_request(service, client, signals)
+
+
+def test_bus_is_lost_while_packagekit_removes(peers, processes, system_bus, service, client, signals):
+    peers.package_kit.hang('RemovePackages')
+    client.remove(['a'])
+    peers.package_kit.wait_call('RemovePackages')
+
+    processes.kill(system_bus.process)
+
+    assert signals.wait('removalFinished') == (False, LOST)
+    service.wait_for_log(END)
+    assert len(signals.all) == 1
+    check_next_request(service, client, signals)
+
+
+def test_bus_is_lost_before_packagekit_answers(peers, processes, system_bus, service, client, signals):
+    """Its library reports both the error and the end, and each is answered."""
+    peers.package_kit.hang('Resolve')
+    client.remove(['a'])
+    peers.package_kit.wait_call('Resolve')
+
+    processes.kill(system_bus.process)
+
+    signals.wait('removalFinished', 2)
+    service.wait_for_log(END)
+    assert signals.arguments('removalFinished') == [(False, LOST), (True, '')]
+    check_next_request(service, client, signals)
+
+
+def test_bus_is_lost_while_packagekit_searches(peers, processes, system_bus, service, client, signals):
+    """Its library does not notice, so the removal has no end."""
+    peers.package_kit.script('Resolve', [package_found(A)])
+    client.remove(['a'])
+    service.wait_for_log('Resolved: ')
+
+    processes.kill(system_bus.process)
+
+    client.install([])
+    assert signals.wait('installFinished') == (True, '')
+    assert signals.names() == ['installFinished']
+    check_next_request(service, client, signals)
+
+
+def test_bus_is_lost_while_the_owner_is_searched(peers, processes, system_bus, service, client, signals, launcher):
+    peers.package_kit.hang('SearchFiles')
+    client.remove_launcher(launcher())
+    peers.package_kit.wait_call('SearchFiles')
+
+    processes.kill(system_bus.process)
+
+    service.wait_for_log(f'Error on resolving desktop file owner PackageKit::Transaction::ErrorInternalError "{LOST}"')
+    check_next_request(service, client, signals)
