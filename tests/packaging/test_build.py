@@ -54,6 +54,7 @@ CLASSES = {
     'Notification': 'orrinnotifications-qt5',
     'AboutSettings': 'systemsettings',
     'MceDisplay': 'mce-qt5',
+    'MDesktopEntry': 'mlite5',
 }
 
 

@@ -8,7 +8,7 @@ from shell import Shell
 
 SIGNALS = '/run/test-signals'
 INSTALLED = "org.velmoraos.installationhandler.installFinished (true, '')"
-REFUSED = 'org.velmoraos.installationhandler.installFinished (false, '
+REMOVED = "org.velmoraos.installationhandler.removalFinished (true, '')"
 FIND_DIALOG = 'xdotool search --sync --onlyvisible --class velmora-installationhandler'
 
 
@@ -35,12 +35,17 @@ def test_examples_of_the_bus_interface(source, shell):
     shell.run(shell.hint('Answer'))
     shell.wait_for_line(INSTALLED, SIGNALS)
 
-    # What is installed already cannot be installed again, but can be asked for.
+    # From a development environment the installed version is removed first.
     shell.run(shell.hint('Stand-ins'))
     assert shell.run(install_silently) == '()\n()\n'
-    shell.wait_for_line(REFUSED, SIGNALS, count=2)
+    shell.wait_for_line(INSTALLED, SIGNALS, count=3)
+    assert shell.run(f'grep --count --fixed-strings "{REMOVED}" {SIGNALS}') == '2\n'
     assert shell.run(f'grep --count needConfirm {SIGNALS}') == '1\n'
+
+    # What is not installed counts as removed.
     assert shell.run(remove) == '()\n()\n()\n'
+    shell.wait_for_line(REMOVED, SIGNALS, count=4)
+    assert 'velmora-hello' not in shell.run('rpm -qa; ls /usr/share/applications')
     assert shell.leave(7) == 7
 
 
