@@ -5,10 +5,10 @@
 import shutil
 
 import pytest
-from support.preremoval import besides_removals
 
 ALREADY_INSTALLED = 'zarn_installation_error_desc_AlreadyInstalled (code: AlreadyInstalled)'
 FILE_NOT_FOUND = 'zarn_installation_error_desc_FileNotFound (code: FileNotFound)'
+UNASKED = '"Unable install package without confirm: The installation is not running in sdk mode. "'
 
 # What is asked for, and the path that the package manager gets.
 LOCAL = {
@@ -63,35 +63,34 @@ FOREIGN = [
 
 
 @pytest.fixture
-def silent(standins):
+def silent(standins, device):
     """Nobody is asked."""
+    device.mark_as_emulator()
     standins.start('developer-mode', silent_installation=True)
-    standins.start('package-kit')
 
 
 def test_names_become_paths(silent, standins, service, client, signals):
     package_manager = standins.start('package-manager', installs='nothing')
     names = [*LOCAL, *FOREIGN]
 
-    client.install(names, sdk_mode=True)
+    client.install(names)
 
     assert signals.wait('installFinished') == (True, '')
     paths = [call.arguments[0] for call in package_manager.calls('Install')]
     assert dict(zip(names, paths)) == {**LOCAL, **dict.fromkeys(FOREIGN, '')}
     assert len(paths) == len(names)
-    assert service.warnings() == []
+    assert service.warnings() == [UNASKED] * len(names)
 
 
 def test_names_of_nothing_fail_one_by_one(silent, standins, service, client, signals, device):
     standins.start('package-manager')
-    names = [name for name, path in LOCAL.items() if path not in ('/', '/tmp/')] + \
-        [name for name in FOREIGN if name not in ('.', '..')]
+    names = [name for name, path in LOCAL.items() if path not in ('/', '/tmp/')] + FOREIGN
 
-    client.install(names, sdk_mode=True)
+    client.install(names)
 
     assert signals.wait('installFinished') == (False, '\n'.join([FILE_NOT_FOUND] * len(names)))
     service.barrier()
-    assert besides_removals(service.log()) == []
+    assert service.log() == ['warning default: ' + UNASKED] * len(names)
     assert device.packages() == []
 
 
@@ -101,9 +100,9 @@ def test_any_name_can_be_installed(silent, standins, service, client, signals, d
              'größer 文', '\x1b[31m', '\u202egpj', '\U0001f600', 'x' * 251]
     files = [shutil.move(package(f'named{number}'), tmp_path / f'{name}.rpm') for number, name in enumerate(names)]
 
-    client.install(files[::2], sdk_mode=True)
+    client.install(files[::2])
     assert signals.wait('installFinished') == (True, '')
-    client.install([file.as_uri() for file in files[1::2]], sdk_mode=True)
+    client.install([file.as_uri() for file in files[1::2]])
     assert signals.wait('installFinished', 2) == (True, '')
 
     assert sorted(device.packages()) == sorted(f'named{number}' for number in range(len(names)))
@@ -140,7 +139,7 @@ def test_same_file_twice_is_installed_once(silent, standins, service, client, si
     package_manager = standins.start('package-manager')
     file = package('once')
 
-    client.install([file, file.as_uri()], sdk_mode=True)
+    client.install([file, file.as_uri()])
 
     assert signals.wait('installFinished') == (False, ALREADY_INSTALLED)
     assert [call.arguments[0] for call in package_manager.calls('Install')] == [str(file), str(file)]
