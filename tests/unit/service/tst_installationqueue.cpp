@@ -3,6 +3,7 @@
 
 #include "handlerscene.h"
 
+#include "devicefile.h"
 #include "devicetest.h"
 
 namespace {
@@ -10,7 +11,9 @@ namespace {
 const QString Plain = QStringLiteral("plain");
 const QString Translated = QStringLiteral("translated");
 const QString Idle = QStringLiteral("idle");
+const QString EmulatorMarker = QStringLiteral("/etc/velmoraos-emulator");
 const QString Aborted = QStringLiteral("installationhandler-user-aborted");
+const QString NotSdkMode = QStringLiteral("The installation is not running in sdk mode. ");
 const QString Destroyed = QStringLiteral("dialog destroyed");
 
 }
@@ -41,7 +44,7 @@ void InstallationQueueTest::waitsWhileTheDialogIsOnScreen()
     m_handler->installFiles({packageFile(Plain)});
     m_journal.clear();
     m_handler->installFiles({packageFile(Translated)});
-    m_handler->installFiles({packageFile(Plain)}, true);
+    m_handler->installFiles({packageFile(Plain)});
     QVERIFY(settle());
     QCOMPARE(entries(), QStringList());
     QCOMPARE(state(), QStringLiteral("1 running, 2 waiting"));
@@ -53,11 +56,13 @@ void InstallationQueueTest::waitsWhileTheDialogIsOnScreen()
                                 + asking(Translated) + QStringList(Destroyed));
     QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
 
+    // The third needs no dialog.
+    const DeviceFile emulator(EmulatorMarker);
     m_journal.clear();
     dismiss();
     const QStringList expected{endRequest(Translated, 1000000),
                                finished(false, Aborted, QStringLiteral("1 running, 1 waiting")), readLine(Plain),
-                               silenceQuery(), installCall(packageFile(Plain)),
+                               silenceQuery(), confirmWarning(NotSdkMode), installCall(packageFile(Plain)),
                                finished(true, QString(), QStringLiteral("1 running, 0 waiting"))};
     QStringList happened = settledEntries(expected.size() + 1);
     QCOMPARE(happened.removeAll(Destroyed), 1);
@@ -68,9 +73,10 @@ void InstallationQueueTest::waitsWhileTheDialogIsOnScreen()
 // The package manager is busy with the first, which keeps nobody waiting.
 void InstallationQueueTest::runsSideBySideWithoutDialog()
 {
+    const DeviceFile emulator(EmulatorMarker);
     m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    m_handler->installFiles({packageFile(Plain)}, true);
-    m_handler->installFiles({packageFile(Translated)}, true);
+    m_handler->installFiles({packageFile(Plain)});
+    m_handler->installFiles({packageFile(Translated)});
     QCOMPARE(state(), QStringLiteral("2 running, 0 waiting"));
     QTRY_COMPARE(entries().filter(QStringLiteral(".Install(")),
                  QStringList({installCall(packageFile(Plain)), installCall(packageFile(Translated))}));
@@ -98,7 +104,7 @@ void InstallationQueueTest::keepsTheOrderOfTheCalls()
     QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
 
     m_journal.clear();
-    m_handler->installFiles({packageFile(Plain)}, true);
+    m_handler->installFiles({packageFile(Plain)});
     QCOMPARE(entries(), asking(Translated));
     QCOMPARE(state(), QStringLiteral("2 running, 1 waiting"));
 }
@@ -108,7 +114,9 @@ void InstallationQueueTest::keepsTheOrderOfTheCalls()
 void InstallationQueueTest::showsASecondDialogAfterAnEnd()
 {
     m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    m_handler->installFiles({packageFile(Plain)}, true);
+    DeviceFile emulator(EmulatorMarker);
+    m_handler->installFiles({packageFile(Plain)});
+    emulator.remove();
     m_handler->installFiles({packageFile(Translated)});
     m_handler->installFiles({packageFile(Plain)});
     QCOMPARE(TestDialog::windows().size(), 1);
@@ -179,7 +187,8 @@ void InstallationQueueTest::convertsToLocalFiles()
 {
     QFETCH(QString, fileUrl);
     QFETCH(QString, path);
-    m_handler->installFiles({QStringLiteral("/first.rpm"), fileUrl, QStringLiteral("/last.rpm")}, true);
+    const DeviceFile emulator(EmulatorMarker);
+    m_handler->installFiles({QStringLiteral("/first.rpm"), fileUrl, QStringLiteral("/last.rpm")});
 
     QTRY_COMPARE(entries().filter(QStringLiteral(".Install(")),
                  QStringList({installCall(QStringLiteral("/first.rpm")), installCall(path),
@@ -201,6 +210,9 @@ void InstallationQueueTest::mayBeSilentInSdkModeOnly()
 {
     QFETCH(bool, sdkMode);
     QFETCH(bool, keepUserdata);
+    // In sdk mode the package manager removes what is installed first.
+    m_peer->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)"));
+    m_peer->answer(QStringLiteral("Remove"), PeerAnswer::values());
     m_handler->installFiles({packageFile(Plain)}, sdkMode, keepUserdata);
 
     QCOMPARE(TestDialog::windows().isEmpty(), sdkMode);
