@@ -7,21 +7,26 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
-from support.packagekit import install
+from packages.launchers import write_launchers
+from support.packagekit import install, install_handmade
 from support.transactionsignals import error_code, finished, package_found
 
 KNOWN = GLib.Variant('(a{ss})', ({},))
 APPLICATIONS = Path('/usr/share/applications')
 
-ENDED = re.compile('debug default: (?:Uninstalled|Failed to uninstall) "(.*?)"')
+ENDED = re.compile('debug default: (?:Uninstalled|Failed to uninstall) "(?P<name>[^"]*)"(?: "(?P<text>.*)")?')
+OUT_OF_SYNC = 'Transaction count out of sync!'
+
+# What the bus allows a program.
+PENDING = 128
 TOO_MANY = 'The maximum number of pending replies per connection has been reached'
 
 NAMES = [
-    '', ' ', ' a', 'a ', 'a;b', ';', ';;;', 'a;1-1;noarch;installed', 'a\nb', '\n', '\t', '*', 'a*', '?', '[a-z]', '{a,b}',
-    '$(touch /tmp/harm)', '`touch /tmp/harm`', 'a; touch /tmp/harm', 'a | b & c > /tmp/harm', "'", '"', '\\', '\\0', '%s%n', '%1',
-    '-', '--help', '--all', '-e', '.', '..', '../a', '/', '/etc/passwd', 'a/b', '~', 'file:///a', 'a=1', 'a >= 1', 'a-1.0-1',
-    'größer', '文字', '\U0001f600', '\u202egpj', '\ufffd', '\x7f\x01\x1b[31m', 'x' * 255, 'x' * 5000,
-    'ambrel-apk-', 'ambrel-apk-*', 'ambrel-apk-../../../etc/*', 'ambrel-apk-größer', 'ambrel-apk-a;b\nc',
+    '', ' ', ' a', 'a ', 'a;b', ';', ';;;', 'a;1-1;noarch;installed', 'a\nb', '\n', '\t', '*', 'a*', '?', '[a-z]',
+    '{a,b}', '$(touch /tmp/harm)', '`touch /tmp/harm`', 'a; touch /tmp/harm', 'a | b & c > /tmp/harm', "'", '"', '\\',
+    '\\0', '%s%n', '%1', '-', '--help', '--all', '-e', '.', '..', '../a', '/', '/etc/passwd', 'a/b', '~', 'file:///a',
+    'a=1', 'a >= 1', 'a-1.0-1', 'größer', '文字', '\U0001f600', '\u202egpj', '\ufffd', '\x7f\x01\x1b[31m', 'x' * 255,
+    'x' * 5000, 'ambrel-apk-', 'ambrel-apk-*', 'ambrel-apk-../../../etc/*', 'ambrel-apk-größer', 'ambrel-apk-a;b\nc',
 ]
 
 
@@ -32,7 +37,7 @@ def short(name):
 
 @pytest.fixture(params=['C.UTF-8', 'C'])
 def local_service(request, program):
-    """The service, under an encoding that knows all characters and under one that knows few."""
+    """The service, under a locale of all characters and under one of few."""
     return program.start(environment={'LC_ALL': request.param})
 
 
@@ -109,21 +114,63 @@ def test_thousand_names_for_the_package_manager(standins, service, client, signa
     check_alive(service, client, signals)
 
 
-def test_thousand_names_for_packagekit(both, processes, service, client, signals):
-    """The bus does not take that many calls at once from a program: some fail, but every name has its end."""
-    names = {f'name{number}' for number in range(1000)}
+def ends(service):
+    """How the removal of each name has ended, by the log: None for well, or what was said."""
+    ended = {}
+    for match in filter(None, map(ENDED.fullmatch, service.log())):
+        ended.setdefault(match['name'], []).append(match['text'])
+    return ended
 
-    def ended():
-        return {match[1] for match in map(ENDED.match, service.process.lines()) if match}
 
-    client.start('removePackages', '(as)', list(names)).wait(60)
-
-    processes.wait_until(lambda: ended() == names, 'the end of every removal', 60)
+def wait_ends(processes, service, names):
+    """Waits until each removal has ended, which is always well in the end, and returns how."""
+    processes.wait_until(lambda: all(None in ends(service).get(name, []) for name in names), 'the end of every removal', 60)
     service.barrier()
-    assert set(signals.arguments('removalFinished')) <= {(True, ''), (False, TOO_MANY)}
+    return ends(service)
+
+
+def check_overrun(service, client, signals, ended):
+    """All that has ended is on the bus, the count is too low for what ended twice, and the service goes on."""
+    outcomes = [(text is None, text or '') for texts in ended.values() for text in texts]
+    assert sorted(signals.arguments('removalFinished')) == sorted(outcomes)
+    assert set(service.warnings()) <= {OUT_OF_SYNC}
     client.remove(['next'])
-    service.wait_for_log('Uninstalled "next"')
+    assert signals.wait('removalFinished', len(outcomes) + 1) == (True, '')
     assert service.alive
+
+
+def test_thousand_names_for_packagekit(both, processes, standins, service, client, signals):
+    """The bus does not take that many calls at once from a program. What it refuses fails, and ends a second time, as
+    every request does that never got to PackageKit."""
+    names = [f'name{number}' for number in range(1000)]
+
+    client.start('removePackages', '(as)', names).wait(60)
+
+    ended = wait_ends(processes, service, names)
+    resolved = {call.arguments[1][0] for call in standins.package_kit.calls('Resolve')}
+    assert ended == {name: [None] if name in resolved else [TOO_MANY, None] for name in names}
+    check_overrun(service, client, signals, ended)
+
+
+def test_removals_that_the_bus_refuses(both, processes, standins, service, client, signals):
+    """It lets a program wait for so many replies. Beyond it there is neither a package manager nor PackageKit."""
+    manager = standins.package_manager
+    manager.configure('installs', 'nothing')
+    manager.answer('GetPackage', KNOWN, times=PENDING)
+    manager.hang('Remove', PENDING)
+    names = [f'name{number}' for number in range(1000)]
+    taken, refused = names[:PENDING], names[PENDING:]
+
+    client.start('removePackages', '(as)', names).wait(60)
+
+    ended = wait_ends(processes, service, refused)
+    assert ended == dict.fromkeys(refused, [TOO_MANY, None])
+    assert [call.arguments for call in manager.calls('Remove')] == [(name, {}) for name in taken]
+    assert not standins.package_kit.calls()
+    manager.release('Remove')
+    ended = wait_ends(processes, service, names)
+    assert ended == {**dict.fromkeys(taken, [None]), **dict.fromkeys(refused, [TOO_MANY, None])}
+    check_overrun(service, client, signals, ended)
 
 
 def test_as_many_removals_side_by_side_as_the_bus_takes(both, standins, service, client, signals):
@@ -155,21 +202,21 @@ def test_launchers_are_looked_up_by_the_very_name(both, standins, service, clien
         [('native', '', '', '/usr/share/applications/native.desktop')]
 
 
-@pytest.mark.parametrize('locale, announced', [('C.UTF-8', True), ('C', False)])
-def test_name_that_the_local_encoding_does_not_know(both, standins, program, client, signals, device, package, locale,
-                                                    announced):
-    """It is unknown to the database then; the removal goes on by its right name."""
+@pytest.mark.parametrize('locale', ['C.UTF-8', 'C'])
+def test_launchers_are_looked_up_in_the_local_encoding(both, standins, program, client, signals, device, tmp_path, locale):
+    """That is UTF-8 for the toolkit, whatever the locale; names of other bytes cannot be asked for."""
     launcher_model = standins.start('launcher-model')
-    path = APPLICATIONS / 'foreign.desktop'
-    named = package('gr', files={str(path): 'x'}, provides=[])
-    install(named)
+    for encoding in ('utf-8', 'latin-1'):
+        install_handmade(write_launchers(tmp_path / 'foreign.rpm', 'größer'.encode(encoding), [f'{encoding}.desktop']))
     program.start(environment={'LC_ALL': locale})
+    names = ['größer', 'gr\ufffd\ufffder', 'grÃ¶ÃŸer', 'gr??er', 'grer']
 
-    client.remove(['gr', 'größer'])
+    client.remove(names)
 
-    signals.wait('removalFinished', 2)
-    assert [call.arguments[0] for call in launcher_model.calls('updatingStarted')] == ['gr']
-    assert sorted(call.arguments[1] for call in standins.package_kit.calls('Resolve')) == [['gr'], ['größer']]
+    signals.wait('removalFinished', len(names))
+    assert [(call.arguments[0], call.arguments[3]) for call in launcher_model.calls('updatingStarted')] == \
+        [('größer', f'{APPLICATIONS}/utf-8.desktop')]
+    assert sorted(call.arguments[1][0] for call in standins.package_kit.calls('Resolve')) == sorted(names)
 
 
 def test_pattern_in_the_name_of_an_android_package_counts(both, standins, service, client, signals):

@@ -47,5 +47,6 @@ class DeviceState:
 
     def packages(self):
         """The names of the installed RPM packages."""
-        query = subprocess.run(['rpm', '-qa', '--queryformat', '%{NAME}\n'], check=True, capture_output=True, text=True)
+        query = subprocess.run(['rpm', '-qa', '--queryformat', '%{NAME}\n'], check=True, capture_output=True, text=True,
+                               errors='surrogateescape')
         return query.stdout.split()

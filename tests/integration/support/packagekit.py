@@ -64,6 +64,11 @@ class PackageKit:
             KEPT_READER.rename(READER)
 
 
-def install(package, how='-U'):
+def install(package, how='-U', *options):
     """Installs a package file with rpm, needing nothing; with '-i' beside another version."""
-    subprocess.run(['rpm', how, '--nodeps', str(package)], check=True, capture_output=True)
+    subprocess.run(['rpm', how, '--nodeps', *options, str(package)], check=True, capture_output=True)
+
+
+def install_handmade(package):
+    """Notes a package without contents and digests in the RPM database."""
+    install(package, '-i', '--justdb', '--nodigest', '--nosignature')

@@ -1,0 +1,36 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Packages with launchers, written by hand for names that rpmbuild refuses.
+
+rpm installs them with --justdb, --nodigest and --nosignature: there are neither contents nor digests of them.
+"""
+
+from .handmade import NAME, Type, write
+
+APPLICATIONS = '/usr/share/applications/'
+
+BASE_NAMES, DIRECTORY_NAMES, DIRECTORY_INDEXES = 1117, 1118, 1116
+SIZES, MODES, TIMES, DIGESTS, LINKS, FLAGS, USERS, GROUPS = 1028, 1030, 1034, 1035, 1036, 1037, 1039, 1040
+SYSTEM, ARCHITECTURE, PAYLOAD = 1021, 1022, 1124
+
+
+def write_launchers(path, name, launchers):
+    """Writes a package of a name, text or bytes, with launchers of any names, and returns its path."""
+    number = len(launchers)
+    return write(path, {
+        NAME: (Type.STRING, name),
+        SYSTEM: (Type.STRING, 'linux'),
+        ARCHITECTURE: (Type.STRING, 'noarch'),
+        SIZES: (Type.INT32, [0] * number),
+        MODES: (Type.INT16, [0o100644] * number),
+        TIMES: (Type.INT32, [0] * number),
+        DIGESTS: (Type.STRING_ARRAY, [''] * number),
+        LINKS: (Type.STRING_ARRAY, [''] * number),
+        FLAGS: (Type.INT32, [0] * number),
+        USERS: (Type.STRING_ARRAY, ['root'] * number),
+        GROUPS: (Type.STRING_ARRAY, ['root'] * number),
+        DIRECTORY_INDEXES: (Type.INT32, [0] * number),
+        BASE_NAMES: (Type.STRING_ARRAY, launchers),
+        DIRECTORY_NAMES: (Type.STRING_ARRAY, [APPLICATIONS]),
+        PAYLOAD: (Type.STRING, 'cpio'),
+    })
