@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 // The floor of a silent installation: a bare service that makes the same bus
-// calls and reads each file with the same calls of librpm.
+// calls and reads each file with the same calls of librpm, twice: once for the
+// name of what it replaces, once to install it.
 
 #include "installation.h"
 
@@ -17,16 +18,16 @@
 BareInstallation::BareInstallation()
     : m_developerMode(QStringLiteral("ru.quon.developermode"), QStringLiteral("/"),
                       QStringLiteral("ru.quon.developermode"), QDBusConnection::systemBus())
-    , m_packageManager(QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"), QStringLiteral("ru.quon.ZARN"),
-                       QDBusConnection::systemBus())
 {
 }
 
 void BareInstallation::installFiles(const QStringList &files, bool sdkMode, bool keepUserdata)
 {
-    Q_UNUSED(sdkMode)
-    Q_UNUSED(keepUserdata)
-
+    if (sdkMode) {
+        for (const QString &file : files) {
+            removePackages({bareRead(QFile::encodeName(file).constData()).name}, keepUserdata);
+        }
+    }
     m_files = files;
     installNext();
 }

@@ -3,12 +3,10 @@
 
 #pragma once
 
-#include <QDBusInterface>
-#include <QObject>
-#include <QStringList>
+#include "bareremoval.h"
 
-/** Installs files one after the other, unasked, one request at a time. */
-class BareInstallation : public QObject
+/** Installs files one after the other, unasked, one request at a time, and removes what they replace before. */
+class BareInstallation : public BareRemoval
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.velmoraos.installationhandler")
@@ -25,6 +23,5 @@ private:
     void installNext();
 
     QDBusInterface m_developerMode;
-    QDBusInterface m_packageManager;
     QStringList m_files;
 };

@@ -5,14 +5,16 @@
 import os
 import sys
 
-from . import dialog, idle, installation, neighbours, reads, startup
+from . import dialog, idle, installation, lookup, neighbours, reads, removal, startup
 from .figure import table
 
 GROUPS = {
     "startup": startup.figures,
     "idle": idle.figures,
     "installation": installation.figures,
+    "removal": removal.figures,
     "read": reads.figures,
+    "lookup": lookup.figures,
     "dialog": dialog.figures,
     "neighbours": neighbours.figures,
 }

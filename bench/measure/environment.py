@@ -94,6 +94,11 @@ def peers():
     return Service("org.orrinmobile.rozzle", tool("bench-peers"))
 
 
+def packagekit():
+    """PackageKit's daemon, on the system bus."""
+    return Service("org.freedesktop.PackageKit", tool("bench-packagekit"), bus=dbus.SystemBus())
+
+
 def stopwatch(name, *arguments, **environment):
     """Runs a stopwatch; the samples of each of its programs, in the order of the command line."""
     done = subprocess.run([tool("stopwatch-" + name), *map(str, arguments)], env=os.environ | environment,
@@ -111,12 +116,16 @@ def package(size):
     """An unsigned package with a payload of so many bytes (K, M); kept in the build folder."""
     path = PACKAGES / f"{size}.rpm"
     if not path.exists():
-        subprocess.run(["rpmbuild", "-bb", "--quiet", "--define", f"payload {size}",
-                        "--define", "_binary_payload w0.gzdio", "--define", "_topdir /tmp/rpmbuild",
-                        "--define", f"_rpmdir {PACKAGES}", "--define", f"_rpmfilename {size}.rpm.new",
-                        SOURCE / "packages/payload.spec"], check=True, stdout=subprocess.DEVNULL)
+        build_packages("payload.spec", PACKAGES, f"{size}.rpm.new", f"payload {size}", "_binary_payload w0.gzdio")
         path.with_suffix(".rpm.new").rename(path)
     return path
+
+
+def build_packages(spec, folder, file_name, *macros):
+    """Builds the packages of one of our specs into the folder."""
+    macros = [*macros, "_topdir /tmp/rpmbuild", f"_rpmdir {folder}", f"_rpmfilename {file_name}"]
+    subprocess.run(["rpmbuild", "-bb", "--quiet", *(word for macro in macros for word in ("--define", macro)),
+                    SOURCE / "packages" / spec], check=True, stdout=subprocess.DEVNULL)
 
 
 def folder_of(count):

@@ -16,6 +16,20 @@ class AtMost:
     def __str__(self):
         return f"≤ {self.limit:g}" + (" ×" if self.of_floor else "")
 
+    def is_met(self, ours, bare):
+        return (ours / bare if self.of_floor else ours) <= self.limit
+
+
+@dataclass(frozen=True)
+class AtMostMore(AtMost):
+    """A bar: by how much the product's value is above the floor's."""
+
+    def __str__(self):
+        return f"≤ floor + {self.limit:g}"
+
+    def is_met(self, ours, bare):
+        return ours - bare <= self.limit
+
 
 @dataclass
 class Figure:
@@ -43,8 +57,7 @@ class Figure:
     def verdict(self):
         if self.bar is None:
             return ""
-        value = self.ratio() if self.bar.of_floor else median(self.product)
-        return "met" if value <= self.bar.limit else "MISSED"
+        return "met" if self.bar.is_met(median(self.product), median(self.floor)) else "MISSED"
 
     def cells(self):
         ratio = self.ratio()

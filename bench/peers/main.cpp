@@ -24,6 +24,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     qDBusRegisterMetaType<QList<qlonglong>>();
+    qDBusRegisterMetaType<PackageRecord>();
 
     DeveloperMode developerMode;
     PackageManager packageManager;

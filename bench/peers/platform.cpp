@@ -22,6 +22,21 @@ void PackageManager::Install(const QString &path, const QVariantMap &options)
     m_stamps.append(duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
+PackageRecord PackageManager::GetPackage(const QString &name)
+{
+    if (!name.startsWith(QLatin1String("bench-"))) {
+        sendErrorReply(QStringLiteral("ru.quon.ZARN.Error.UnknownPackage"), name);
+        return {};
+    }
+    return {{QStringLiteral("name"), name}, {QStringLiteral("version"), QStringLiteral("1.0-1")}};
+}
+
+void PackageManager::Remove(const QString &name, const QVariantMap &options)
+{
+    Q_UNUSED(name)
+    Q_UNUSED(options)
+}
+
 QList<qlonglong> PackageManager::TakeStamps()
 {
     QList<qlonglong> stamps;
@@ -32,6 +47,12 @@ QList<qlonglong> PackageManager::TakeStamps()
 void Hooks::OnRemove(const QString &package)
 {
     Q_UNUSED(package)
+}
+
+void LauncherModel::updatingStarted(const QString &package, const QString &, const QString &, const QString &launcher)
+{
+    Q_UNUSED(package)
+    Q_UNUSED(launcher)
 }
 
 void LauncherModel::updatingFinished(const QString &package)

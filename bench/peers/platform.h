@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include <QDBusContext>
 #include <QList>
+#include <QMap>
 #include <QObject>
 #include <QVariantMap>
 
@@ -17,14 +19,24 @@ public:
     Q_INVOKABLE bool IsSilentInstallationEnabled();
 };
 
-/** The package manager: installs at once, and only in its memory. */
-class PackageManager : public QObject
+/** A package, as the package manager describes it; on the bus a{ss}. */
+using PackageRecord = QMap<QString, QString>;
+
+Q_DECLARE_METATYPE(PackageRecord)
+
+/** The package manager: installs and removes at once, and nothing at all. */
+class PackageManager : public QObject, protected QDBusContext
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "ru.quon.ZARN")
 
 public:
     Q_INVOKABLE void Install(const QString &path, const QVariantMap &options);
+
+    /** It knows all names that begin with "bench-"; any other package is a native one. */
+    Q_INVOKABLE PackageRecord GetPackage(const QString &name);
+
+    Q_INVOKABLE void Remove(const QString &name, const QVariantMap &options);
 
     /** When each "Install" came in, in microseconds of the monotonic clock; they are forgotten then. */
     Q_INVOKABLE QList<qlonglong> TakeStamps();
@@ -50,6 +62,7 @@ class LauncherModel : public QObject
     Q_CLASSINFO("D-Bus Interface", "org.orrinmobile.rozzle.LauncherModel")
 
 public:
+    Q_INVOKABLE void updatingStarted(const QString &package, const QString &, const QString &, const QString &launcher);
     Q_INVOKABLE void updatingFinished(const QString &package);
 };
 

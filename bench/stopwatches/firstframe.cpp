@@ -25,7 +25,7 @@ struct Subject
 {
     Subject(const QString &service, const QString &command)
         : process(service, command.split(QLatin1Char(' ')))
-        , requests(service)
+        , requests(service, QStringLiteral("installFinished"))
     {
     }
 

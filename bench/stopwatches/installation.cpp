@@ -30,7 +30,7 @@ int main(int argc, char **argv)
 
     std::vector<std::unique_ptr<Requests>> services;
     for (const QString &service : qAsConst(arguments)) {
-        services.push_back(std::make_unique<Requests>(service));
+        services.push_back(std::make_unique<Requests>(service, QStringLiteral("installFinished")));
     }
     for (int round = 0; round < rounds; ++round) {
         for (std::size_t i = 0; i < services.size(); ++i) {

@@ -3,8 +3,7 @@
 
 // Reads of one package file, the product's reader (0) and the same calls of
 // librpm bare (1).
-// PROGRAM time ROUNDS FILE: microseconds of processor time a read, in turn;
-// reading waits for nobody, so that this is all there is but for the disk
+// PROGRAM time ROUNDS FILE: microseconds of processor time a read, in turn
 // PROGRAM memory READS FILE 0|1: bytes of memory gained a read
 
 #include "bareread.h"
@@ -17,31 +16,12 @@
 #include <malloc.h>
 
 #include <cstring>
-#include <ctime>
 #include <functional>
 
 namespace {
 
 // Until librpm and the allocator have settled.
 constexpr int WarmUp = 100;
-
-double processorTime()
-{
-    timespec time;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return 1e6 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_nsec);
-}
-
-void measureTime(int rounds, const std::function<void()> (&reads)[2])
-{
-    for (int round = 0; round < rounds; ++round) {
-        for (int i = 0; i < 2; ++i) {
-            const double begun = processorTime();
-            reads[i]();
-            print(i, processorTime() - begun);
-        }
-    }
-}
 
 double memoryInUse()
 {
@@ -78,7 +58,7 @@ int main(int argc, char **argv)
     };
     const int count = std::atoi(argv[2]);
     if (time) {
-        measureTime(count, reads);
+        printProcessorTimes(count, reads);
     } else {
         const int reader = std::atoi(argv[4]);
         print(reader, memoryGained(count, reads[reader]));

@@ -15,42 +15,61 @@ const QString Interface = QStringLiteral("org.velmoraos.installationhandler");
 
 }
 
-Requests::Requests(const QString &service)
+Requests::Requests(const QString &service, const QString &outcome)
     : m_service(service)
+    , m_outcome(outcome)
 {
-    QDBusConnection::sessionBus().connect(m_service, Path, Interface, QStringLiteral("installFinished"), this,
-                                          SLOT(finished()));
+    QDBusConnection::sessionBus().connect(m_service, Path, Interface, m_outcome, this, SLOT(finished(bool,QString)));
 }
 
 double Requests::install(const QStringList &files)
 {
     const double asked = now();
-    send(files, true);
+    requestInstallation(files, true);
     awaitOutcome();
+    return m_finishedAt - asked;
+}
+
+double Requests::remove(const QString &package)
+{
+    const double asked = now();
+    send(QStringLiteral("removePackages"), {QStringList{package}, false});
+    awaitOutcome();
+    if (!m_success) {
+        fail(m_service + QStringLiteral(" does not remove ") + package + QStringLiteral(": ") + m_error);
+    }
     return m_finishedAt - asked;
 }
 
 double Requests::ask(const QString &file)
 {
     const double asked = now();
-    send({file}, false);
+    requestInstallation({file}, false);
     return asked;
 }
 
 void Requests::awaitOutcome()
 {
-    waitUntil([this]() { return !m_pending; }, QStringLiteral("installFinished of ") + m_service);
+    waitUntil([this]() { return !m_pending; }, m_outcome + QStringLiteral(" of ") + m_service);
 }
 
-void Requests::send(const QStringList &files, bool sdkMode)
+void Requests::requestInstallation(const QStringList &files, bool sdkMode)
+{
+    send(QStringLiteral("installFiles"), {files, sdkMode, false});
+}
+
+void Requests::send(const QString &method, const QVariantList &arguments)
 {
     m_pending = true;
-    QDBusMessage call = QDBusMessage::createMethodCall(m_service, Path, Interface, QStringLiteral("installFiles"));
-    QDBusConnection::sessionBus().send(call << files << sdkMode << false);
+    QDBusMessage call = QDBusMessage::createMethodCall(m_service, Path, Interface, method);
+    call.setArguments(arguments);
+    QDBusConnection::sessionBus().send(call);
 }
 
-void Requests::finished()
+void Requests::finished(bool success, const QString &errorString)
 {
     m_finishedAt = now();
+    m_success = success;
+    m_error = errorString;
     m_pending = false;
 }
