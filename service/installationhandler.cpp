@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDebug>
+#include <QScopedValueRollback>
 #include <QUrl>
 
 #include <algorithm>
@@ -135,10 +136,26 @@ void InstallationHandler::transactionFinished(bool success, const QString &error
     transaction->disconnect();
     transaction->deleteLater();
     endTransaction();
-    processNextTransaction();
+    // What finishes inside its own start() is followed up by whoever started it:
+    // the stack stays flat, however many are waiting.
+    if (m_isStarting) {
+        ++m_startsDue;
+    } else {
+        processNextTransaction();
+    }
 }
 
 void InstallationHandler::processNextTransaction()
+{
+    const QScopedValueRollback<bool> starting(m_isStarting, true);
+    startNextTransaction();
+    while (m_startsDue > 0) {
+        --m_startsDue;
+        startNextTransaction();
+    }
+}
+
+void InstallationHandler::startNextTransaction()
 {
     if (!m_pendingTransactions.isEmpty()) {
         ++m_transactionCount;
@@ -147,8 +164,8 @@ void InstallationHandler::processNextTransaction()
         transaction->setTransactionView(&m_transactionView);
         transaction->start();
     }
-    // The transaction may have finished inside its start() and others with it:
-    // what counts is the state now.
+    // The transaction may have finished inside its start(): what counts is the
+    // state now.
     updateIdleTimer();
 }
 

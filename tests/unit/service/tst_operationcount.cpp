@@ -33,6 +33,8 @@ private Q_SLOTS:
     void countsWhatNeverEnds();
     void noticesOneEndTooMany();
     void goesOnInsideAnEnd();
+    void goesOnToTheNextDialogInsideAnEnd();
+    void endsAnyNumberInARow();
     void takesCallsInsideAnEnd();
     void releasesWhatHasFinished();
     void leavesWaitingTransactionsAlive();
@@ -110,6 +112,46 @@ void OperationCountTest::goesOnInsideAnEnd()
                                      finished(false, Aborted, QStringLiteral("1 running, 2 waiting")),
                                      finished(true, QString(), QStringLiteral("1 running, 1 waiting")),
                                      finished(true, QString(), QStringLiteral("1 running, 0 waiting")), Destroyed}));
+    QCOMPARE(state(), Idle);
+}
+
+// What is still waiting stays behind the dialog that came up in between.
+void OperationCountTest::goesOnToTheNextDialogInsideAnEnd()
+{
+    m_handler->installFiles({packageFile(Plain)});
+    m_handler->installFiles({});
+    m_handler->installFiles({packageFile(Plain)});
+    m_handler->installFiles({});
+    m_journal.clear();
+    dismiss();
+
+    QCOMPARE(entries(), QStringList({endRequest(Plain, 1000000),
+                                     finished(false, Aborted, QStringLiteral("1 running, 3 waiting")),
+                                     finished(true, QString(), QStringLiteral("1 running, 2 waiting"))})
+                                + asking(Plain) + QStringList(Destroyed));
+    QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
+}
+
+// Each would need a piece of the stack if it were started inside the end of the one before.
+void OperationCountTest::endsAnyNumberInARow()
+{
+    constexpr int Many = 100000;
+    m_handler->installFiles({packageFile(Plain)});
+    for (int i = 0; i < Many; ++i) {
+        m_handler->installFiles({});
+    }
+    QCOMPARE(state(), QStringLiteral("1 running, %1 waiting").arg(Many));
+    disconnect(m_handler.get(), &InstallationHandler::installFinished, this, nullptr);
+    int ended = 0;
+    int atOnce = 0;
+    connect(m_handler.get(), &InstallationHandler::installFinished, this, [&] {
+        ++ended;
+        atOnce = qMax(atOnce, HandlerInternals::count(m_handler.get()));
+    });
+    dismiss();
+
+    QCOMPARE(ended, 1 + Many);
+    QCOMPARE(atOnce, 1);
     QCOMPARE(state(), Idle);
 }
 
