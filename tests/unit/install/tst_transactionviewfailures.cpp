@@ -51,6 +51,7 @@ private Q_SLOTS:
     void noEngine();
     void publishesNothingWithoutEngine();
     void rootIsNoWindow();
+    void rootCannotBeCreated();
     void keepsTheDialogWhenTheNextCannotBeLoaded();
     void losesTheDialogWhenTheNextIsNoWindow();
     void recovers();
@@ -141,6 +142,24 @@ void TransactionViewFailuresTest::rootIsNoWindow()
     QVERIFY(settle());
     QCOMPARE(entries(), QStringList({NeedConfirm, NoWindow}));
     QCOMPARE(survivor.name(), QStringLiteral("left alive"));
+}
+
+// Such a file loads without a complaint.
+void TransactionViewFailuresTest::rootCannotBeCreated()
+{
+    m_dialog->write("import QtQuick.Window 2.15\nWindow { required property int number }\n");
+    m_view->showConfirmation(&m_package);
+
+    QVERIFY(!m_view->hasWindow());
+    QVERIFY(settle());
+    QCOMPARE(entries(), QStringList({
+                                NeedConfirm,
+                                QStringLiteral("warning: Failed to cast component to window "
+                                               "(file:///usr/share/velmora-installationhandler//SideloadDialog.qml:"
+                                               "2:10: Required property number was not initialized\n"
+                                               "    Window { required property int number }\n"
+                                               "             ^)"),
+                        }));
 }
 
 void TransactionViewFailuresTest::keepsTheDialogWhenTheNextCannotBeLoaded()
