@@ -60,16 +60,22 @@ Window {
         }
     }
 
+    // A key that is still held down from before the dialog came up is no answer. A button takes any release of the Space
+    // key for a click, be it a repeated one or one without a press.
+    function isHeldSpace(release, isPressed) {
+        return release.key === Qt.Key_Space && (release.isAutoRepeat || !isPressed)
+    }
+
     function handleKey(event) {
         event.accepted = true
         switch (event.key) {
         case Qt.Key_Escape:
         case Qt.Key_Back:
-            answer(dismissed)
+            if (!event.isAutoRepeat)
+                answer(dismissed)
             break
         case Qt.Key_Return:
         case Qt.Key_Enter:
-            // A key that is still held down from before the dialog came up is no answer.
             if (!event.isAutoRepeat && activeFocusItem.clicked)
                 activeFocusItem.clicked()
             break
@@ -100,6 +106,8 @@ Window {
     width: Screen.width
     height: Screen.height
     onClosing: answer(dismissed)
+    // Nobody can answer what cannot be painted. Without this the toolkit would end the whole program.
+    onSceneGraphError: answer(dismissed)
 
     SystemPalette { id: palette }
 
@@ -142,10 +150,12 @@ Window {
                 focus: true
                 //: Button that closes the dialog without installing anything; as short as possible
                 //% "Cancel"
-                text: qsTrId("installationhandler-bt-cancel")
+                text: qsTrId("installationhandler-cancel")
                 Accessible.role: Accessible.Button
                 Accessible.name: text
                 onClicked: dialog.answer(dialog.dismissed)
+                Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
+                Keys.onReleased: (event) => event.accepted = dialog.isHeldSpace(event, pressed)
                 contentItem: Text {
                     text: cancel.text
                     color: palette.text
@@ -166,10 +176,12 @@ Window {
                 height: actions.cellHeight
                 //: Button that starts the installation; as short as possible
                 //% "Install"
-                text: qsTrId("installationhandler-bt-install")
+                text: qsTrId("installationhandler-install")
                 Accessible.role: Accessible.Button
                 Accessible.name: text
                 onClicked: dialog.answer(dialog.requestInstall)
+                Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
+                Keys.onReleased: (event) => event.accepted = dialog.isHeldSpace(event, pressed)
                 contentItem: Text {
                     text: install.text
                     color: palette.highlightedText
@@ -208,7 +220,7 @@ Window {
                     width: page.column
                     //: Heading of the dialog that asks whether a package file is to be installed
                     //% "Install this app?"
-                    text: qsTrId("installationhandler-he-install_app")
+                    text: qsTrId("installationhandler-install-question")
                     font.pixelSize: 1.4 * dialog.font
                     color: palette.text
                     horizontalAlignment: Text.AlignLeft
@@ -281,11 +293,13 @@ Window {
                             Accessible.name: text
                             //: Spoken by screen readers for the shortened path of the package file, which can be pressed
                             //% "Shows the whole path of the package file"
-                            Accessible.description: qsTrId("installationhandler-la-show_path")
+                            Accessible.description: qsTrId("installationhandler-show-path")
                             onClicked: expanded = !expanded
+                            Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
+                            Keys.onReleased: (event) => event.accepted = dialog.isHeldSpace(event, pressed)
                             onVisualFocusChanged: dialog.reveal(file)
-                            leftInset: -8
-                            rightInset: -8
+                            leftInset: -dialog.gap / 2
+                            rightInset: -dialog.gap / 2
                             background: Rectangle {
                                 visible: file.visualFocus || file.pressed || file.hovered
                                 radius: dialog.gap / 2
@@ -313,7 +327,7 @@ Window {
                     width: page.column
                     //: Warning below the details of a package that the user got elsewhere than in the app store
                     //% "This app does not come from the store. Install it only if you trust its source."
-                    text: qsTrId("installationhandler-la-untrusted_source")
+                    text: qsTrId("installationhandler-untrusted-source")
                     color: palette.text
                     leftPadding: dialog.gap
                     rightPadding: leftPadding

@@ -12,27 +12,27 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>Notification shown when the device&apos;s policy forbids the user to install applications %1 is the operating system&apos;s name</extracomment>
         <translation>%1-laitekäytäntö estää sovellusten asentamisen</translation>
     </message>
-    <message id="installationhandler-bt-cancel">
+    <message id="installationhandler-cancel">
         <source>Cancel</source>
         <extracomment>Button that closes the dialog without installing anything; as short as possible</extracomment>
         <translation>Peru</translation>
     </message>
-    <message id="installationhandler-bt-install">
+    <message id="installationhandler-install">
         <source>Install</source>
         <extracomment>Button that starts the installation; as short as possible</extracomment>
         <translation>Asenna</translation>
     </message>
-    <message id="installationhandler-he-install_app">
+    <message id="installationhandler-install-question">
         <source>Install this app?</source>
         <extracomment>Heading of the dialog that asks whether a package file is to be installed</extracomment>
         <translation>Asennetaanko tämä sovellus?</translation>
     </message>
-    <message id="installationhandler-la-show_path">
+    <message id="installationhandler-show-path">
         <source>Shows the whole path of the package file</source>
         <extracomment>Spoken by screen readers for the shortened path of the package file, which can be pressed</extracomment>
         <translation>Näyttää pakettitiedoston koko polun</translation>
     </message>
-    <message id="installationhandler-la-untrusted_source">
+    <message id="installationhandler-untrusted-source">
         <source>This app does not come from the store. Install it only if you trust its source.</source>
         <extracomment>Warning below the details of a package that the user got elsewhere than in the app store</extracomment>
         <translation>Tämä sovellus ei ole peräisin sovelluskaupasta. Asenna se vain, jos luotat sen lähteeseen.</translation>

@@ -15,10 +15,10 @@ class PackageTexts : public QObject
     Q_PROPERTY(QString fileName MEMBER fileName NOTIFY fileNameChanged)
 
 public:
-    QString name = QStringLiteral("harbour-lighthouse");
+    QString name = QStringLiteral("lighthouse-tides");
     QString version = QStringLiteral("2.4.1");
     QString summary = QStringLiteral("Tide tables and weather for small boats");
-    QString fileName = QStringLiteral("/home/user/Downloads/harbour-lighthouse-2.4.1-1.armv7hl.rpm");
+    QString fileName = QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.armv7hl.rpm");
 
 Q_SIGNALS:
     void nameChanged();

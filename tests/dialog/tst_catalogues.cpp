@@ -42,7 +42,7 @@ void CataloguesTest::findsCatalogueOfLocale()
     const Catalogues catalogues{QLocale(QLatin1String(QTest::currentDataTag()))};
 
     QVERIFY(catalogues.hasOwn());
-    QCOMPARE(qtTrId("installationhandler-bt-install"), install);
+    QCOMPARE(qtTrId("installationhandler-install"), install);
 }
 
 void CataloguesTest::speaksEnglishOtherwise_data()
@@ -62,7 +62,7 @@ void CataloguesTest::speaksEnglishOtherwise()
     const Catalogues catalogues(locale);
 
     QVERIFY(!catalogues.hasOwn());
-    QCOMPARE(qtTrId("installationhandler-bt-install"), QStringLiteral("Install"));
+    QCOMPARE(qtTrId("installationhandler-install"), QStringLiteral("Install"));
     QCOMPARE(qtTrId("installationhandler-user-aborted"), QStringLiteral("The user cancelled the installation"));
 }
 

@@ -66,7 +66,7 @@ void DialogAccessibilityTest::tellsWhatItIs()
     QCOMPARE(page->role(), QAccessible::Dialog);
     QCOMPARE(page->text(QAccessible::Name), QStringLiteral("Install this app?"));
     QCOMPARE(page->text(QAccessible::Description),
-             QStringLiteral("harbour-lighthouse 2.4.1\n"
+             QStringLiteral("lighthouse-tides 2.4.1\n"
                             "Tide tables and weather for small boats\n"
                             "This app does not come from the store. Install it only if you trust its source."));
 }

@@ -53,6 +53,33 @@ void close(const ShownDialog &dialog)
     dialog.window()->close();
 }
 
+void send(const ShownDialog &dialog, QEvent::Type type, int key, const QString &text, bool isRepeated)
+{
+    QKeyEvent event(type, key, Qt::NoModifier, text, isRepeated);
+    QCoreApplication::sendEvent(dialog.window(), &event);
+}
+
+/** What the toolkit makes of a key that is held down. */
+void repeat(const ShownDialog &dialog, int key, const QString &text)
+{
+    for (int i = 0; i < 3; ++i) {
+        send(dialog, QEvent::KeyRelease, key, text, true);
+        send(dialog, QEvent::KeyPress, key, text, true);
+    }
+}
+
+void heldKeys()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("Enter") << int(Qt::Key_Return) << QStringLiteral("\r");
+    QTest::newRow("Enter of the number pad") << int(Qt::Key_Enter) << QStringLiteral("\r");
+    QTest::newRow("Space") << int(Qt::Key_Space) << QStringLiteral(" ");
+    QTest::newRow("Escape") << int(Qt::Key_Escape) << QStringLiteral("\x1b");
+    QTest::newRow("Back") << int(Qt::Key_Back) << QString();
+}
+
 }
 
 /** Every way of answering the dialog, and that one answer is all it ever gives. */
@@ -70,6 +97,8 @@ private Q_SLOTS:
     void twoFingersGiveOneAnswer();
     void keyHeldDownSinceBeforeIsNoAnswer_data();
     void keyHeldDownSinceBeforeIsNoAnswer();
+    void keyHeldDownAnswersOnce_data();
+    void keyHeldDownAnswersOnce();
     void otherInputIsNoAnswer_data();
     void otherInputIsNoAnswer();
 };
@@ -191,11 +220,7 @@ void DialogAnswersTest::twoFingersGiveOneAnswer()
 
 void DialogAnswersTest::keyHeldDownSinceBeforeIsNoAnswer_data()
 {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("Enter") << int(Qt::Key_Return) << QStringLiteral("\r");
-    QTest::newRow("Enter of the number pad") << int(Qt::Key_Enter) << QStringLiteral("\r");
+    heldKeys();
 }
 
 void DialogAnswersTest::keyHeldDownSinceBeforeIsNoAnswer()
@@ -205,14 +230,32 @@ void DialogAnswersTest::keyHeldDownSinceBeforeIsNoAnswer()
     PackageTexts texts;
     const ShownDialog dialog(&texts);
 
-    for (int i = 0; i < 3; ++i) {
-        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text, true);
-        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text, true);
-        QCoreApplication::sendEvent(dialog.window(), &release);
-        QCoreApplication::sendEvent(dialog.window(), &press);
-    }
+    repeat(dialog, key, text);
+    send(dialog, QEvent::KeyRelease, key, text, false);
 
     QCOMPARE(dialog.requested() + dialog.dismissed(), 0);
+    QTest::keyClick(dialog.window(), Qt::Key(key));
+    QCOMPARE(dialog.dismissed(), 1);
+}
+
+void DialogAnswersTest::keyHeldDownAnswersOnce_data()
+{
+    heldKeys();
+}
+
+void DialogAnswersTest::keyHeldDownAnswersOnce()
+{
+    QFETCH(int, key);
+    QFETCH(QString, text);
+    PackageTexts texts;
+    const ShownDialog dialog(&texts);
+    QTest::keyClick(dialog.window(), Qt::Key_Tab);
+
+    send(dialog, QEvent::KeyPress, key, text, false);
+    repeat(dialog, key, text);
+    send(dialog, QEvent::KeyRelease, key, text, false);
+
+    QCOMPARE(dialog.requested() + dialog.dismissed(), 1);
 }
 
 void DialogAnswersTest::otherInputIsNoAnswer_data()

@@ -59,10 +59,10 @@ void DialogTextsTest::showsThePackage()
     PackageTexts texts;
     const ShownDialog dialog(&texts);
 
-    QCOMPARE(shown(dialog, "name"), QStringLiteral("harbour-lighthouse"));
+    QCOMPARE(shown(dialog, "name"), QStringLiteral("lighthouse-tides"));
     QCOMPARE(shown(dialog, "version"), QStringLiteral("2.4.1"));
     QCOMPARE(shown(dialog, "summary"), QStringLiteral("Tide tables and weather for small boats"));
-    QCOMPARE(shown(dialog, "path"), QStringLiteral("/home/user/Downloads/harbour-lighthouse-2.4.1-1.armv7hl.rpm"));
+    QCOMPARE(shown(dialog, "path"), QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.armv7hl.rpm"));
 }
 
 void DialogTextsTest::showsWhatItWasOpenedWith()
@@ -74,7 +74,7 @@ void DialogTextsTest::showsWhatItWasOpenedWith()
     texts.reset();
     dialog.awaitFrame();
 
-    QCOMPARE(shown(dialog, "name"), QStringLiteral("harbour-lighthouse"));
+    QCOMPARE(shown(dialog, "name"), QStringLiteral("lighthouse-tides"));
     QTest::keyClick(dialog.window(), Qt::Key_Escape);
     QCOMPARE(dialog.dismissed(), 1);
 }
