@@ -128,7 +128,7 @@ Window {
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.Dialog
         Accessible.name: question.text
-        Accessible.description: name.text + " " + version.text + "\n" + summary.text + "\n" + warning.text
+        Accessible.description: warning.text + "\n" + name.text + " " + version.text + "\n" + summary.text
         Keys.onPressed: (event) => dialog.handleKey(event)
 
         Grid {
@@ -226,6 +226,28 @@ Window {
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
+                // Above the details: no text of a stranger is long enough to push it away.
+                Text {
+                    id: warning
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                    width: page.column
+                    //: Warning above the details of a package that the user got elsewhere than in the app store
+                    //% "This app does not come from the store. Install it only if you trust its source."
+                    text: qsTrId("installationhandler-untrusted-source")
+                    color: palette.text
+                    leftPadding: dialog.gap
+                    rightPadding: leftPadding
+                    horizontalAlignment: Text.AlignLeft
+                    wrapMode: Text.Wrap
+
+                    Rectangle {
+                        anchors.left: parent.left
+                        width: dialog.gap / 4
+                        height: parent.height
+                        color: palette.highlight
+                    }
+                }
                 Rectangle {
                     id: card
                     width: page.column
@@ -241,6 +263,7 @@ Window {
                         readonly property real column: page.column - 2 * padding
 
                         padding: dialog.gap
+                        topPadding: name.visible || version.visible || summary.visible ? padding : spacing
                         bottomPadding: spacing
                         spacing: dialog.gap / 2
 
@@ -318,27 +341,6 @@ Window {
                                 wrapMode: file.expanded ? Text.WrapAnywhere : Text.NoWrap
                             }
                         }
-                    }
-                }
-                Text {
-                    id: warning
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
-                    width: page.column
-                    //: Warning below the details of a package that the user got elsewhere than in the app store
-                    //% "This app does not come from the store. Install it only if you trust its source."
-                    text: qsTrId("installationhandler-untrusted-source")
-                    color: palette.text
-                    leftPadding: dialog.gap
-                    rightPadding: leftPadding
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-
-                    Rectangle {
-                        anchors.left: parent.left
-                        width: dialog.gap / 4
-                        height: parent.height
-                        color: palette.highlight
                     }
                 }
             }

@@ -34,7 +34,7 @@ SPDX-License-Identifier: BSD-3-Clause
     </message>
     <message id="installationhandler-untrusted-source">
         <source>This app does not come from the store. Install it only if you trust its source.</source>
-        <extracomment>Warning below the details of a package that the user got elsewhere than in the app store</extracomment>
+        <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
         <translation>هذا التطبيق ليس من المتجر. لا تثبّته إلا إذا كنت تثق بمصدره.</translation>
     </message>
     <message id="installationhandler-user-aborted">

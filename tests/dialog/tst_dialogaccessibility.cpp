@@ -66,9 +66,9 @@ void DialogAccessibilityTest::tellsWhatItIs()
     QCOMPARE(page->role(), QAccessible::Dialog);
     QCOMPARE(page->text(QAccessible::Name), QStringLiteral("Install this app?"));
     QCOMPARE(page->text(QAccessible::Description),
-             QStringLiteral("lighthouse-tides 2.4.1\n"
-                            "Tide tables and weather for small boats\n"
-                            "This app does not come from the store. Install it only if you trust its source."));
+             QStringLiteral("This app does not come from the store. Install it only if you trust its source.\n"
+                            "lighthouse-tides 2.4.1\n"
+                            "Tide tables and weather for small boats"));
 }
 
 void DialogAccessibilityTest::speaksTheUsersLanguage()
@@ -91,9 +91,10 @@ void DialogAccessibilityTest::textsAreRead()
     QStringList read;
     appendTexts(interfaceOf(dialog.window()), &read);
 
-    QCOMPARE(read, QStringList({QStringLiteral("Install this app?"), texts.name, texts.version, texts.summary,
+    QCOMPARE(read, QStringList({QStringLiteral("Install this app?"),
                                 QStringLiteral("This app does not come from the store. "
-                                               "Install it only if you trust its source.")}));
+                                               "Install it only if you trust its source."),
+                                texts.name, texts.version, texts.summary}));
 }
 
 void DialogAccessibilityTest::actionsHaveRoleAndName()

@@ -39,6 +39,9 @@ private Q_SLOTS:
     void actionsFitAfterTurning();
     void everythingFitsOrScrolls_data();
     void everythingFitsOrScrolls();
+    void longTextsLeaveTheWarningInSight_data();
+    void longTextsLeaveTheWarningInSight();
+    void pathAloneIsInTheMiddleOfItsCard();
     void keysScroll();
     void fingerScrolls();
     void focusedPathIsInSight();
@@ -145,6 +148,34 @@ void DialogLayoutTest::everythingFitsOrScrolls()
         const QRectF place = ShownDialog::place(text);
         QVERIFY(place.left() >= 0 && place.right() <= size.width());
     }
+}
+
+void DialogLayoutTest::longTextsLeaveTheWarningInSight_data()
+{
+    QTest::addColumn<QSize>("size");
+
+    QTest::newRow("phone") << Phone;
+    QTest::newRow("phone on its side") << Phone.transposed();
+    QTest::newRow("small phone") << QSize(320, 480);
+}
+
+void DialogLayoutTest::longTextsLeaveTheWarningInSight()
+{
+    QFETCH(QSize, size);
+    const ShownDialog dialog(longTexts(), size);
+
+    QVERIFY(ShownDialog::place(dialog.item("body")).contains(ShownDialog::place(dialog.item("warning"))));
+}
+
+void DialogLayoutTest::pathAloneIsInTheMiddleOfItsCard()
+{
+    PackageTexts texts;
+    texts.name.clear();
+    texts.version.clear();
+    texts.summary.clear();
+    const ShownDialog dialog(&texts);
+
+    QCOMPARE(ShownDialog::place(dialog.item("file")).center(), ShownDialog::place(dialog.item("card")).center());
 }
 
 void DialogLayoutTest::keysScroll()
