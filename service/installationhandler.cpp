@@ -136,37 +136,34 @@ void InstallationHandler::transactionFinished(bool success, const QString &error
     transaction->disconnect();
     transaction->deleteLater();
     endTransaction();
-    // What finishes inside its own start() is followed up by whoever started it:
-    // the stack stays flat, however many are waiting.
-    if (m_isStarting) {
-        ++m_startsDue;
+    if (transaction == m_starting) {
+        m_starting = nullptr;
     } else {
         processNextTransaction();
     }
 }
 
+// What finishes inside its own start() is followed by the next one from here
+// rather than from inside its end: the stack stays flat, however many wait.
 void InstallationHandler::processNextTransaction()
 {
-    const QScopedValueRollback<bool> starting(m_isStarting, true);
-    startNextTransaction();
-    while (m_startsDue > 0) {
-        --m_startsDue;
-        startNextTransaction();
+    bool finished = true;
+    while (finished && !m_pendingTransactions.isEmpty()) {
+        finished = startNextTransaction();
     }
+    // Others may have finished meanwhile: what counts is the state now.
+    updateIdleTimer();
 }
 
-void InstallationHandler::startNextTransaction()
+bool InstallationHandler::startNextTransaction()
 {
-    if (!m_pendingTransactions.isEmpty()) {
-        ++m_transactionCount;
-        m_idleTimer.stop();
-        InstallTransaction *transaction = m_pendingTransactions.takeFirst();
-        transaction->setTransactionView(&m_transactionView);
-        transaction->start();
-    }
-    // The transaction may have finished inside its start(): what counts is the
-    // state now.
-    updateIdleTimer();
+    ++m_transactionCount;
+    m_idleTimer.stop();
+    InstallTransaction *transaction = m_pendingTransactions.takeFirst();
+    const QScopedValueRollback<InstallTransaction *> starting(m_starting, transaction);
+    transaction->setTransactionView(&m_transactionView);
+    transaction->start();
+    return !m_starting;
 }
 
 void InstallationHandler::beginTransaction()

@@ -85,7 +85,7 @@ private Q_SLOTS:
 private:
     void removeInstalledVersions(const QStringList &fileUrls, bool keepUserdata);
     void processNextTransaction();
-    void startNextTransaction();
+    bool startNextTransaction();
     void updateIdleTimer();
 
     TransactionView m_transactionView;
@@ -98,6 +98,6 @@ private:
     QDBusInterface m_hooks;
     PackageRemoval m_packageRemoval;
     DesktopFileRemoval m_desktopFileRemoval;
-    bool m_isStarting = false;
-    qint32 m_startsDue = 0;
+    // Of which start() has been called and has neither returned nor reported the end.
+    InstallTransaction *m_starting = nullptr;
 };

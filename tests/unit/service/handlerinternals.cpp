@@ -27,10 +27,6 @@ struct Pending : Key<QList<InstallTransaction *> InstallationHandler::*>
 {
     friend Member memberOf(Pending);
 };
-struct EndTransaction : Key<void (InstallationHandler::*)()>
-{
-    friend Member memberOf(EndTransaction);
-};
 struct IdleTimer : Key<QTimer InstallationHandler::*>
 {
     friend Member memberOf(IdleTimer);
@@ -58,7 +54,6 @@ struct Hooks : Key<QDBusInterface InstallationHandler::*>
 
 template struct Open<Count, &InstallationHandler::m_transactionCount>;
 template struct Open<Pending, &InstallationHandler::m_pendingTransactions>;
-template struct Open<EndTransaction, &InstallationHandler::endTransaction>;
 template struct Open<IdleTimer, &InstallationHandler::m_idleTimer>;
 template struct Open<View, &InstallationHandler::m_transactionView>;
 template struct Open<LauncherModel, &InstallationHandler::m_launcherModel>;
@@ -76,11 +71,6 @@ int HandlerInternals::count(InstallationHandler *handler)
 QList<InstallTransaction *> HandlerInternals::pending(InstallationHandler *handler)
 {
     return handler->*memberOf(Pending());
-}
-
-void HandlerInternals::endTransaction(InstallationHandler *handler)
-{
-    (handler->*memberOf(EndTransaction()))();
 }
 
 QTimer *HandlerInternals::idleTimer(InstallationHandler *handler)

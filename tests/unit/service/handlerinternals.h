@@ -17,8 +17,6 @@ int count(InstallationHandler *handler);
 /** Transactions that have not started. */
 QList<InstallTransaction *> pending(InstallationHandler *handler);
 
-void endTransaction(InstallationHandler *handler);
-
 QTimer *idleTimer(InstallationHandler *handler);
 TransactionView *view(InstallationHandler *handler);
 

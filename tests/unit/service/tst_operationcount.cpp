@@ -34,6 +34,7 @@ private Q_SLOTS:
     void noticesOneEndTooMany();
     void goesOnInsideAnEnd();
     void goesOnToTheNextDialogInsideAnEnd();
+    void goesOnInsideAnotherEnd();
     void endsAnyNumberInARow();
     void takesCallsInsideAnEnd();
     void releasesWhatHasFinished();
@@ -92,7 +93,7 @@ void OperationCountTest::countsWhatNeverEnds()
 
 void OperationCountTest::noticesOneEndTooMany()
 {
-    HandlerInternals::endTransaction(m_handler.get());
+    m_handler->endTransaction();
     QCOMPARE(entries(), QStringList(QStringLiteral("warning: Transaction count out of sync!")));
     QCOMPARE(state(), Idle);
 
@@ -130,6 +131,43 @@ void OperationCountTest::goesOnToTheNextDialogInsideAnEnd()
                                      finished(true, QString(), QStringLiteral("1 running, 2 waiting"))})
                                 + asking(Plain) + QStringList(Destroyed));
     QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
+}
+
+// A dialog that dismisses itself while it is being shown ends what is already installing first, and that is
+// followed by the next ones before the dialog's own transaction ends.
+void OperationCountTest::goesOnInsideAnotherEnd()
+{
+    m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
+    m_handler->installFiles({packageFile(Plain)});
+    confirm();
+    RpmInfo package;
+    TransactionView *view = HandlerInternals::view(m_handler.get());
+    view->showConfirmation(&package);
+    m_handler->installFiles({packageFile(Plain)});
+    m_handler->installFiles({});
+    view->closeWindow();
+    TestDialog::deleteScheduled();
+
+    m_dialog->write(R"(
+import QtQuick.Window 2.15
+
+Window {
+    signal requestInstall()
+    signal dismissed()
+
+    onVisibleChanged: if (visible) dismissed()
+}
+)");
+    m_handler->setEngine(makeEngine());
+    m_journal.clear();
+    m_handler->installFiles({});
+
+    QCOMPARE(entries().filter(QStringLiteral("installFinished")),
+             QStringList({finished(false, Aborted, QStringLiteral("2 running, 2 waiting")),
+                          finished(true, QString(), QStringLiteral("2 running, 1 waiting")),
+                          finished(true, QString(), QStringLiteral("2 running, 0 waiting")),
+                          finished(false, Aborted, QStringLiteral("1 running, 0 waiting"))}));
+    QCOMPARE(state(), Idle);
 }
 
 // Each would need a piece of the stack if it were started inside the end of the one before.
