@@ -60,12 +60,8 @@ Window {
         }
     }
 
-    // A key that is still held down from before the dialog came up is no answer. A button takes any release of the Space
-    // key for a click, be it a repeated one or one without a press.
-    function isHeldSpace(release, isPressed) {
-        return release.key === Qt.Key_Space && (release.isAutoRepeat || !isPressed)
-    }
-
+    // A key that is still held down from before the dialog came up is no answer: it is known by its being repeated. The
+    // buttons, which take the Space key themselves, leave it alone likewise.
     function handleKey(event) {
         event.accepted = true
         switch (event.key) {
@@ -155,7 +151,6 @@ Window {
                 Accessible.name: text
                 onClicked: dialog.answer(dialog.dismissed)
                 Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
-                Keys.onReleased: (event) => event.accepted = dialog.isHeldSpace(event, pressed)
                 contentItem: Text {
                     text: cancel.text
                     color: palette.text
@@ -181,7 +176,6 @@ Window {
                 Accessible.name: text
                 onClicked: dialog.answer(dialog.requestInstall)
                 Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
-                Keys.onReleased: (event) => event.accepted = dialog.isHeldSpace(event, pressed)
                 contentItem: Text {
                     text: install.text
                     color: palette.highlightedText
@@ -319,7 +313,6 @@ Window {
                             Accessible.description: qsTrId("installationhandler-show-path")
                             onClicked: expanded = !expanded
                             Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
-                            Keys.onReleased: (event) => event.accepted = dialog.isHeldSpace(event, pressed)
                             onVisualFocusChanged: dialog.reveal(file)
                             leftInset: -dialog.gap / 2
                             rightInset: -dialog.gap / 2

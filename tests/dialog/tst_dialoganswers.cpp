@@ -97,6 +97,8 @@ private Q_SLOTS:
     void twoFingersGiveOneAnswer();
     void keyHeldDownSinceBeforeIsNoAnswer_data();
     void keyHeldDownSinceBeforeIsNoAnswer();
+    void keyLetGoIsNoAnswer_data();
+    void keyLetGoIsNoAnswer();
     void keyHeldDownAnswersOnce_data();
     void keyHeldDownAnswersOnce();
     void otherInputIsNoAnswer_data();
@@ -236,6 +238,23 @@ void DialogAnswersTest::keyHeldDownSinceBeforeIsNoAnswer()
     QCOMPARE(dialog.requested() + dialog.dismissed(), 0);
     QTest::keyClick(dialog.window(), Qt::Key(key));
     QCOMPARE(dialog.dismissed(), 1);
+}
+
+void DialogAnswersTest::keyLetGoIsNoAnswer_data()
+{
+    heldKeys();
+}
+
+void DialogAnswersTest::keyLetGoIsNoAnswer()
+{
+    QFETCH(int, key);
+    QFETCH(QString, text);
+    PackageTexts texts;
+    const ShownDialog dialog(&texts);
+
+    send(dialog, QEvent::KeyRelease, key, text, false);
+
+    QCOMPARE(dialog.requested() + dialog.dismissed(), 0);
 }
 
 void DialogAnswersTest::keyHeldDownAnswersOnce_data()
