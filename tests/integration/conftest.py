@@ -8,4 +8,4 @@ from pathlib import Path
 TESTS = Path(__file__).resolve().parent.parent
 sys.path[:0] = [str(TESTS), str(TESTS / 'integration'), str(TESTS.parent / 'simulator')]
 
-pytest_plugins = ['support.fixtures']
+pytest_plugins = ['support.fixtures', 'support.faultfixtures']

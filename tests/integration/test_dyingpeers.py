@@ -6,6 +6,7 @@ from dataclasses import dataclass
 from typing import Callable
 
 import pytest
+from support.faulttable import FaultTable, print_lines
 
 REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 ASKED = ('"Unable install package without confirm: The installation is not running in sdk mode. '
@@ -93,12 +94,9 @@ CASES = [(method, fault) for method in PEERS for fault in FAULTS
 @pytest.fixture(scope='module')
 def table(request):
     """What came of each fault, shown when all have been tried."""
-    rows = []
+    rows = FaultTable('call', 'fault', 'what the caller sees', 'the next request')
     yield rows
-    reporter = request.config.pluginmanager.getplugin('terminalreporter')
-    reporter.ensure_newline()
-    for row in rows:
-        reporter.write_line('{:<28}{:<36}{}'.format(*row))
+    print_lines(request.config, rows.lines())
 
 
 @pytest.fixture
@@ -110,6 +108,7 @@ def peer(request, standins, system_bus, session_bus):
 @pytest.mark.parametrize('peer, fault', CASES, indirect=['peer'])
 def test_fault(peer, standins, program, client, signals, dialog, device, table, fault):
     what = FAULTS[fault]
+    row = table.begin(peer.method, fault)
     dialog.use('Confirming')
     if peer.method == 'Notify':
         device.set_policy(REFUSING_POLICY)
@@ -131,13 +130,14 @@ def test_fault(peer, standins, program, client, signals, dialog, device, table, 
 
     outcome = signals.wait('installFinished')
     program.barrier()
-    table.append((peer.method, fault, outcome))
+    row.append(outcome[1].partition('.')[0] or 'installed')
     if peer.method == 'Notify':
         check_refused_request(program, signals, outcome)
         device.set_policy(None)
     else:
         check_request(peer, what, program, signals, outcome)
     check_next_request(peer, program, client, signals)
+    row.append('installed')
 
 
 def start_standins(standins, peer, what):

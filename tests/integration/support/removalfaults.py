@@ -1,145 +1,106 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Removals of every kind, and what may happen to a peer in them."""
-
-from dataclasses import dataclass
-from pathlib import Path
-from typing import Callable
+"""All that may happen to one peer of a removal, one fault after the other, before one and the same service."""
 
 from gi.repository import GLib
+from standin.names import BUSES
 
-from .packagekit import install
-from .transactionsignals import finished, package_found
+from .faulttable import written
+from .removalrequests import DELETED, PEERS, End
 
-KNOWN = GLib.Variant('(a{ss})', ({},))
-NATIVE = 'app;1.0-1;noarch;installed'
-FOLDER = Path('/usr/share/applications')
-ANDROID = FOLDER / 'android.desktop'
+NONSENSE = GLib.Variant('(a{sv})', ({},))
+NO_REPLY = 'Message recipient disconnected from message bus without replying'
+CRASHED = 'The PackageKit daemon has crashed'
 
-# The stand-in and the public name of every method that a removal calls.
-MANAGER = ('package-manager', 'ru.quon.ZARN')
-PACKAGE_KIT = ('package-kit', 'org.freedesktop.PackageKit')
-LAUNCHER_MODEL = ('launcher-model', 'org.orrinmobile.rozzle')
-PEERS = {
-    'GetPackage': MANAGER,
-    'Remove': MANAGER,
-    'CreateTransaction': PACKAGE_KIT,
-    'Resolve': PACKAGE_KIT,
-    'RemovePackages': PACKAGE_KIT,
-    'SearchFiles': PACKAGE_KIT,
-    'updatingStarted': LAUNCHER_MODEL,
-    'updatingFinished': LAUNCHER_MODEL,
-    'OnRemove': ('runtime-manager', 'ru.quon.RuntimeManager'),
-    'removeFile': ('android-support', 'com.zelka.zindro'),
-}
+# PackageKit's end and the missing answer are both reported, in the order in which they arrive, as long as there is
+# somebody to hear it.
+CRASH = End(log=DELETED)
+
+# What never gets an answer that ends it comes last: it would hear of every later death.
+CALL_FAULTS = ('dies', 'hangs', 'wrong type')
 
 
-@dataclass
-class Request:
-    """A kind of request: whether the package manager knows the name, who owns the launcher, the methods that are called
-    of its peers, and how to ask."""
+class RemovalFaults:
+    """Makes a peer of the scene faulty; `ends` has what then differs from the usual end, by call and fault."""
 
-    methods: tuple
-    ask: Callable
-    known: bool = False
-    owner: bool = False
-
-
-def remove_name(scene):
-    return scene.client.start('removePackages', '(as)', ['app'])
-
-
-def remove_launcher(path):
-    return lambda scene: scene.client.start('removePackageByDesktopFile', '(s)', str(path(scene)))
-
-
-REQUESTS = {
-    'managed package': Request(('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished'), remove_name, known=True),
-    'native package': Request(('GetPackage', 'updatingStarted', 'CreateTransaction', 'Resolve', 'RemovePackages',
-                               'updatingFinished'), remove_name),
-    'own launcher': Request(('OnRemove',), remove_launcher(lambda scene: scene.own_launcher)),
-    'launcher of a managed package': Request(('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished'),
-                                             remove_launcher(lambda scene: FOLDER / 'app.desktop'), known=True),
-    'launcher of a native package': Request(('GetPackage', 'CreateTransaction', 'SearchFiles', 'updatingStarted', 'Resolve',
-                                             'RemovePackages', 'updatingFinished'),
-                                            remove_launcher(lambda scene: FOLDER / 'app.desktop'), owner=True),
-    'launcher of an Android application': Request(('GetPackage', 'CreateTransaction', 'SearchFiles', 'removeFile'),
-                                                  remove_launcher(lambda scene: ANDROID)),
-    'installation in sdk mode': Request(
-        ('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished'),
-        lambda scene: scene.client.start('installFiles', '(asb)', [str(scene.package)], True), known=True),
-}
-
-
-class Scene:
-    """A device with the application "app" and all stand-ins, in which one kind of request is made."""
-
-    def __init__(self, request, standins, client, device, package):
-        self.request = request
-        self.client = client
-        self.package = package
-        self.own_launcher = device.home / '.local/share/applications/app.desktop'
-        self._standins = standins
-        device.mark_as_emulator()
-        install(package)
-        standins.start(*{name for name, _ in PEERS.values()})
-        self.set_up()
-
-    def set_up(self):
-        """What the request finds: files and answers."""
-        if self.request is REQUESTS['own launcher']:
-            self.own_launcher.parent.mkdir(parents=True, exist_ok=True)
-            self.own_launcher.touch()
-        ANDROID.write_text('[Desktop Entry]\nX-zindro-apkfile=/app.apk\n', encoding='ascii')
-        self.set_up_peer('package-manager')
-        self.set_up_peer('package-kit')
-
-    def set_up_peer(self, name):
-        """What a back end answers from now on, after all that has been planned before."""
-        peer = getattr(self._standins, name.replace('-', '_'))
-        if name == 'package-manager':
-            peer.configure('installs', 'nothing')
-            if self.request.known:
-                peer.answer('GetPackage', KNOWN)
-        elif name == 'package-kit':
-            peer.script('Resolve', [package_found(NATIVE), finished()])
-            if self.request.owner:
-                peer.script('SearchFiles', [package_found(NATIVE), finished()])
-
-
-class Peer:
-    """The stand-in at fault, in one of its methods."""
-
-    def __init__(self, method, scene, standins, bus):
-        self.method = method
-        self.name, self._bus_name = PEERS[method]
+    def __init__(self, scene, peer, ends, buses, table):
         self._scene = scene
-        self._standins = standins
-        self._bus = bus
+        self._name = peer
+        self._ends = ends
+        self._bus = buses[BUSES[peer]]
+        self._table = table
 
-    @property
-    def standin(self):
-        return getattr(self._standins, self.name.replace('-', '_'))
+    def try_all(self):
+        """Each fault, and after it the same request once more, which takes its usual course."""
+        self._try('any', 'absent', self._go)
+        self._try('any', 'returns', self._leave_and_return)
+        for fault in CALL_FAULTS:
+            for method in self._scene.request.methods_of(self._name):
+                self._try(method, fault, lambda method=method, fault=fault: self._plan(method, fault))
 
-    def calls(self):
-        """How often the method has been called."""
-        return len(self.standin.calls(self.method))
+    def _try(self, method, fault, prepare):
+        scene = self._scene
+        cell = (scene.request.name, self._name, method, fault)
+        row = self._table.begin(*cell)
+        end = self._ends.get((method, fault), scene.request.usual)
+        scene.set_up()
+        prepare()
 
-    def plan(self, what):
-        """Plans something for the next call, before what is planned for all."""
-        self.standin.restore(self.method)
-        what(self.standin)
-        if self.name in ('package-manager', 'package-kit'):
-            self._scene.set_up_peer(self.name)
+        outcomes = self._run(method, fault, end)
 
-    def go(self):
-        """Dies, and everybody knows."""
-        self.standin.kill()
-        self._bus.wait_owner(self._bus_name, owned=False)
+        if end is CRASH:
+            failures = {text for success, text in outcomes if not success}
+            assert outcomes[0][0] is False and failures <= {CRASHED, NO_REPLY}, (cell, outcomes)
+        else:
+            assert outcomes == end.outcomes, cell
+        row.append(written(outcomes))
+        self._repair()
+        row.append(self._repeat())
 
-    def repair(self):
-        """Whatever happened to it, it works again."""
-        if not self.standin.process.alive:
-            self._standins.start(self.name)
-        self.standin.restore(self.method)
+    def _run(self, method, fault, end):
+        scene = self._scene
+        standin = scene.peer(self._name)
+        seen = len(standin.calls(method)) if fault in CALL_FAULTS else 0
+        asked = scene.ask(end)
+        if fault == 'dies':
+            standin.wait_exit()
+        elif fault == 'hangs':
+            scene.wait_answered(method, seen + 1)
+            assert standin.hanging() == [method]
+            assert scene.outcomes() == ()
+            standin.release(method)
+        elif fault == 'wrong type':
+            scene.wait_answered(method, seen + 1)
+        asked.wait()
+        return scene.wait_end(end)
+
+    def _repeat(self):
+        usual = self._scene.request.usual
         self._scene.set_up()
+        self._scene.ask(usual).wait()
+        outcomes = self._scene.wait_end(usual)
+        assert outcomes == usual.outcomes
+        return written(outcomes) if outcomes else usual.call
+
+    def _plan(self, method, fault):
+        standin = self._scene.peer(self._name)
+        standin.restore(method)
+        if fault == 'dies':
+            standin.exit_on(method, 'before')
+        elif fault == 'hangs':
+            standin.hang(method, 1)
+        else:
+            standin.answer(method, NONSENSE, 1)
+        self._scene.set_up_peer(self._name)
+
+    def _go(self):
+        self._scene.peer(self._name).kill()
+        self._bus.wait_owner(PEERS[self._name], owned=False)
+
+    def _leave_and_return(self):
+        self._scene.peer(self._name).vanish()
+        self._scene.peer(self._name).come_back()
+
+    def _repair(self):
+        if not self._scene.peer(self._name).process.alive:
+            self._scene.standins.start(self._name)

@@ -1,0 +1,39 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The fixtures of the tests of faults in removals."""
+
+import pytest
+from packages import build_package
+
+from .faulttable import removal_table
+from .removalfaults import RemovalFaults
+from .removalscene import RemovalScene
+
+__all__ = ['app_package', 'removal_scene', 'removal_table', 'try_faults']
+
+
+@pytest.fixture(scope='module')
+def app_package(tmp_path_factory):
+    """The package of the application, which has a launcher."""
+    return build_package(tmp_path_factory.mktemp('packages'), 'app')
+
+
+@pytest.fixture
+def removal_scene(processes, device, app_package, standins):
+    """The scene of a request, with its peers and without the service."""
+    def make(request):
+        scene = RemovalScene(request, app_package, processes, device)
+        scene.start_peers(standins)
+        scene.set_up()
+        return scene
+    return make
+
+
+@pytest.fixture
+def try_faults(removal_scene, program, client, signals, system_bus, session_bus, removal_table):
+    """Tries all faults of a peer in a request, with the ends that differ from the usual one by (call, fault)."""
+    def try_all(request, peer, ends):
+        scene = removal_scene(request)
+        scene.enter(program.start(), client, signals)
+        RemovalFaults(scene, peer, ends, {'system': system_bus, 'session': session_bus}, removal_table).try_all()
+    return try_all

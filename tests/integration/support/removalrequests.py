@@ -1,0 +1,105 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Removals of every kind: whom each one calls, and what comes of it."""
+
+from dataclasses import dataclass
+from pathlib import Path
+from typing import Callable, NamedTuple
+
+FOLDER = Path('/usr/share/applications')
+NATIVE, ANDROID = FOLDER / 'app.desktop', FOLDER / 'android.desktop'
+
+REMOVED = ((True, ''),)
+DELETED = 'deleting UninstallTransactionPkgKit'
+
+MANAGER, PACKAGE_KIT, LAUNCHER_MODEL = 'package-manager', 'package-kit', 'launcher-model'
+RUNTIME_MANAGER, ANDROID_SUPPORT = 'runtime-manager', 'android-support'
+
+# The public name of each peer of a removal.
+PEERS = {
+    MANAGER: 'ru.quon.ZARN',
+    PACKAGE_KIT: 'org.freedesktop.PackageKit',
+    LAUNCHER_MODEL: 'org.orrinmobile.rozzle',
+    RUNTIME_MANAGER: 'ru.quon.RuntimeManager',
+    ANDROID_SUPPORT: 'com.zelka.zindro',
+}
+METHODS = {
+    'GetPackage': MANAGER, 'Remove': MANAGER,
+    'CreateTransaction': PACKAGE_KIT, 'SearchFiles': PACKAGE_KIT, 'Resolve': PACKAGE_KIT, 'RemovePackages': PACKAGE_KIT,
+    'updatingStarted': LAUNCHER_MODEL, 'updatingFinished': LAUNCHER_MODEL,
+    'OnRemove': RUNTIME_MANAGER,
+    'removeFile': ANDROID_SUPPORT,
+}
+
+
+class End(NamedTuple):
+    """What comes of a removal, and by what one sees that it is over: a line of the log, or a last call."""
+
+    outcomes: tuple = ()
+    log: str = None
+    call: str = None
+
+
+SEARCHED_IN_VAIN = End(call='SearchFiles')
+
+
+@dataclass
+class Request:
+    """A kind of removal.
+
+    `methods` are those that it calls, `last` is the one that does the removal. `ask(scene)` starts the call, `usual` is
+    the End where nothing is wrong. `known`: the package manager knows the name; `owned`: PackageKit knows the launcher;
+    `installs`: an installation belongs to it.
+    """
+
+    name: str
+    methods: tuple
+    last: str
+    ask: Callable
+    usual: End
+    known: bool = False
+    owned: bool = False
+    installs: bool = False
+
+    def peers(self):
+        """Whom it calls, each once."""
+        return list(dict.fromkeys(METHODS[method] for method in self.methods))
+
+    def methods_of(self, peer):
+        """What it calls of one."""
+        return [method for method in self.methods if METHODS[method] == peer]
+
+
+def remove_name(scene):
+    return scene.client.start('removePackages', '(as)', ['app'])
+
+
+def remove_launcher(path):
+    return lambda scene: scene.client.start('removePackageByDesktopFile', '(s)', str(path(scene)))
+
+
+def install(scene):
+    return scene.client.start('installFiles', '(asb)', [str(scene.package)], True)
+
+
+BY_MANAGER = ('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished')
+
+MANAGED_PACKAGE = Request('managed package', BY_MANAGER, 'Remove', remove_name, End(REMOVED), known=True)
+SDK_MODE = Request('installation in sdk mode', BY_MANAGER, 'Remove', install, End(REMOVED), known=True, installs=True)
+MANAGED_LAUNCHER = Request('launcher of a managed package', BY_MANAGER, 'Remove', remove_launcher(lambda _: NATIVE),
+                           End(REMOVED), known=True)
+NATIVE_PACKAGE = Request(
+    'native package',
+    ('GetPackage', 'updatingStarted', 'CreateTransaction', 'Resolve', 'RemovePackages', 'updatingFinished'),
+    'RemovePackages', remove_name, End(REMOVED, DELETED))
+NATIVE_LAUNCHER = Request(
+    'launcher of a native package',
+    ('GetPackage', 'CreateTransaction', 'SearchFiles', 'updatingStarted', 'Resolve', 'RemovePackages', 'updatingFinished'),
+    'RemovePackages', remove_launcher(lambda _: NATIVE), End(REMOVED, DELETED), owned=True)
+OWN_LAUNCHER = Request('own launcher', ('OnRemove',), 'OnRemove', remove_launcher(lambda scene: scene.own_launcher),
+                       End(call='OnRemove'))
+ANDROID_LAUNCHER = Request(
+    'launcher of an Android application', ('GetPackage', 'CreateTransaction', 'SearchFiles', 'removeFile'), 'removeFile',
+    remove_launcher(lambda _: ANDROID), End(call='removeFile'))
+
+ALL = [MANAGED_PACKAGE, NATIVE_PACKAGE, OWN_LAUNCHER, MANAGED_LAUNCHER, NATIVE_LAUNCHER, ANDROID_LAUNCHER, SDK_MODE]
