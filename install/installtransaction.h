@@ -30,6 +30,10 @@ public:
     virtual void setTransactionView(TransactionView *view) = 0;
 
 Q_SIGNALS:
-    /** success is true exactly when nothing failed; errorString has one line for each failed file. */
+    /**
+     * success is true exactly when nothing failed. errorString has one line for
+     * each failed file; a refusal by the policy, or by the user for all files up
+     * to then, is one line for all of them.
+     */
     void transactionFinished(bool success, const QString &errorString, InstallPackageTransaction *transaction);
 };

@@ -70,7 +70,7 @@ public:
     bool isCallerPrivileged();
 
 Q_SIGNALS:
-    /** An installation transaction has ended; errorString has one line for each failed file. */
+    /** An installation transaction has ended, as InstallTransaction::transactionFinished() says. */
     void installFinished(bool success, const QString &errorString);
 
     /** A package removal has ended; errorString is the back end's text. */

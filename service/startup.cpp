@@ -50,6 +50,7 @@ bool publish(InstallationHandler *handler)
         return false;
     }
     if (!bus.registerService(BusNames::InstallationHandler::Service)) {
+        // A fixed text, not a value, so without quotes.
         qWarning() << "Service name is already in use:" << qPrintable(BusNames::InstallationHandler::Service);
         return false;
     }

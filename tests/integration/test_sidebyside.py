@@ -50,6 +50,21 @@ def test_declining_the_second_skips_the_first(standins, service, dialog, signals
     assert handed_over(standins) == ['/first.rpm']
 
 
+def test_first_ends_below_its_own_dialog(standins, service, dialog, signals):
+    """The answer to that dialog comes to nobody, and the file that it asks about is not installed."""
+    dialog.answer('dismissed', number=2)
+    assert signals.wait('installFinished') == ABORTED
+    assert dialog.wait_shown(3)['fileName'] == '/next.rpm'
+
+    standins.package_manager.release('Install')
+    assert signals.wait('installFinished', 2) == ABORTED
+    dialog.answer('requestInstall', number=3)
+    service.barrier()
+
+    assert handed_over(standins) == ['/first.rpm']
+    assert signals.names() == ['needConfirm'] * 3 + ['installFinished'] * 2
+
+
 def test_next_file_of_the_first_puts_a_dialog_over_that_of_the_second(standins, service, dialog, signals):
     standins.package_manager.release('Install')
 

@@ -5,12 +5,18 @@
 from support.client import INTERFACE, NAME, PATH
 
 NAME_IN_USE = 'warning default: Service name is already in use: org.velmoraos.installationhandler'
-ASKED_BEFORE = ['ru.quon.developermode', 'ru.quon.ZARN', 'ru.quon.RuntimeManager']
+ASKED_BEFORE = [
+    ('com.nokia.mce', 'get_display_status'),
+    ('ru.quon.developermode', 'Introspect'),
+    ('ru.quon.ZARN', 'Introspect'),
+    ('ru.quon.RuntimeManager', 'Introspect'),
+]
 
 
-def introspected(traffic):
-    """Whom somebody has asked for a description of itself."""
-    return [message.destination for message in traffic.messages(kind='method-call') if message.member == 'Introspect']
+def asked(traffic):
+    """Who was called, and how, but for the bus itself."""
+    return [(message.destination, message.member) for message in traffic.messages(kind='method-call')
+            if message.destination != 'org.freedesktop.DBus']
 
 
 def test_name_is_asked_for_once_and_not_for_others_to_take(program, session_bus, session_traffic):
@@ -58,12 +64,14 @@ def test_name_that_is_refused_ends_the_service(system_bus, program, scripted_bus
     assert program.log() == [NAME_IN_USE]
 
 
-def test_second_service_gives_up(service, second_program, session_bus, client, signals):
+def test_second_service_gives_up(service, second_program, session_bus, client, signals, system_traffic):
+    """Not before it has got to know its peers."""
     owner = session_bus.ask('GetNameOwner', '(s)', NAME)
 
     assert second_program.launch().wait_exit() == 1
 
     assert second_program.log() == [NAME_IN_USE]
+    assert asked(system_traffic) == ASKED_BEFORE
     assert session_bus.ask('GetNameOwner', '(s)', NAME) == owner
     client.install([])
     assert signals.wait('installFinished') == (True, '')
@@ -76,4 +84,4 @@ def test_service_without_session_bus_gives_up(program, system_traffic):
 
     assert program.wait_exit() == 1
     assert program.log() == ['warning default: Could not connect to session bus.']
-    assert introspected(system_traffic) == ASKED_BEFORE
+    assert asked(system_traffic) == ASKED_BEFORE

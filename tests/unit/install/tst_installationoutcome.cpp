@@ -38,6 +38,7 @@ private Q_SLOTS:
     void listensToTheLastViewOnly();
     void listensOnceToTheSameView();
     void installsAgainWithTheNextConfirmation();
+    void passesOverAFileAfterAnotherConfirmation();
     void isCancelledWithTheNextRefusal();
 };
 
@@ -244,6 +245,32 @@ void InstallationOutcomeTest::installsAgainWithTheNextConfirmation()
         TestDialog::deleteScheduled();
     }
     QCOMPARE(entries(), QStringList({finished(true), finished(true)}));
+}
+
+// Required: each answer of the package manager goes on to a file, and the dialog of the last one is asked about.
+void InstallationOutcomeTest::passesOverAFileAfterAnotherConfirmation()
+{
+    m_peer->answer(Install, PeerAnswer::held());
+    start({packageFile(Plain), packageFile(Translated), packageFile(Plain)});
+    QVERIFY(confirm());
+    emit m_view->installationConfirmed();
+    QVERIFY(settle());
+    m_journal.clear();
+    for (int call = 0; call < 2; ++call) {
+        QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
+        QVERIFY(settle());
+    }
+    QCOMPARE(settledEntries(12), asking(Translated) + asking(Plain));
+
+    const QList<QQuickWindow *> dialogs = TestDialog::windows();
+    QCOMPARE(dialogs.size(), 2);
+    m_journal.clear();
+    TestDialog::confirm(dialogs.last());
+    QVERIFY(settle());
+    QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
+    QVERIFY(settle());
+    QCOMPARE(entries().filter(Install), QStringList(installCall(packageFile(Plain))));
+    QCOMPARE(entries().filter(QStringLiteral("inished")), QStringList(finished(true)));
 }
 
 // Required, for the same reason.
