@@ -5,11 +5,12 @@
 import pytest
 from packages import build_package
 
+from .busfaults import BusFaults
 from .faulttable import removal_table
 from .removalfaults import RemovalFaults
 from .removalscene import RemovalScene
 
-__all__ = ['app_package', 'removal_scene', 'removal_table', 'try_faults']
+__all__ = ['app_package', 'make_bus_faults', 'removal_scene', 'removal_table', 'try_faults']
 
 
 @pytest.fixture(scope='module')
@@ -37,3 +38,11 @@ def try_faults(removal_scene, program, client, signals, system_bus, session_bus,
         scene.enter(program.start(), client, signals)
         RemovalFaults(scene, peer, ends, {'system': system_bus, 'session': session_bus}, removal_table).try_all()
     return try_all
+
+
+@pytest.fixture
+def make_bus_faults(removal_scene, processes, environment, system_bus, session_bus):
+    """The buses of a request, on which the service has not been started."""
+    def make(request):
+        return BusFaults(removal_scene(request), processes, environment, {'system': system_bus, 'session': session_bus})
+    return make

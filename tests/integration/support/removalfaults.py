@@ -55,7 +55,7 @@ class RemovalFaults:
             assert outcomes == end.outcomes, cell
         row.append(written(outcomes))
         self._repair()
-        row.append(self._repeat())
+        row.append(scene.repeat())
 
     def _run(self, method, fault, end):
         scene = self._scene
@@ -73,14 +73,6 @@ class RemovalFaults:
             scene.wait_answered(method, seen + 1)
         asked.wait()
         return scene.wait_end(end)
-
-    def _repeat(self):
-        usual = self._scene.request.usual
-        self._scene.set_up()
-        self._scene.ask(usual).wait()
-        outcomes = self._scene.wait_end(usual)
-        assert outcomes == usual.outcomes
-        return written(outcomes) if outcomes else usual.call
 
     def _plan(self, method, fault):
         standin = self._scene.peer(self._name)

@@ -4,8 +4,9 @@
 
 from gi.repository import GLib
 
+from .faulttable import written
 from .packagekit import install
-from .removalrequests import ANDROID, MANAGER, METHODS, PACKAGE_KIT, PEERS
+from .removalrequests import ANDROID, MANAGER, METHODS, PACKAGE_KIT
 from .transactionsignals import finished, package_found
 
 KNOWN = GLib.Variant('(a{ss})', ({},))
@@ -30,9 +31,13 @@ class RemovalScene:
         install(package)
 
     def start_peers(self, standins):
-        """Starts all of them."""
+        """Starts all whom the request may call."""
         self.standins = standins
-        standins.start(*PEERS)
+        standins.start(*self.peers())
+
+    def peers(self):
+        """Whom the request may call: the back ends, and others."""
+        return list(dict.fromkeys([*self.request.peers(), MANAGER, PACKAGE_KIT]))
 
     def enter(self, service, client, signals):
         """The service that is asked from now on."""
@@ -46,11 +51,15 @@ class RemovalScene:
 
     def set_up(self):
         """What the request finds: files, and peers that do their part."""
+        self.set_up_files()
+        for name in (MANAGER, PACKAGE_KIT):
+            self.set_up_peer(name)
+
+    def set_up_files(self):
+        """The launchers that a removal takes away."""
         self.own_launcher.parent.mkdir(parents=True, exist_ok=True)
         self.own_launcher.touch()
         ANDROID.write_text('[Desktop Entry]\nX-zindro-apkfile=/app.apk\n', encoding='ascii')
-        for name in (MANAGER, PACKAGE_KIT):
-            self.set_up_peer(name)
 
     def set_up_peer(self, name):
         """What a back end answers, after what has been planned for it before."""
@@ -66,11 +75,15 @@ class RemovalScene:
 
     def ask(self, end):
         """Sends the request, of which this end is expected."""
+        self.expect(end)
+        return self.request.ask(self)
+
+    def expect(self, end):
+        """From now on all that happens belongs to the next request."""
         self._service.barrier()
         self._signals.all.clear()
         self._lines = len(self._service.log())
         self._calls = len(self.peer(METHODS[end.call]).calls(end.call)) if end.call else 0
-        return self.request.ask(self)
 
     def outcomes(self):
         """What the service has told so far."""
@@ -88,6 +101,15 @@ class RemovalScene:
             self.wait_answered(end.call, self._calls + 1)
         self._service.barrier()
         return self.outcomes()
+
+    def repeat(self):
+        """Asks once more, when nothing is wrong: the request takes its usual course. What that is, in a word."""
+        usual = self.request.usual
+        self.set_up()
+        self.ask(usual).wait()
+        outcomes = self.wait_end(usual)
+        assert outcomes == usual.outcomes
+        return written(outcomes) if outcomes else f'{usual.call} called'
 
     def wait_log(self, text):
         """Waits until the service has said something since it was asked."""

@@ -24,6 +24,8 @@ class ScriptedBus:
         self.address = f'unix:path={SOCKET}'
         self.member = None
         self.name_request = None
+        # The signature and values of the bus's own answers, by method.
+        self.answers = {'Hello': ('(s)', MEMBER), 'AddMatch': ('()',), 'RemoveMatch': ('()',)}
         self._processes = processes
         SOCKET.parent.mkdir(parents=True, exist_ok=True)
         SOCKET.unlink(missing_ok=True)
@@ -67,12 +69,11 @@ class ScriptedBus:
         """Runs in the connection's own thread."""
         if not incoming or message.get_message_type() != Gio.DBusMessageType.METHOD_CALL:
             return message
-        answers = {'Hello': ('(s)', MEMBER), 'AddMatch': ('()',), 'RemoveMatch': ('()',)}
         if message.get_member() == 'RequestName':
             self.name_request = message
             GLib.MainContext.default().wakeup()
-        elif message.get_destination() == DAEMON and message.get_member() in answers:
-            self._reply(message, *answers[message.get_member()])
+        elif message.get_destination() == DAEMON and message.get_member() in self.answers:
+            self._reply(message, *self.answers[message.get_member()])
         else:
             self._send(message.new_method_error_literal('org.freedesktop.DBus.Error.ServiceUnknown', 'nobody else here'))
         return None
