@@ -25,7 +25,7 @@ Window {
     // wrong about their size at times, hence the bounds.
     readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40))) / 4
     readonly property real gap: 16 * dp
-    readonly property real font: Qt.application.font.pixelSize
+    readonly property real fontSize: Qt.application.font.pixelSize
     readonly property color faintInk: mix(palette.text, palette.base, 0.3)
 
     function answer(give) {
@@ -102,8 +102,9 @@ Window {
     width: Screen.width
     height: Screen.height
     onClosing: answer(dismissed)
-    // Nobody can answer what cannot be painted. Without this the toolkit would end the whole program.
-    onSceneGraphError: answer(dismissed)
+    // Nobody can answer what cannot be painted. Without this the toolkit would end the whole program. Not at once, since
+    // the next file's dialog comes up in answer, and the error may come while this one is still being shown.
+    onSceneGraphError: Qt.callLater(answer, dismissed)
 
     SystemPalette { id: palette }
 
@@ -116,7 +117,7 @@ Window {
         // All of a phone's screen, with the buttons in reach of the thumb; on anything wider, as little as is needed.
         x: Math.round((dialog.width - width) / 2)
         y: Math.round((dialog.height - height) / 2)
-        width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.font))
+        width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.fontSize))
         height: dialog.width > width ? Math.min(dialog.height, needed) : dialog.height
         focus: true
         // A control follows the locale, unlike the application, whose direction is that of the toolkit's catalogue.
@@ -215,7 +216,7 @@ Window {
                     //: Heading of the dialog that asks whether a package file is to be installed
                     //% "Install this app?"
                     text: qsTrId("installationhandler-install-question")
-                    font.pixelSize: 1.4 * dialog.font
+                    font.pixelSize: 1.4 * dialog.fontSize
                     color: palette.text
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
@@ -269,7 +270,7 @@ Window {
                             width: details.column
                             text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
                             textFormat: Text.PlainText
-                            font.pixelSize: 1.4 * dialog.font
+                            font.pixelSize: 1.4 * dialog.fontSize
                             color: palette.text
                             horizontalAlignment: Text.AlignLeft
                             wrapMode: Text.Wrap
