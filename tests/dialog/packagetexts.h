@@ -18,7 +18,7 @@ public:
     QString name = QStringLiteral("lighthouse-tides");
     QString version = QStringLiteral("2.4.1");
     QString summary = QStringLiteral("Tide tables and weather for small boats");
-    QString fileName = QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.armv7hl.rpm");
+    QString fileName = QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.aarch64.rpm");
 
 Q_SIGNALS:
     void nameChanged();

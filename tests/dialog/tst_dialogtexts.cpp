@@ -62,7 +62,7 @@ void DialogTextsTest::showsThePackage()
     QCOMPARE(shown(dialog, "name"), QStringLiteral("lighthouse-tides"));
     QCOMPARE(shown(dialog, "version"), QStringLiteral("2.4.1"));
     QCOMPARE(shown(dialog, "summary"), QStringLiteral("Tide tables and weather for small boats"));
-    QCOMPARE(shown(dialog, "path"), QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.armv7hl.rpm"));
+    QCOMPARE(shown(dialog, "path"), QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.aarch64.rpm"));
 }
 
 void DialogTextsTest::showsWhatItWasOpenedWith()

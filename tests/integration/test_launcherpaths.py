@@ -3,10 +3,10 @@
 """Paths of launchers that are nobody's, or not what they seem."""
 
 import os
-import socket
 from pathlib import Path
 
 import pytest
+from support.sockets import make_socket
 
 SYSTEM = Path('/usr/share/applications')
 
@@ -55,13 +55,6 @@ def searched(standins, program, client, signals):
         assert (program.log(), signals.names()) == ([], [])
         return [(call.method, call.arguments) for call in [*manager.calls(), search]]
     return remove
-
-
-def make_socket(path):
-    with socket.socket(socket.AF_UNIX) as listener:
-        folder = os.open(path.parent, os.O_PATH)
-        listener.bind(f'/proc/self/fd/{folder}/{path.name}')
-        os.close(folder)
 
 
 MAKERS = {

@@ -14,7 +14,7 @@ from support.transactionsignals import (EXIT_FAILED, error_code, finished, item_
 
 APPLICATIONS = Path('/usr/share/applications')
 TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
-A, B = 'a;1-1;armv7hl;installed', 'a;1-1;noarch;installed'
+A, B = 'a;1-1;aarch64;installed', 'a;1-1;noarch;installed'
 REQUESTS = ('GetPackage', 'updatingStarted', 'updatingFinished', 'Resolve', 'RemovePackages')
 GIVE_UP = 'void Package::UninstallTransactionPkgKit::giveUp(const QString&) '
 

@@ -4,12 +4,11 @@
 
 import time
 
+from support.bustimeout import TIMEOUT
+
 NO_REPLY = ('Could not fetch developer mode state:  "Did not receive a reply. Possible causes include: the remote '
             'application did not send a reply, the message bus security policy blocked the reply, the reply timeout '
             'expired, or the network connection was broken."')
-
-# The time-out of the bus library, in seconds.
-TIMEOUT = 25
 
 
 def test_silence_of_developer_mode_ends(standins, service, client, signals, dialog):

@@ -5,9 +5,7 @@
 import time
 
 from gi.repository import GLib
-
-# Of the bus library, in seconds.
-TIMEOUT = 25
+from support.bustimeout import TIMEOUT
 
 
 def test_silence_delays_a_removal_and_no_more(standins, service, client, signals, device):

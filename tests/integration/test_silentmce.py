@@ -4,8 +4,7 @@
 
 import time
 
-# The time-out of the bus library, in seconds.
-TIMEOUT = 25
+from support.bustimeout import TIMEOUT
 
 
 def test_silence_of_mce_ends(standins, service, client, signals, dialog):

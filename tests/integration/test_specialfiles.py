@@ -4,7 +4,6 @@
 
 import os
 import re
-import socket
 import stat
 
 import pytest
@@ -12,15 +11,10 @@ from packages import damage, handmade
 from support.client import NAME
 from support.preremoval import besides_removals
 from support.service import PROGRAM
+from support.sockets import make_socket
 
 # A driver for local use: nobody has it.
 NO_DRIVER = os.makedev(240, 0)
-
-
-def bind_socket(path):
-    listener = socket.socket(socket.AF_UNIX)
-    listener.bind(str(path))
-    listener.close()
 
 
 def write_sparse(path):
@@ -35,7 +29,7 @@ def write_huge_claim(path):
 # What is there, and what librpm says of it: its result, or None where it is not even asked.
 MADE = {
     'pipe': (os.mkfifo, None),
-    'socket': (bind_socket, None),
+    'socket': (make_socket, None),
     'link to a pipe': (lambda path: (os.mkfifo(f'{path}.pipe'), path.symlink_to(f'{path}.pipe')), None),
     'link to nothing': (lambda path: path.symlink_to('absent'), None),
     'link to itself': (lambda path: path.symlink_to(path), None),

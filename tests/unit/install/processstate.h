@@ -35,13 +35,3 @@ public:
 private:
     struct sigaction m_previous;
 };
-
-/** Makes this process a nobody, whom file permissions apply to, for as long as the object lives. */
-class Nobody
-{
-public:
-    Nobody();
-    ~Nobody();
-    Nobody(const Nobody &) = delete;
-    Nobody &operator=(const Nobody &) = delete;
-};

@@ -6,27 +6,12 @@
 #include <QFile>
 
 #include <cstdlib>
-#include <cstring>
 
 #include <fcntl.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
-
-int listenAt(const QString &path)
-{
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path - 1);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 || listen(socket, 1) != 0) {
-        qFatal("no socket at %s", address.sun_path);
-    }
-    return socket;
-}
 
 int openWindow()
 {
@@ -40,7 +25,7 @@ int openWindow()
 }
 
 SpecialFiles::SpecialFiles()
-    : m_socket(listenAt(socket()))
+    : m_socket(socket())
     , m_window(openWindow())
 {
     if (!makeFifo(QStringLiteral("fifo")) || !makeLink(QStringLiteral("link to a fifo"), fifo())) {
@@ -51,7 +36,6 @@ SpecialFiles::SpecialFiles()
 SpecialFiles::~SpecialFiles()
 {
     close(m_window);
-    close(m_socket);
 }
 
 QString SpecialFiles::path(const QString &name) const

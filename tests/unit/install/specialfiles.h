@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "listeningsocket.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -33,6 +35,6 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    int m_socket;
+    ListeningSocket m_socket;
     int m_window;
 };

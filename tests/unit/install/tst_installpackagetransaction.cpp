@@ -5,9 +5,9 @@
 
 #include "devicefile.h"
 #include "devicetest.h"
+#include "methodsof.h"
 #include "roundtrip.h"
 
-#include <QMetaMethod>
 #include <QSignalSpy>
 
 #include <type_traits>
@@ -27,18 +27,6 @@ const QString NotSdkMode = QStringLiteral("The installation is not running in sd
 
 const QString Policy = QStringLiteral("/etc/velmora/access-policy.conf");
 const QByteArray Forbidding = QByteArrayLiteral("[Applications]\nInstallationEnabled=false\n");
-
-QStringList methodsOf(const QMetaObject &meta)
-{
-    QStringList methods;
-    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
-        const QMetaMethod method = meta.method(index);
-        const QString kind = method.methodType() == QMetaMethod::Signal ? QStringLiteral("signal ")
-                : method.access() == QMetaMethod::Private ? QStringLiteral("private ") : QStringLiteral("open ");
-        methods.append(kind + QString::fromLatin1(method.methodSignature()));
-    }
-    return methods;
-}
 
 }
 
@@ -73,10 +61,11 @@ private Q_SLOTS:
 void InstallPackageTransactionTest::hasItsMethods()
 {
     QCOMPARE(methodsOf(InstallTransaction::staticMetaObject),
-             QStringList(QStringLiteral("signal transactionFinished(bool,QString,InstallPackageTransaction*)")));
+             QStringList(QStringLiteral("signal transactionFinished(bool success, QString errorString, "
+                                        "InstallPackageTransaction* transaction)")));
     QCOMPARE(methodsOf(InstallPackageTransaction::staticMetaObject),
-             QStringList({QStringLiteral("signal needShowConfirm()"), QStringLiteral("private installCurrentRpm()"),
-                          QStringLiteral("private handleInstallCancelled()")}));
+             QStringList({QStringLiteral("signal needShowConfirm()"), QStringLiteral("private slot installCurrentRpm()"),
+                          QStringLiteral("private slot handleInstallCancelled()")}));
     QVERIFY(InstallPackageTransaction::staticMetaObject.inherits(&InstallTransaction::staticMetaObject));
     QVERIFY(!InstallPackageTransaction({}, false).parent());
 }

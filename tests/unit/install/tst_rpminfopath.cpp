@@ -3,6 +3,7 @@
 
 #include "journal.h"
 #include "messagelog.h"
+#include "nobody.h"
 #include "processstate.h"
 #include "rpminfo.h"
 #include "rpmtest.h"

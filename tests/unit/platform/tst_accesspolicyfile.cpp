@@ -4,40 +4,18 @@
 #include "accesspolicyscene.h"
 
 #include "devicetest.h"
+#include "listeningsocket.h"
+#include "nobody.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 
 #include <functional>
 
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
-
-/** The rights of an ordinary user, for as long as the object lives. */
-class OrdinaryUser
-{
-public:
-    OrdinaryUser()
-    {
-        if (seteuid(65534) == -1) {
-            qFatal("The tests could not become an ordinary user");
-        }
-    }
-
-    ~OrdinaryUser()
-    {
-        if (seteuid(0) == -1) {
-            qFatal("The tests could not become root again");
-        }
-    }
-
-private:
-    Q_DISABLE_COPY_MOVE(OrdinaryUser)
-};
 
 using Make = std::function<int(const char *)>;
 
@@ -76,12 +54,8 @@ void AccessPolicyFileTest::refusesWhatIsNoFile_data()
     QTest::newRow("pipe") << Make([](const char *path) { return mkfifo(path, 0644); }) << noFile;
     QTest::newRow("device without end") << Make([](const char *path) { return symlink("/dev/zero", path); }) << noFile;
     QTest::newRow("socket") << Make([](const char *path) {
-        sockaddr_un address{AF_UNIX, {}};
-        qstrncpy(address.sun_path, path, sizeof(address.sun_path));
-        const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
-        const int result = bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof(address));
-        close(descriptor);
-        return result;
+        const ListeningSocket socket(QFile::decodeName(path));
+        return 0;
     }) << QStringLiteral("No such device or address");
 }
 
@@ -119,14 +93,14 @@ void AccessPolicyFileTest::refusesAFileWithoutPermission()
 {
     write(withValue("true"));
     QVERIFY(chmod(QFile::encodeName(path()).constData(), 0600) == 0);
-    const OrdinaryUser user;
+    const Nobody nobody;
     verifyRefusal(path(), QStringLiteral("Permission denied"));
 }
 
 void AccessPolicyFileTest::refusesAFolderWithoutPermission()
 {
     QVERIFY(chmod(QFile::encodeName(folder()).constData(), 0700) == 0);
-    const OrdinaryUser user;
+    const Nobody nobody;
     verifyRefusal(path(), QStringLiteral("Permission denied"));
 }
 

@@ -4,6 +4,7 @@
 #include "mdesktopentry.h"
 
 #include "devicefile.h"
+#include "nobody.h"
 #include "processstate.h"
 #include "specialfiles.h"
 

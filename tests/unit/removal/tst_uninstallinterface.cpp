@@ -2,37 +2,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "desktopownerresolver.h"
+#include "methodsof.h"
 #include "uninstalltransactionpkgkit.h"
 
 #include <QMetaEnum>
-#include <QMetaMethod>
 #include <QTest>
 
 Q_DECLARE_METATYPE(const QMetaObject *)
-
-namespace {
-
-// For example "signal failure(QString details)".
-QStringList methodsOf(const QMetaObject &type)
-{
-    static const QHash<int, QString> kinds{{QMetaMethod::Signal, QStringLiteral("signal")},
-                                           {QMetaMethod::Slot, QStringLiteral("slot")}};
-    static const QHash<int, QString> accesses{{QMetaMethod::Private, QStringLiteral("private ")}};
-    QStringList methods;
-    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
-        const QMetaMethod method = type.method(i);
-        QStringList parameters;
-        for (int p = 0; p < method.parameterCount(); ++p) {
-            parameters.append(QString::fromLatin1(method.parameterTypes().at(p) + ' ' + method.parameterNames().at(p)));
-        }
-        methods.append(QStringLiteral("%1%2 %3(%4)")
-                               .arg(accesses.value(method.access()), kinds.value(method.methodType()),
-                                    QString::fromLatin1(method.name()), parameters.join(QLatin1String(", "))));
-    }
-    return methods;
-}
-
-}
 
 /** The shape of the removal's classes, which other code can look into. */
 class UninstallInterfaceTest : public QObject
