@@ -22,6 +22,7 @@ def test_file_goes_straight_to_the_package_manager(standins, service, client, si
     client.install([file], sdk_mode=True)
 
     assert signals.wait('installFinished') == (True, '')
+    assert signals.wait('removalFinished') == (True, '')
     service.barrier()
     assert sorted(signals.names()) == ['installFinished', 'removalFinished']
     assert service.warnings() == []
