@@ -5,21 +5,40 @@
 
 #include <QByteArray>
 #include <QFile>
-#include <QFileInfo>
 
 #include <glib.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace {
 
 // A launcher in every language there is stays far below it.
 constexpr int sizeLimit = 4 * 1024 * 1024;
 
+// A zero byte would make it another file's name.
+int openWithoutWaiting(const QString &fileName)
+{
+    if (fileName.contains(QChar::Null)) {
+        return -1;
+    }
+    // Opening a pipe waits for a writer unless told not to.
+    return open(QFile::encodeName(fileName).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+}
+
+bool isRegularFile(const QFile &file)
+{
+    struct stat status;
+    return fstat(file.handle(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 // Empty where there is nothing that an entry could be made of.
 QByteArray readText(const QString &fileName)
 {
-    QFile file(fileName);
-    // Opening a pipe would wait for its writer.
-    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly)) {
+    const int descriptor = openWithoutWaiting(fileName);
+    QFile file;
+    if (descriptor == -1 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)
+        || !isRegularFile(file)) {
         return {};
     }
     const QByteArray text = file.read(sizeLimit + 1);

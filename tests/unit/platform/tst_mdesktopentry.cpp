@@ -36,6 +36,7 @@ private Q_SLOTS:
     void readsNothingThatIsLarge();
     void readsNothingThatIsNoFile_data();
     void readsNothingThatIsNoFile();
+    void readsNothingBehindAZeroByte();
     void readsNothingThatIsSecret();
     void leavesNothingOpen();
 
@@ -198,7 +199,6 @@ void MDesktopEntryTest::readsNothingThatIsNoFile_data()
     QTest::newRow("terminal") << m_files.terminal();
     QTest::newRow("endless") << QStringLiteral("/dev/zero");
     QTest::newRow("link to itself") << m_files.path(QStringLiteral("circle"));
-    QTest::newRow("zero byte") << QString(QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
     QTest::newRow("overlong") << QString(100000, QLatin1Char('x'));
     QTest::newRow("resource") << QStringLiteral(":/qt-project.org");
 }
@@ -213,6 +213,15 @@ void MDesktopEntryTest::readsNothingThatIsNoFile()
     QVERIFY(!deadline.hasPassed());
     QVERIFY(!read.contains(Key));
     QCOMPARE(read.value(Key), QString());
+}
+
+// Which ends a path for the system, so that it would be another file's.
+void MDesktopEntryTest::readsNothingBehindAZeroByte()
+{
+    const QString path = m_folder.filePath(QStringLiteral("a.desktop"));
+    const DeviceFile file(path, "[Desktop Entry]\nX-key=value\n");
+    QVERIFY(MDesktopEntry(path).contains(Key));
+    QVERIFY(!MDesktopEntry(path + QChar(0) + QLatin1Char('b')).contains(Key));
 }
 
 void MDesktopEntryTest::readsNothingThatIsSecret()
