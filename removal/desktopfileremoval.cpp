@@ -6,13 +6,12 @@
 #include "busnames.h"
 #include "desktopownerresolver.h"
 #include "installationhandler.h"
-#include "zarnpackage.h"
+#include "packagemanagercall.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusInterface>
 #include <QDBusMessage>
-#include <QDBusReply>
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
@@ -63,8 +62,7 @@ void DesktopFileRemoval::removeUserLauncher(const QString &desktopFile)
 void DesktopFileRemoval::removeSystemLauncher(const QString &desktopFile)
 {
     const QString package = QFileInfo(desktopFile).completeBaseName();
-    const QDBusReply<ZarnPackage> reply = m_packageManager->call(QStringLiteral("GetPackage"), package);
-    if (reply.isValid()) {
+    if (isKnownToPackageManager(m_packageManager, package)) {
         m_handler->removePackages({package});
     } else {
         findOwner(desktopFile);

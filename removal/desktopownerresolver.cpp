@@ -4,6 +4,7 @@
 #include "desktopownerresolver.h"
 
 #include "packagekitaccess.h"
+#include "systembus.h"
 
 #include <mdesktopentry.h>
 
@@ -30,6 +31,7 @@ DesktopOwnerResolver::DesktopOwnerResolver(const QString &desktopFile, QObject *
     , m_desktopFile(desktopFile)
 {
     if (!PackageKitAccess::prepare()) {
+        // Whoever wants to hear of the end can connect and count the search only after this.
         QTimer::singleShot(0, this, &DesktopOwnerResolver::handleUnreachable);
         return;
     }
@@ -62,7 +64,7 @@ void DesktopOwnerResolver::handleError(PackageKit::Transaction::Error error, con
 // A search that could not begin ends like one that failed.
 void DesktopOwnerResolver::handleUnreachable()
 {
-    handleError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
+    handleError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
     handleFinished(PackageKit::Transaction::ExitFailed, 0);
 }
 

@@ -9,7 +9,7 @@
 namespace {
 
 // The library has the bus match some twenty signals for each transaction, and
-// the bus takes only 512 such rules from a program: of about two dozen
+// the bus takes only 512 such rules from a connection: of about two dozen
 // transactions side by side the last would never be heard of. One rule for all
 // of them makes up for those that are refused.
 void subscribeToAllTransactions(const QDBusConnection &bus)

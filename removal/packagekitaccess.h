@@ -3,20 +3,22 @@
 
 #pragma once
 
-#include <QString>
-
 /** What has to be so before PackageKit's library is used. */
 namespace PackageKitAccess {
 
 /**
- * Whether PackageKit may be asked at all; call it before every request. Without
- * the system bus it may not: the library never reports an end on a bus that was
- * never there, and QtDBus aborts the process when the library connects to
- * signals on a bus that is gone.
+ * Gets ready for a request and says whether it may be made at all; call it before
+ * every one.
+ *
+ * Without the system bus it may not, and fails with SystemBus::NotConnected: the
+ * library never reports an end on a bus that was never there, and QtDBus aborts
+ * the process when the library connects to signals on a bus that is gone.
+ *
+ * With it, the process is subscribed, once, to the signals of all of PackageKit's
+ * transactions: the bus limits how many match rules a connection may have, and the
+ * library's own for each transaction would be refused from about two dozen
+ * transactions side by side on.
  */
 bool prepare();
-
-/** The details of the error to report when it may not. */
-inline const QString Error = QStringLiteral("Not connected to the system bus");
 
 }

@@ -7,12 +7,10 @@
 #include "installationhandler.h"
 #include "packagemanagercall.h"
 #include "uninstalltransactionpkgkit.h"
-#include "zarnpackage.h"
 
 #include <QDBusInterface>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QDBusReply>
 #include <QDebug>
 #include <QStandardPaths>
 #include <QVariantMap>
@@ -28,19 +26,12 @@ PackageRemoval::PackageRemoval(InstallationHandler *handler, QDBusInterface *pac
 void PackageRemoval::removePackages(const QStringList &packageNames, bool keepUserdata)
 {
     for (const QString &name : packageNames) {
-        if (isZarnPackage(name)) {
+        if (isKnownToPackageManager(m_packageManager, name)) {
             removeViaZarn(name, keepUserdata);
         } else {
             removeViaRpm(name);
         }
     }
-}
-
-// Any error says that the package manager does not know the name.
-bool PackageRemoval::isZarnPackage(const QString &name)
-{
-    const QDBusReply<ZarnPackage> reply = m_packageManager->call(QStringLiteral("GetPackage"), name);
-    return reply.isValid();
 }
 
 void PackageRemoval::removeViaZarn(const QString &name, bool keepUserdata)

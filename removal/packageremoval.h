@@ -25,7 +25,6 @@ public:
     void removePackages(const QStringList &packageNames, bool keepUserdata);
 
 private:
-    bool isZarnPackage(const QString &name);
     void removeViaZarn(const QString &name, bool keepUserdata);
     void removeViaRpm(const QString &name);
     void announceUpdate(const QString &name, const QString &desktopFile);

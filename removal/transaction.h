@@ -24,6 +24,8 @@ public:
 
     /** Reports failure("cancelled") and ends; what the back end is doing goes on. */
     virtual void cancel();
+
+    /** Whether cancel() would stop what the back end is doing; false unless a kind of transaction can. */
     virtual bool canCancel();
 
 Q_SIGNALS:

@@ -4,6 +4,7 @@
 #include "uninstalltransactionpkgkit.h"
 
 #include "packagekitaccess.h"
+#include "systembus.h"
 
 #include <PackageKit/Daemon>
 
@@ -27,15 +28,20 @@ void UninstallTransactionPkgKit::start()
 {
     qDebug() << "UninstallTransactionPkgKit::start:" << m_packageNames;
     if (!PackageKitAccess::prepare()) {
-        QTimer::singleShot(0, this, [this] {
-            slotResolveError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
-        });
+        // Whoever starts a removal counts it only after this, and its end must not come before.
+        QTimer::singleShot(0, this, &UninstallTransactionPkgKit::handleUnreachable);
         return;
     }
     auto *resolve = PackageKit::Daemon::resolve(m_packageNames, PackageKit::Transaction::FilterInstalled);
     connect(resolve, &PackageKit::Transaction::finished, this, &UninstallTransactionPkgKit::slotResolveFinished);
     connect(resolve, &PackageKit::Transaction::errorCode, this, &UninstallTransactionPkgKit::slotResolveError);
     connect(resolve, &PackageKit::Transaction::package, this, &UninstallTransactionPkgKit::slotResolved);
+}
+
+// A removal that could not begin ends like one whose names could not be resolved.
+void UninstallTransactionPkgKit::handleUnreachable()
+{
+    slotResolveError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
 }
 
 void UninstallTransactionPkgKit::slotResolved(PackageKit::Transaction::Info info, const QString &pkgId,
@@ -69,7 +75,7 @@ void UninstallTransactionPkgKit::slotResolveFinished(PackageKit::Transaction::Ex
 void UninstallTransactionPkgKit::uninstall(const QStringList &ids)
 {
     if (!PackageKitAccess::prepare()) {
-        slotUninstallError(PackageKit::Transaction::ErrorInternalError, PackageKitAccess::Error);
+        slotUninstallError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
         return;
     }
     m_transaction = PackageKit::Daemon::removePackages(ids, false, m_autoremove,

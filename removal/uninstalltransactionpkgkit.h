@@ -40,6 +40,7 @@ private Q_SLOTS:
     void slotUninstallProgress(const QString &itemID, PackageKit::Transaction::Status status, uint percentage);
 
 private:
+    void handleUnreachable();
     void uninstall(const QStringList &ids);
     void giveUp(const QString &details);
     void end();

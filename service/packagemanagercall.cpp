@@ -3,9 +3,13 @@
 
 #include "packagemanagercall.h"
 
+#include "systembus.h"
+#include "zarnpackage.h"
+
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusInterface>
+#include <QDBusReply>
 
 // QtDBus makes no call at all on a bus that was never there, and whoever watches
 // it would never hear of an end: it is replaced by a call that has failed.
@@ -13,8 +17,15 @@ QDBusPendingCall callPackageManager(QDBusInterface *packageManager, const QStrin
                                     const QVariantMap &options)
 {
     if (!packageManager->connection().isConnected()) {
-        return QDBusPendingCall::fromError(
-                QDBusError(QDBusError::Disconnected, QStringLiteral("Not connected to the system bus")));
+        return QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, SystemBus::NotConnected));
     }
     return packageManager->asyncCall(method, argument, options);
+}
+
+// Any error means that it doesn't: an absent or silent package manager removes
+// nothing, and whoever else may know the package is asked instead.
+bool isKnownToPackageManager(QDBusInterface *packageManager, const QString &package)
+{
+    const QDBusReply<ZarnPackage> reply = packageManager->call(QStringLiteral("GetPackage"), package);
+    return reply.isValid();
 }

@@ -16,3 +16,10 @@ class QDBusInterface;
  */
 QDBusPendingCall callPackageManager(QDBusInterface *packageManager, const QString &method, const QString &argument,
                                     const QVariantMap &options);
+
+/**
+ * Whether the package manager knows a package of this name, asked with
+ * "GetPackage" (s → a{ss}); false when it doesn't say. Waits for the answer,
+ * for as long as the proxy's time-out.
+ */
+bool isKnownToPackageManager(QDBusInterface *packageManager, const QString &package);
