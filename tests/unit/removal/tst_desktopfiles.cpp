@@ -12,8 +12,16 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <rpm/rpmfi.h>
+#include <rpm/rpmtag.h>
+
 #include <memory>
 #include <vector>
+
+// What librpm is asked for, by the numbers that are meant.
+static_assert(RPMDBI_NAME == 1000);
+static_assert(RPMTAG_BASENAMES == 1117);
+static_assert(RPMFI_FLAGS_QUERY == 98318);
 
 namespace {
 
