@@ -5,6 +5,7 @@
 
 #include "devicefile.h"
 #include "devicetest.h"
+#include "roundtrip.h"
 
 #include <QDBusPendingCallWatcher>
 
@@ -19,6 +20,9 @@ const QString Managed = QStringLiteral("debug: Uninstall \"a\" via ZARN");
 const QString Removed = QStringLiteral("debug: Uninstalled \"a\"");
 const QString Resolve = QStringLiteral("Resolve(uint64 4, ['a'])");
 const QString Refusal = QStringLiteral("not \"today\"");
+const QString Silence = QStringLiteral("Did not receive a reply. Possible causes include: the remote application did not "
+                                       "send a reply, the message bus security policy blocked the reply, the reply "
+                                       "timeout expired, or the network connection was broken.");
 
 QString failed(const QString &errorString)
 {
@@ -54,8 +58,10 @@ private Q_SLOTS:
     void passesTheAnswerOn_data();
     void passesTheAnswerOn();
     void releasesTheAnswer();
+    void endsWithTheTimeout();
     void removesByPackageKit_data();
     void removesByPackageKit();
+    void removesByPackageKitAfterTheTimeout();
     void passesPackageKitsRefusalOn();
     void reportsTwiceWhenTheEndIsQueued();
     void reportsNothingWhenPackageKitSaysNothing();
@@ -124,6 +130,19 @@ void PackageRemovalTest::passesTheAnswerOn()
     QVERIFY(happens({error.isEmpty() ? Removed : failed(error), updatingFinished(A), finished(error.isEmpty(), error, 0)}));
 }
 
+// An answer that comes later changes nothing.
+void PackageRemovalTest::endsWithTheTimeout()
+{
+    HandlerInternals::setPackageManagerTimeout(m_handler.get(), 100);
+    m_packageManager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)"));
+    m_handler->removePackages({A});
+    QVERIFY(happens({packageQuery(A), Managed, removalCall(A), failed(Silence), updatingFinished(A),
+                     finished(false, Silence, 0)}));
+    QVERIFY(m_packageManager->answerHeld(PeerAnswer::error("ru.quon.ZARN.Error.Failed", "late")));
+    QVERIFY(roundTrip(QDBusConnection::systemBus(), QStringLiteral("ru.quon.ZARN")));
+    QVERIFY(happens({}));
+}
+
 void PackageRemovalTest::releasesTheAnswer()
 {
     m_packageManager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)"));
@@ -152,6 +171,20 @@ void PackageRemovalTest::removesByPackageKit()
     m_handler->removePackages({A}, true);
     QCOMPARE(count(), 1);
     QVERIFY(happens(QStringList{packageQuery(A), Native, Start} + m_packageKit->calls(0, Resolve)));
+    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
+    QVERIFY(happens({Removed, updatingFinished(A), finished(true, QString(), 0), Deletion}));
+}
+
+// Without a word about it; and a record that comes later is none.
+void PackageRemovalTest::removesByPackageKitAfterTheTimeout()
+{
+    HandlerInternals::setPackageManagerTimeout(m_handler.get(), 100);
+    m_packageManager->answer(QStringLiteral("GetPackage"), PeerAnswer::held());
+    m_handler->removePackages({A});
+    QVERIFY(happens(QStringList{packageQuery(A), Native, Start} + m_packageKit->calls(0, Resolve)));
+    QVERIFY(m_packageManager->answerHeld(PeerAnswer::values("(@a{ss} {},)")));
+    QVERIFY(roundTrip(QDBusConnection::systemBus(), QStringLiteral("ru.quon.ZARN")));
+    QVERIFY(happens({}));
     m_packageKit->tellEnd(0, Transaction::ExitSuccess);
     QVERIFY(happens({Removed, updatingFinished(A), finished(true, QString(), 0), Deletion}));
 }

@@ -102,3 +102,8 @@ const QDBusInterface &HandlerInternals::hooks(InstallationHandler *handler)
 {
     return handler->*memberOf(Hooks());
 }
+
+void HandlerInternals::setPackageManagerTimeout(InstallationHandler *handler, int timeout)
+{
+    (handler->*memberOf(PackageManager())).setTimeout(timeout);
+}

@@ -25,4 +25,7 @@ const QDBusInterface &developerMode(InstallationHandler *handler);
 const QDBusInterface &packageManager(InstallationHandler *handler);
 const QDBusInterface &hooks(InstallationHandler *handler);
 
+/** The package manager has to answer within so many milliseconds. */
+void setPackageManagerTimeout(InstallationHandler *handler, int timeout);
+
 }
