@@ -4,7 +4,9 @@
 
 import pytest
 from gi.repository import GLib
+from support.chronicle import chronicle
 from support.client import Client
+from support.packagekit import install
 
 KNOWN = GLib.Variant('(a{ss})', ({},))
 REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
@@ -106,6 +108,30 @@ def test_unknown_file_is_left_to_packagekit(standins, service, client, signals, 
     assert sorted(service.log()) == sorted('debug default: ' + line for line in (
         'Uninstall "" via RPM', 'UninstallTransactionPkgKit::start: ("")', 'Uninstalled ""',
         'deleting UninstallTransactionPkgKit'))
+
+
+@pytest.mark.parametrize('removed_before', [False, True], ids=['first', 'after a removal'])
+def test_native_package_is_told_of_each_time(standins, service, client, signals, package, removed_before):
+    """Reading a package file leaves librpm in a state in which the installed packages' launchers are found, and the
+    other way round."""
+    manager, packagekit, launcher_model = standins.start('package-manager', 'package-kit', 'launcher-model')
+    manager.configure('installs', 'nothing')
+    launchers = [f'/usr/share/applications/{name}.desktop' for name in ('one', 'other')]
+    file = package('native', files=dict.fromkeys(launchers, '[Desktop Entry]\n'))
+    install(file)
+    requests = [lambda: client.install([file], sdk_mode=True)] * 2
+    if removed_before:
+        requests.insert(0, lambda: client.remove(['native']))
+
+    for count, request in enumerate(requests, 1):
+        request()
+        assert signals.wait('removalFinished', count) == (True, '')
+
+    signals.wait('installFinished', 2)
+    told = [('updatingStarted', ('native', '', '', launcher)) for launcher in launchers]
+    seen = [call for call in chronicle(packagekit, launcher_model) if call[0] in ('updatingStarted', 'Resolve')]
+    assert seen == [*told, ('Resolve', (4, ['native']))] * len(requests)
+    assert service.warnings() == []
 
 
 def test_names_are_read_as_the_caller_wrote_them(service, client, signals, manager, package):
