@@ -161,6 +161,31 @@ def test_bus_is_lost_before_packagekit_answers(peers, processes, system_bus, ser
     check_next_request(service, client, signals)
 
 
+def test_bus_is_lost_between_packagekits_answers(peers, processes, system_bus, service, client, signals):
+    """A package has been found, so that after the error the removal goes on, and fails a second time."""
+    peers.package_kit.hang('Resolve')
+    client.remove(['a'])
+    path = peers.package_kit.wait_call('Resolve').path
+    peers.package_kit.emit(path, 'org.freedesktop.PackageKit.Transaction', *package_found(A))
+    service.wait_for_log('Resolved: ')
+
+    processes.kill(system_bus.process)
+
+    signals.wait('removalFinished', 2)
+    service.wait_for_log(END)
+    assert signals.arguments('removalFinished') == [(False, LOST), (False, TEXT)]
+    assert service.warnings() == ['Transaction count out of sync!']
+    assert service.debugs()[3:] == [
+        f'Resolve Error: ("a") PackageKit::Transaction::ErrorInternalError "{LOST}"',
+        f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{LOST}"',
+        f'Failed to uninstall "a" "{LOST}"',
+        f'Uninstall Error: ("a") PackageKit::Transaction::ErrorInternalError "{TEXT}"',
+        f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{TEXT}"',
+        f'Failed to uninstall "a" "{TEXT}"',
+        END]
+    check_next_request(service, client, signals)
+
+
 def test_bus_is_lost_while_packagekit_searches(peers, processes, system_bus, service, client, signals):
     """Its library does not notice, so the removal has no end."""
     peers.package_kit.script('Resolve', [package_found(A)])
