@@ -25,8 +25,12 @@ class QQmlEngine;
  * process, and the proxies and the dialog controller that it lends out. The work is
  * done by the transactions and the removals.
  *
- * Requests are answered at once and return nothing; outcomes follow as signals.
- * Every invokable method and every signal is part of the bus interface.
+ * Requests return nothing, and their answers do not wait for the outcomes, which
+ * follow as signals. A removal, also that of an installation in sdk mode, is
+ * answered only after every "GetPackage" (up to 15 minutes a name),
+ * "updatingStarted" and "OnRemove" (up to 25 seconds a call) that it leads to;
+ * other requests wait meanwhile. Every invokable method and every signal is part
+ * of the bus interface.
  */
 class InstallationHandler : public QObject, protected QDBusContext
 {
