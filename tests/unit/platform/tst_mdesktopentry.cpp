@@ -36,6 +36,7 @@ private Q_SLOTS:
     void readsNothingThatIsLarge();
     void readsNothingThatIsNoFile_data();
     void readsNothingThatIsNoFile();
+    void readsNothingFromAPipe();
     void readsNothingBehindAZeroByte();
     void readsNothingThatIsSecret();
     void leavesNothingOpen();
@@ -213,6 +214,17 @@ void MDesktopEntryTest::readsNothingThatIsNoFile()
     QVERIFY(!deadline.hasPassed());
     QVERIFY(!read.contains(Key));
     QCOMPARE(read.value(Key), QString());
+}
+
+// Even if what it holds would make an entry.
+void MDesktopEntryTest::readsNothingFromAPipe()
+{
+    QFile writer(m_files.fifo());
+    QVERIFY(writer.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    const QByteArray text("[Desktop Entry]\nX-key=value\n");
+    QCOMPARE(writer.write(text), qint64(text.size()));
+    QVERIFY(!MDesktopEntry(m_files.fifo()).contains(Key));
+    QCOMPARE(writer.read(text.size()), text);
 }
 
 // Which ends a path for the system, so that it would be another file's.
