@@ -6,6 +6,7 @@ from pathlib import Path
 
 from standin.controlclient import ControlClient
 from standin.names import BUSES, TOGETHER
+from standin.remoteerror import RemoteError
 
 SIMULATOR = Path(__file__).resolve().parents[3] / 'simulator'
 
@@ -40,6 +41,16 @@ class StandIn(ControlClient):
     def wait_exit(self):
         """Waits until the process has ended."""
         self._processes.wait_end(self.process)
+
+    def last_words(self):
+        """What should not have happened; nothing of one that has been told to die and has just left the bus."""
+        try:
+            return self.unexpected()
+        except RemoteError:
+            if not self.process.end_awaited:
+                raise
+            self.wait_exit()
+            return []
 
     def kill(self):
         """Ends the process abruptly."""
@@ -84,7 +95,7 @@ class StandIns:
     def unexpected(self):
         """Calls that no stand-in offers and mistakes in directing one, of all that still run."""
         return [f'{standin.name}: {text}' for standin in self._started.values() if standin.process.alive
-                for text in standin.unexpected()]
+                for text in standin.last_words()]
 
 
 def written(value):
