@@ -28,9 +28,9 @@ class QQmlEngine;
  * Requests return nothing, and their answers do not wait for the outcomes, which
  * follow as signals. A removal, also that of an installation in sdk mode, is
  * answered only after every "GetPackage" (up to 15 minutes a name),
- * "updatingStarted" and "OnRemove" (up to 25 seconds a call) that it leads to;
- * other requests wait meanwhile. Every invokable method and every signal is part
- * of the bus interface.
+ * "updatingStarted" and "OnRemove" (up to 25 seconds a call) that comes before
+ * it; other requests wait meanwhile. Every invokable method and every signal is
+ * part of the bus interface.
  */
 class InstallationHandler : public QObject, protected QDBusContext
 {
