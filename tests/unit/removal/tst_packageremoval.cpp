@@ -133,8 +133,9 @@ void PackageRemovalTest::passesTheAnswerOn()
 // An answer that comes later changes nothing.
 void PackageRemovalTest::endsWithTheTimeout()
 {
-    HandlerInternals::setPackageManagerTimeout(m_handler.get(), 100);
-    m_packageManager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)"));
+    // Only the removal has so little time.
+    const auto hurry = [this] { HandlerInternals::setPackageManagerTimeout(m_handler.get(), 100); };
+    m_packageManager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)").after(hurry));
     m_handler->removePackages({A});
     QVERIFY(happens({packageQuery(A), Managed, removalCall(A), failed(Silence), updatingFinished(A),
                      finished(false, Silence, 0)}));
