@@ -10,7 +10,7 @@ from .rpmrun import run_rpm
 
 
 class RpmInstallation:
-    """Installs or upgrades one package file without blocking; rpm itself waits for other runs."""
+    """Installs or upgrades one package file without blocking."""
 
     def __init__(self, path, ended):
         """`ended` is called with the package's (name, version) and None, or with None and the RpmRefusal."""

@@ -1,14 +1,33 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""One run of rpm."""
+"""Runs of rpm."""
+
+from collections import deque
 
 from gi.repository import Gio
 
+_runs = deque()
+
 
 def run_rpm(arguments, ended):
-    """Runs rpm without blocking; `ended` is called with whether it succeeded, and with all that it said."""
+    """Runs rpm without blocking; `ended` is called with whether it succeeded, and with all that it said.
+
+    One runs at a time, in the order of the calls: rpm by itself looks at what is installed before it waits for
+    another run to end.
+    """
+    _runs.append((arguments, ended))
+    if len(_runs) == 1:
+        _start_first()
+
+
+def _start_first():
+    arguments, ended = _runs[0]
+
     def finished(process, result):
         _, output, _ = process.communicate_utf8_finish(result)
+        _runs.popleft()
+        if _runs:
+            _start_first()
         ended(process.get_successful(), output)
 
     launcher = Gio.SubprocessLauncher.new(Gio.SubprocessFlags.STDOUT_PIPE | Gio.SubprocessFlags.STDERR_MERGE)
