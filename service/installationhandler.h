@@ -52,7 +52,8 @@ public:
     Q_INVOKABLE void installFiles(const QStringList &fileUrls, bool sdkMode = false, bool keepUserdata = false);
 
     /**
-     * Removes installed packages by name; each ends in a removalFinished of its own.
+     * Removes installed packages by name; each ends in a removalFinished of its own,
+     * but for what "Known behaviour" in the README says of PackageKit.
      * keepUserdata: leave what the applications have stored, where the back end can.
      */
     Q_INVOKABLE void removePackages(const QStringList &packageNames, bool keepUserdata = false);

@@ -8,7 +8,7 @@
 // up when they are loaded. Linked in the ordinary way they would be looked for
 // in some fifty libraries that precede them, which made up a fifth of the
 // instructions from start to bus name. Here they are looked for among librpm's
-// own libraries first, and not before there is a package to read.
+// own libraries first, and not before there is a package to read or to remove.
 
 #include <rpm/header.h>
 #include <rpm/rpmcli.h>

@@ -21,10 +21,10 @@ class Removal:
 
 
 REMOVALS = (
-    Removal(HELLO_LAUNCHER, 'the package manager removes the application', ('GetPackage', 'Remove', 'removalFinished'),
-            HELLO),
+    Removal(HELLO_LAUNCHER, 'the package manager removes the application',
+            ('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished', 'removalFinished'), HELLO),
     Removal(NOTES_LAUNCHER, 'PackageKit removes the RPM package',
-            ('SearchFiles', 'Resolve', 'RemovePackages', 'removalFinished'), NOTES),
+            ('SearchFiles', 'updatingStarted', 'Resolve', 'RemovePackages', 'updatingFinished', 'removalFinished'), NOTES),
     Removal(OWN_LAUNCHER, "the service deletes the user's own launcher", ('OnRemove',)),
     Removal(ANDROID_LAUNCHER, 'Android support removes the application', ('SearchFiles', 'removeFile')),
 )

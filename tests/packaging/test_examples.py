@@ -81,4 +81,10 @@ def test_hints_of_the_shell(shell):
     said = shell.run(shell.hint('Look around'))
     assert 'velmora-hello-1.0-1' in said
     assert 'velmora-hello.desktop' in said
+
+    native, *others = re.findall(r'/[^"\' ]+\.desktop', shell.hint('Remove') + shell.welcome.partition('also: ')[2])
+    assert len(others) == 2
+    for launcher in others:
+        assert shell.run(shell.hint('Remove').replace(native, launcher)) == '()\n'
+        shell.run(f'until ! [ -e {launcher} ]; do sleep 0.1; done')
     assert shell.leave(0) == 0
