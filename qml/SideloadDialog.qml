@@ -38,9 +38,11 @@ Window {
     // Package text comes from strangers. What would be invisible, start a new line or turn the direction of its
     // surroundings is replaced by something harmless, and the middle of what is too long is left out.
     function harmless(text, longest) {
-        const shown = text.length > longest ? text.slice(0, longest / 2) + "…" + text.slice(-longest / 2) : text
+        // What is cut through goes as a whole.
+        const shown = text.length > longest ? text.slice(0, longest / 2).replace(/[\ud800-\udbff]$/, "") + "…"
+                                              + text.slice(-longest / 2).replace(/^[\udc00-\udfff]/, "") : text
         return shown.replace(/\s+/g, " ").replace(
-            /[\u0000-\u001f\u007f-\u009f\u00ad\u034f\u061c\u115f\u1160\u17b4\u17b5\u180b-\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u206f\u3164\uffa0\ufff0-\ufffb]|[\udb40-\udb43][\udc00-\udfff]/g,
+            /[\u0000-\u001f\u007f-\u009f\u00ad\u034f\u061c\u115f\u1160\u17b4\u17b5\u180b-\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u206f\u3164\uffa0\ufff0-\ufffb]|[\udb40-\udb43][\udc00-\udfff]|\ud80d[\udc30-\udc3f]|\ud82f[\udca0-\udca3]|\ud834[\udd73-\udd7a]/g,
             "\ufffd")
     }
 

@@ -51,6 +51,7 @@ private Q_SLOTS:
     void lettersOfAllScriptsStay_data();
     void lettersOfAllScriptsStay();
     void longTextsLoseTheirMiddle();
+    void charactersAreNotHalved();
     void heapsOfMarksStayInTheirPlace();
 };
 
@@ -159,6 +160,9 @@ void DialogTextsTest::unseenCharactersAreReplaced_data()
     QTest::newRow("Hangul filler") << 0x3164u << 0x3164u;
     QTest::newRow("half-width filler") << 0xffa0u << 0xffa0u;
     QTest::newRow("annotations") << 0xfff0u << 0xfffbu;
+    QTest::newRow("hieroglyph controls") << 0x13430u << 0x1343fu;
+    QTest::newRow("shorthand controls") << 0x1bca0u << 0x1bca3u;
+    QTest::newRow("musical controls") << 0x1d173u << 0x1d17au;
     QTest::newRow("tags") << 0xe0000u << 0xe007fu;
     QTest::newRow("last tag") << 0xe0fffu << 0xe0fffu;
 }
@@ -244,6 +248,20 @@ void DialogTextsTest::longTextsLoseTheirMiddle()
     QCOMPARE(shown(dialog, "version").size(), 65);
     QCOMPARE(shown(dialog, "summary").size(), 1001);
     QCOMPARE(shown(dialog, "path").size(), 4097);
+}
+
+void DialogTextsTest::charactersAreNotHalved()
+{
+    const QString longer = QStringLiteral("a") + QStringLiteral("\U0001f5fc").repeated(10000) + QLatin1Char('b');
+    PackageTexts texts;
+    fill(&texts, longer);
+    const ShownDialog dialog(&texts);
+
+    for (const char *item : PackageItems) {
+        const QString part = shown(dialog, item);
+        QVERIFY(part.contains(QStringLiteral("…")));
+        QCOMPARE(part.toUcs4().size() * 2 - 3, part.size());
+    }
 }
 
 void DialogTextsTest::heapsOfMarksStayInTheirPlace()
