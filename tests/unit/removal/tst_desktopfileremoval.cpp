@@ -13,6 +13,8 @@ using PackageKit::Transaction;
 
 namespace {
 
+const QString A = QStringLiteral("a");
+const QString B = QStringLiteral("b");
 const QString App = QStringLiteral("app");
 const QString Launcher = QStringLiteral("/usr/share/applications/app.desktop");
 const QString Path = QStringLiteral("/org/velmoraos/installationhandler");
@@ -33,6 +35,8 @@ private Q_SLOTS:
     void cleanup();
 
     void isOverWhenTheDaemonIsCalled();
+    void isOverWhenTheOwnerIsRemoved();
+    void endsOnceMoreForEachFurtherOwner();
     void searchesAfterTheTimeout();
     void outlivesTheHandler_data();
     void outlivesTheHandler();
@@ -40,6 +44,8 @@ private Q_SLOTS:
 private:
     bool ask();
     QString state() const;
+    QStringList beginning(const QString &package, int transaction) const;
+    QStringList end(const QString &package) const;
 
     std::optional<DeviceFile> m_launcher;
     std::unique_ptr<RecordingPeer> m_zindro;
@@ -82,6 +88,20 @@ QString DesktopFileRemovalTest::state() const
             HandlerInternals::idleTimer(m_handler.get())->isActive() ? QStringLiteral("idle") : QStringLiteral("busy"));
 }
 
+// What a removal through PackageKit consists of, and what it comes to when nothing of the package is installed.
+QStringList DesktopFileRemovalTest::beginning(const QString &package, int transaction) const
+{
+    return QStringList{QStringLiteral("debug: Uninstall \"%1\" via RPM").arg(package),
+                       QStringLiteral("debug: UninstallTransactionPkgKit::start: (\"%1\")").arg(package)}
+            + m_packageKit->calls(transaction, QStringLiteral("Resolve(uint64 4, ['%1'])").arg(package));
+}
+
+QStringList DesktopFileRemovalTest::end(const QString &package) const
+{
+    return {QStringLiteral("debug: Uninstalled \"%1\"").arg(package), updatingFinished(package),
+            finished(true, QString(), 0), QStringLiteral("debug: deleting UninstallTransactionPkgKit")};
+}
+
 // Required: the wait for the daemon is no operation in flight.
 void DesktopFileRemovalTest::isOverWhenTheDaemonIsCalled()
 {
@@ -91,6 +111,38 @@ void DesktopFileRemovalTest::isOverWhenTheDaemonIsCalled()
     QCOMPARE(state(), QStringLiteral("1 in flight, busy"));
     m_packageKit->tellEnd(0, Transaction::ExitSuccess);
     QVERIFY(happens({Removal, QStringLiteral("0 in flight, idle")}));
+    QCOMPARE(state(), QStringLiteral("0 in flight, idle"));
+}
+
+// Required: the search ends as an operation before the removal begins as one, not when it has begun.
+void DesktopFileRemovalTest::isOverWhenTheOwnerIsRemoved()
+{
+    const PeerAnswer unknown = PeerAnswer::error("ru.quon.ZARN.Error.Unknown");
+    m_packageManager->answer(QStringLiteral("GetPackage"), {unknown, unknown.after([this] { note(state()); })});
+    QVERIFY(ask());
+    QVERIFY(happens(QStringList{packageQuery(App)} + m_packageKit->calls(0, Search)));
+    QCOMPARE(state(), QStringLiteral("1 in flight, busy"));
+    m_packageKit->tellPackage(0, QStringLiteral("a;1;;"));
+    QVERIFY(happens(QStringList{packageQuery(A), QStringLiteral("0 in flight, idle")} + beginning(A, 1)));
+    QCOMPARE(state(), QStringLiteral("1 in flight, busy"));
+}
+
+// Required: with nothing else in flight that is once too often, and said before the removal is counted.
+void DesktopFileRemovalTest::endsOnceMoreForEachFurtherOwner()
+{
+    QVERIFY(ask());
+    QVERIFY(happens(QStringList{packageQuery(App)} + m_packageKit->calls(0, Search)));
+    m_packageKit->tellPackage(0, QStringLiteral("a;1;;"));
+    QVERIFY(happens(QStringList{packageQuery(A)} + beginning(A, 1)));
+    m_packageKit->tellEnd(1, Transaction::ExitSuccess);
+    QVERIFY(happens(end(A)));
+
+    m_packageKit->tellPackage(0, QStringLiteral("b;1;;"));
+    QVERIFY(happens(QStringList{QStringLiteral("warning: Transaction count out of sync!"), packageQuery(B)}
+                    + beginning(B, 2)));
+    QCOMPARE(state(), QStringLiteral("1 in flight, busy"));
+    m_packageKit->tellEnd(2, Transaction::ExitSuccess);
+    QVERIFY(happens(end(B)));
     QCOMPARE(state(), QStringLiteral("0 in flight, idle"));
 }
 
