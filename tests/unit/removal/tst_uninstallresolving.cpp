@@ -33,6 +33,7 @@ private Q_SLOTS:
     void removesWhateverTheEnd();
     void failsOnError();
     void failsAndSucceedsWhenTheEndIsQueued();
+    void failsAndRemovesWhenTheEndIsQueued_data();
     void failsAndRemovesWhenTheEndIsQueued();
     void failsForEachError();
     void failsWithoutPackageKit();
@@ -161,23 +162,39 @@ void UninstallResolvingTest::failsAndSucceedsWhenTheEndIsQueued()
                     + QStringList(deletion())));
 }
 
+void UninstallResolvingTest::failsAndRemovesWhenTheEndIsQueued_data()
+{
+    QTest::addColumn<bool>("errorFirst");
+    QTest::newRow("error after the package") << false;
+    QTest::newRow("error before the package") << true;
+}
+
 // Required: the removal begins, and nobody is left who could report its outcome.
 void UninstallResolvingTest::failsAndRemovesWhenTheEndIsQueued()
 {
+    QFETCH(bool, errorFirst);
+
     QVERIFY(startResolving());
-    m_packageKit->tellPackage(0, Id);
-    m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
+    const QStringList resolved(resolvedLine(Id));
+    const QStringList failed = failing(QStringLiteral("Resolve"), QStringLiteral("ErrorInternalError"), Refusal);
+    if (errorFirst) {
+        m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
+        m_packageKit->tellPackage(0, Id);
+    } else {
+        m_packageKit->tellPackage(0, Id);
+        m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
+    }
     m_packageKit->tellEnd(0, Transaction::ExitFailed);
     QVERIFY(PackageKitPeer::settle());
     QVERIFY(QTest::qWaitFor([this] { return m_journal.entries().contains(m_packageKit->call(1, Removal)); }));
 
+    const QStringList before = errorFirst ? failed + resolved : resolved + failed;
     QStringList entries = m_journal.entries();
+    QCOMPARE(entries.mid(0, before.size()), before);
     for (const QString &call : m_packageKit->calls(1, Removal)) {
         QCOMPARE(entries.removeAll(call), 1);
     }
-    QCOMPARE(entries, QStringList(resolvedLine(Id))
-             + failing(QStringLiteral("Resolve"), QStringLiteral("ErrorInternalError"), Refusal)
-             + QStringList(deletion()));
+    QCOMPARE(entries, before + QStringList(deletion()));
     m_journal.clear();
     m_packageKit->tellEnd(1, Transaction::ExitSuccess);
     QVERIFY(happens({}));
