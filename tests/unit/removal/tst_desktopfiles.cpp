@@ -6,22 +6,15 @@
 #include "devicefile.h"
 #include "processstate.h"
 #include "rpmenvironment.h"
+#include "runcommand.h"
 #include "testbus.h"
 
 #include <QDir>
-#include <QProcess>
+#include <QTextCodec>
 #include <QtTest>
-
-#include <rpm/rpmfi.h>
-#include <rpm/rpmtag.h>
 
 #include <memory>
 #include <vector>
-
-// What librpm is asked for, by the numbers that are meant.
-static_assert(RPMDBI_NAME == 1000);
-static_assert(RPMTAG_BASENAMES == 1117);
-static_assert(RPMFI_FLAGS_QUERY == 98318);
 
 namespace {
 
@@ -29,20 +22,13 @@ const QString Applications = QStringLiteral("/usr/share/applications/");
 const QString Database = QStringLiteral("/var/lib/rpm");
 const QString Kept = QStringLiteral("/var/lib/rpm-kept");
 
-bool run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
-    process.start(program, arguments);
-    return process.waitForFinished(60000) && process.exitCode() == 0;
-}
-
 bool install(const QString &file)
 {
     // What is made by hand has no digest of its payload.
-    return run(QStringLiteral("rpm"),
-               {QStringLiteral("-i"), QStringLiteral("--justdb"), QStringLiteral("--nodeps"), QStringLiteral("--nodigest"),
-                QStringLiteral("--nosignature"), QStringLiteral(LAUNCHER_PACKAGES "/") + file});
+    return runCommand(QStringLiteral("rpm"),
+                      {QStringLiteral("-i"), QStringLiteral("--justdb"), QStringLiteral("--nodeps"),
+                       QStringLiteral("--nodigest"), QStringLiteral("--nosignature"),
+                       QStringLiteral(LAUNCHER_PACKAGES "/") + file});
 }
 
 QStringList applications(const QStringList &names)
@@ -66,6 +52,7 @@ private Q_SLOTS:
 
     void findsInstalledLaunchers_data();
     void findsInstalledLaunchers();
+    void looksUpInTheLocalEncoding();
     void findsMany();
     void findsNothing_data();
     void findsNothing();
@@ -83,10 +70,10 @@ void DesktopFilesTest::initTestCase()
 {
     for (const char *package : {"several-1.0-1.noarch", "none-1.0-1.noarch", "nothing-1.0-1.noarch", "twice-1.0-1.noarch",
                                 "twice-2.0-1.noarch", "ambrel-apk-a.b-1.0-1.noarch", "many-1.0-1.noarch", "latin",
-                                "unicode"}) {
+                                "latinname", "unicode"}) {
         QVERIFY2(install(QLatin1String(package) + QLatin1String(".rpm")), package);
     }
-    QVERIFY(run(QStringLiteral("cp"), {QStringLiteral("-a"), Database, Kept}));
+    QVERIFY(runCommand(QStringLiteral("cp"), {QStringLiteral("-a"), Database, Kept}));
     // Opens what stays open.
     findDesktopFiles(QStringLiteral("several"));
 }
@@ -119,6 +106,16 @@ void DesktopFilesTest::findsInstalledLaunchers()
     QFETCH(QStringList, launchers);
 
     QCOMPARE(findDesktopFiles(name), applications(launchers));
+}
+
+// Another package's bytes spell the name in UTF-8.
+void DesktopFilesTest::looksUpInTheLocalEncoding()
+{
+    QTextCodec *const usual = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const QStringList found = findDesktopFiles(QStringLiteral("n\u00e4me"));
+    QTextCodec::setCodecForLocale(usual);
+    QCOMPARE(found, applications({QStringLiteral("latinname.desktop")}));
 }
 
 void DesktopFilesTest::findsMany()
@@ -237,10 +234,10 @@ void DesktopFilesTest::sortsAndroidLaunchers()
 void DesktopFilesTest::doesWithoutApplications()
 {
     const QString away = QStringLiteral("/usr/share/applications-away");
-    QVERIFY(run(QStringLiteral("mv"), {Applications, away}));
+    QVERIFY(runCommand(QStringLiteral("mv"), {Applications, away}));
     const QStringList android = findDesktopFiles(QStringLiteral("ambrel-apk-"));
     const QStringList native = findDesktopFiles(QStringLiteral("twice"));
-    QVERIFY(run(QStringLiteral("mv"), {away, Applications}));
+    QVERIFY(runCommand(QStringLiteral("mv"), {away, Applications}));
     QCOMPARE(android, QStringList());
     QCOMPARE(native, applications({QStringLiteral("first.desktop")}));
 }
@@ -266,10 +263,10 @@ void DesktopFilesTest::survivesADamagedDatabase()
 {
     QFETCH(QString, damage);
 
-    QVERIFY(run(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("cd /var/lib/rpm; ") + damage}));
+    QVERIFY(runCommand(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("cd /var/lib/rpm; ") + damage}));
     const QStringList found = findDesktopFiles(QStringLiteral("twice"));
-    QVERIFY(run(QStringLiteral("rm"), {QStringLiteral("-rf"), Database}));
-    QVERIFY(run(QStringLiteral("cp"), {QStringLiteral("-a"), Kept, Database}));
+    QVERIFY(runCommand(QStringLiteral("rm"), {QStringLiteral("-rf"), Database}));
+    QVERIFY(runCommand(QStringLiteral("cp"), {QStringLiteral("-a"), Kept, Database}));
     QCOMPARE(found, QStringList());
     QCOMPARE(findDesktopFiles(QStringLiteral("twice")), applications({QStringLiteral("first.desktop")}));
 }
