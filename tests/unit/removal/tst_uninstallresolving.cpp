@@ -41,6 +41,9 @@ private Q_SLOTS:
     void failsWhenPackageKitVanishes();
     void worksWhenPackageKitIsBack();
     void keepsRemovalsApart();
+
+private:
+    QStringList tellPackageAndError(bool errorFirst);
 };
 
 void UninstallResolvingTest::startsNothingByItself()
@@ -169,32 +172,39 @@ void UninstallResolvingTest::failsAndRemovesWhenTheEndIsQueued_data()
     QTest::newRow("error before the package") << true;
 }
 
+// Returns what comes of the two.
+QStringList UninstallResolvingTest::tellPackageAndError(bool errorFirst)
+{
+    const QStringList resolved(resolvedLine(Id));
+    const QStringList failed = failing(QStringLiteral("Resolve"), QStringLiteral("ErrorInternalError"), Refusal);
+    if (errorFirst) {
+        m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
+        m_packageKit->tellPackage(0, Id);
+        return failed + resolved;
+    }
+    m_packageKit->tellPackage(0, Id);
+    m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
+    return resolved + failed;
+}
+
 // Required: the removal begins, and nobody is left who could report its outcome.
 void UninstallResolvingTest::failsAndRemovesWhenTheEndIsQueued()
 {
     QFETCH(bool, errorFirst);
 
     QVERIFY(startResolving());
-    const QStringList resolved(resolvedLine(Id));
-    const QStringList failed = failing(QStringLiteral("Resolve"), QStringLiteral("ErrorInternalError"), Refusal);
-    if (errorFirst) {
-        m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
-        m_packageKit->tellPackage(0, Id);
-    } else {
-        m_packageKit->tellPackage(0, Id);
-        m_packageKit->tellError(0, Transaction::ErrorInternalError, Refusal);
-    }
+    const QStringList told = tellPackageAndError(errorFirst);
     m_packageKit->tellEnd(0, Transaction::ExitFailed);
     QVERIFY(PackageKitPeer::settle());
     QVERIFY(QTest::qWaitFor([this] { return m_journal.entries().contains(m_packageKit->call(1, Removal)); }));
 
-    const QStringList before = errorFirst ? failed + resolved : resolved + failed;
+    // PackageKit may hear of the removal before or after the deletion.
     QStringList entries = m_journal.entries();
-    QCOMPARE(entries.mid(0, before.size()), before);
+    QCOMPARE(entries.mid(0, told.size()), told);
     for (const QString &call : m_packageKit->calls(1, Removal)) {
         QCOMPARE(entries.removeAll(call), 1);
     }
-    QCOMPARE(entries, before + QStringList(deletion()));
+    QCOMPARE(entries, told + QStringList(deletion()));
     m_journal.clear();
     m_packageKit->tellEnd(1, Transaction::ExitSuccess);
     QVERIFY(happens({}));
