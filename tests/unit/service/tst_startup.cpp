@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
+#include "busmonitor.h"
 #include "devicefile.h"
 #include "devicetest.h"
 #include "journal.h"
@@ -88,6 +89,28 @@ private:
     DeviceFile m_file;
 };
 
+// What the probe has told, among it the handler's beginning and end: the last proxy that it makes looks at its peer,
+// and its display watcher, which goes last, listens no longer.
+QStringList comingsAndGoings(const QString &traffic)
+{
+    static const QRegularExpression message(QStringLiteral(
+            "member=Tell\\n +string \"(?<told>.*)\"|"
+            "(?<made>destination=ru\\.quon\\.RuntimeManager .*member=Introspect)|"
+            "(?<destroyed>member=RemoveMatch\\n +string \".*member='display_status_ind')"));
+    QStringList all;
+    for (auto matches = message.globalMatch(traffic); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        if (match.capturedLength(QStringLiteral("made")) > 0) {
+            all << QStringLiteral("handler made");
+        } else if (match.capturedLength(QStringLiteral("destroyed")) > 0) {
+            all << QStringLiteral("handler destroyed");
+        } else {
+            all << match.captured(QStringLiteral("told"));
+        }
+    }
+    return all;
+}
+
 const QString Absent = QStringLiteral("unix:path=/absent");
 
 const QString English = QStringLiteral("velmora-installationhandler_eng_en");
@@ -115,6 +138,8 @@ private Q_SLOTS:
     void givesUpWithoutSessionBus();
     void givesUpWhenThePathIsTaken();
     void givesUpWhenTheNameIsTaken();
+    void endsInReverseOrder_data();
+    void endsInReverseOrder();
 };
 
 void StartupTest::isOnTheBus()
@@ -199,6 +224,47 @@ void StartupTest::givesUpWhenTheNameIsTaken()
              QStringList(QStringLiteral("Service name is already in use: org.velmoraos.installationhandler")));
     QCOMPARE(outcome.said, QStringList());
     QCOMPARE(calls.entries(), QStringList());
+}
+
+void StartupTest::endsInReverseOrder_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("sessionBus");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<int>("status");
+    const QString bus = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QTest::newRow("after its work") << QStringList() << bus << QStringList() << 42;
+    QTest::newRow("without session bus") << QStringList() << Absent << QStringList() << 1;
+    QTest::newRow("path taken") << QStringList(QStringLiteral("occupied")) << bus << QStringList() << 1;
+    QTest::newRow("name taken") << QStringList() << bus
+                                << QStringList(QStringLiteral("org.velmoraos.installationhandler")) << 1;
+}
+
+// Also where it gives up: the handler has been there by then.
+void StartupTest::endsInReverseOrder()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, sessionBus);
+    QFETCH(QStringList, names);
+    QFETCH(int, status);
+    const QList<QByteArray> everywhere{"probe-all"};
+    const Catalogue english(English, everywhere);
+    const Catalogue german(German, everywhere);
+    const Catalogue zarnEnglish(ZarnEnglish, everywhere);
+    const Catalogue zarnGerman(ZarnGerman, everywhere);
+    Journal calls;
+    const RecordingPeer other(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), names, &calls);
+    BusMonitor monitor(QDBusConnection::systemBus(), qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
+    QHash<QString, QString> environment = InGerman;
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), sessionBus);
+
+    QCOMPARE(start(arguments, environment).status, status);
+    const QString textOf = QStringLiteral("text of ");
+    QCOMPARE(comingsAndGoings(QString::fromUtf8(monitor.traffic())),
+             QStringList({textOf + English, textOf + German, textOf + ZarnEnglish, textOf + ZarnGerman,
+                          QStringLiteral("handler made"), QStringLiteral("handler destroyed"),
+                          textOf + ZarnEnglish, textOf + German, textOf + English, textOf + QStringLiteral("probe-all"),
+                          QStringLiteral("engine destroyed"), QStringLiteral("application destroyed")}));
 }
 
 int main(int argc, char **argv)
