@@ -8,7 +8,9 @@
 #include "installtransaction.h"
 #include "rpminfo.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
+#include <QTimer>
 
 namespace {
 
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void countsWhatEndsInsideItsStart();
     void countsWhatNeverEnds();
     void noticesOneEndTooMany();
+    void beginsTheIdleTimeAnew();
     void goesOnInsideAnEnd();
     void goesOnToTheNextDialogInsideAnEnd();
     void goesOnInsideAnotherEnd();
@@ -99,6 +102,25 @@ void OperationCountTest::noticesOneEndTooMany()
 
     m_handler->installFiles({packageFile(Plain)});
     QCOMPARE(state(), QStringLiteral("1 running, 0 waiting"));
+}
+
+// Whatever ends while the timer runs gives those who come next the whole time.
+void OperationCountTest::beginsTheIdleTimeAnew()
+{
+    constexpr int IdleTime = 30000;
+    constexpr int Rounding = 5;
+    QTimer *timer = HandlerInternals::idleTimer(m_handler.get());
+    QCOMPARE(timer->interval(), IdleTime);
+    // As it is, it counts in whole seconds.
+    timer->setTimerType(Qt::PreciseTimer);
+    timer->start();
+    QTRY_VERIFY(timer->remainingTime() < IdleTime - 200);
+
+    QElapsedTimer since;
+    since.start();
+    m_handler->endTransaction();
+    const int remaining = timer->remainingTime();
+    QVERIFY(remaining >= IdleTime - since.elapsed() - Rounding);
 }
 
 void OperationCountTest::goesOnInsideAnEnd()
