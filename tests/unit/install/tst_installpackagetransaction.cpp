@@ -8,6 +8,7 @@
 #include "methodsof.h"
 #include "roundtrip.h"
 
+#include <QDBusPendingCallWatcher>
 #include <QSignalSpy>
 
 #include <type_traits>
@@ -49,6 +50,7 @@ private Q_SLOTS:
     void asksThePolicyEachTime();
     void asksBeforeItInstalls();
     void takesOneFileAfterTheOther();
+    void releasesAnsweredCalls();
     void goesOnWithFilesThatCannotBeRead();
     void handsThePathOver_data();
     void handsThePathOver();
@@ -187,6 +189,23 @@ void InstallPackageTransactionTest::takesOneFileAfterTheOther()
     const QStringList both = first + QStringList{readLine(Translated), silenceQuery(),
                                                  installCall(packageFile(Translated)), finished(true)};
     QCOMPARE(settledEntries(both.size()), both);
+}
+
+// Not only when the last file is done, as there may be many.
+void InstallPackageTransactionTest::releasesAnsweredCalls()
+{
+    m_peer->answer(QStringLiteral("Install"), {PeerAnswer::values(), PeerAnswer::held()});
+    InstallPackageTransaction *transaction = make({packageFile(Plain), packageFile(Translated)}, true);
+    transaction->start();
+    const QStringList both{readLine(Plain), silenceQuery(), installCall(packageFile(Plain)),
+                           readLine(Translated), silenceQuery(), installCall(packageFile(Translated))};
+    QCOMPARE(settledEntries(both.size()), both);
+
+    TestDialog::deleteScheduled();
+    QCOMPARE(transaction->findChildren<QDBusPendingCallWatcher *>().size(), 1);
+
+    QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
+    QCOMPARE(settledEntries(both.size() + 1), both + QStringList(finished(true)));
 }
 
 // Required: whether a file can be read is the package manager's to find out,
