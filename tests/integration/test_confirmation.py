@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Installations that the user is asked about."""
 
+from gi.repository import GLib
+
 NOT_SDK_NOT_SILENT = ('"Unable install package without confirm: The installation is not running in sdk mode. '
                       'Silent software instalation is not allowed"')
 
@@ -27,6 +29,24 @@ def test_accepted_package_is_installed(platform, service, client, signals, dialo
     assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('wanted', 3000000)]
     assert signals.names() == ['needConfirm', 'installFinished']
     assert device.packages() == ['wanted']
+
+
+def test_mce_is_looked_at_before_each_request(platform, service, client, signals, dialog, system_bus, system_traffic,
+                                              package):
+    """With a proxy for each. The bus library would only remember what MCE says of itself, if it said anything."""
+    dialog.use('Dismissing')
+    platform.mce.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
+
+    client.install([package('first'), package('second')])
+
+    assert signals.wait('installFinished')[0] is False
+    service.barrier()
+    sent = system_traffic.messages(system_bus.name_of_process(service.process.pid), 'method-call')
+    assert [(call.path, call.member) for call in sent if call.destination == 'com.nokia.mce'] == 2 * [
+        ('/com/nokia/mce/request', 'Introspect'),
+        ('/com/nokia/mce/request', 'notification_begin_req'),
+        ('/com/nokia/mce/request', 'Introspect'),
+        ('/com/nokia/mce/request', 'notification_end_req')]
 
 
 def test_declined_package_is_not_installed(platform, service, client, signals, dialog, device, package):

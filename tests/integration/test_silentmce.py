@@ -4,14 +4,16 @@
 
 import time
 
+import pytest
 from support.bustimeout import TIMEOUT
 
 
-def test_silence_of_mce_ends(standins, service, client, signals, dialog):
+@pytest.mark.parametrize('method', ['Introspect', 'notification_begin_req'])
+def test_silence_of_mce_ends(standins, service, client, signals, dialog, method):
     """The dialog is shown after all."""
     mce = standins.start('mce')
     standins.start('package-manager', installs='nothing')
-    mce.hang('notification_begin_req', 1)
+    mce.hang(method, 1)
     dialog.use('Confirming')
     before = time.monotonic()
 
