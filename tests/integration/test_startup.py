@@ -42,13 +42,15 @@ def test_object_answers_what_was_asked_before_the_name_was_there(system_bus, pro
     assert call.wait() == ()
 
 
-def test_proxies_are_made_before_the_name(processes, session_bus, standins, program):
+def test_proxies_are_made_before_the_name(processes, session_bus, session_traffic, standins, program):
+    """That of the launcher model before all others."""
     developer_mode = standins.start('developer-mode')
     developer_mode.hang('Introspect')
 
     program.launch()
     processes.wait_until(lambda: 'Introspect hangs' in developer_mode.process.text, 'the service to look at a peer')
     assert not session_bus.has_owner(NAME)
+    assert asked(session_traffic) == [('org.orrinmobile.rozzle', 'Introspect')]
 
     developer_mode.release('Introspect')
     session_bus.wait_owner(NAME)
