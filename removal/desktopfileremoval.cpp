@@ -62,7 +62,7 @@ void DesktopFileRemoval::removeUserLauncher(const QString &desktopFile)
 void DesktopFileRemoval::removeSystemLauncher(const QString &desktopFile)
 {
     const QString package = QFileInfo(desktopFile).completeBaseName();
-    if (isKnownToPackageManager(m_packageManager, package)) {
+    if (isZarnPackage(m_packageManager, package)) {
         m_handler->removePackages({package});
     } else {
         findOwner(desktopFile);

@@ -26,7 +26,7 @@ PackageRemoval::PackageRemoval(InstallationHandler *handler, QDBusInterface *pac
 void PackageRemoval::removePackages(const QStringList &packageNames, bool keepUserdata)
 {
     for (const QString &name : packageNames) {
-        if (isKnownToPackageManager(m_packageManager, name)) {
+        if (isZarnPackage(m_packageManager, name)) {
             removeViaZarn(name, keepUserdata);
         } else {
             removeViaRpm(name);

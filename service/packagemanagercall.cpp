@@ -24,7 +24,7 @@ QDBusPendingCall callPackageManager(QDBusInterface *packageManager, const QStrin
 
 // Any error means that it doesn't: an absent or silent package manager removes
 // nothing, and whoever else may know the package is asked instead.
-bool isKnownToPackageManager(QDBusInterface *packageManager, const QString &package)
+bool isZarnPackage(QDBusInterface *packageManager, const QString &package)
 {
     const QDBusReply<ZarnPackage> reply = packageManager->call(QStringLiteral("GetPackage"), package);
     return reply.isValid();

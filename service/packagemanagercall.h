@@ -22,4 +22,4 @@ QDBusPendingCall callPackageManager(QDBusInterface *packageManager, const QStrin
  * "GetPackage" (s → a{ss}); false when it doesn't say. Waits for the answer,
  * for as long as the proxy's time-out.
  */
-bool isKnownToPackageManager(QDBusInterface *packageManager, const QString &package);
+bool isZarnPackage(QDBusInterface *packageManager, const QString &package);

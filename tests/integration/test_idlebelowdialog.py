@@ -2,20 +2,13 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A service that is idle while a dialog is still on screen."""
 
+from support.forgottendialog import prepare_forgotten_dialog
 from support.idle import IdleTime
 
 
 def test_dialog_that_nobody_waits_for_does_not_keep_the_service(standins, service, session_bus, client, signals,
                                                                 dialog):
-    """Two answers at once: the first file gets installed while the second one is asked about already."""
-    package_manager = standins.start('package-manager', installs='nothing')
-    package_manager.hang('Install')
-    dialog.use('Controlled')
-    client.install(['/first.rpm', '/second.rpm'])
-    dialog.wait_shown(1)
-    dialog.answer('requestInstall', 'dismissed', number=1)
-    dialog.wait_shown(2)
-    package_manager.wait_call('Install')
+    package_manager = prepare_forgotten_dialog(standins, client, dialog)
 
     with IdleTime() as idle:
         package_manager.release('Install')

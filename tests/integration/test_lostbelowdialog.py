@@ -2,19 +2,13 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A request that waits behind a dialog whose own request has ended."""
 
+from support.forgottendialog import prepare_forgotten_dialog
 from support.idle import IdleTime
 
 
 def test_service_ends_without_it(standins, service, session_bus, client, signals, dialog):
     """Nobody hears the answer that would start it."""
-    package_manager = standins.start('package-manager', installs='nothing')
-    package_manager.hang('Install')
-    dialog.use('Controlled')
-    client.install(['/first.rpm', '/second.rpm'])
-    dialog.wait_shown(1)
-    dialog.answer('requestInstall', 'dismissed', number=1)
-    dialog.wait_shown(2)
-    package_manager.wait_call('Install')
+    package_manager = prepare_forgotten_dialog(standins, client, dialog)
 
     with IdleTime() as idle:
         package_manager.release('Install')
