@@ -102,7 +102,7 @@ void InstallPackageTransaction::processNextFile()
 
 bool InstallPackageTransaction::isSilentInstallationAllowed()
 {
-    const QDBusMessage reply = m_developerMode->call(QStringLiteral("IsSilentInstallationEnabled"));
+    const QDBusMessage reply = m_developerMode->call(QDBus::Block, QStringLiteral("IsSilentInstallationEnabled"));
     const QDBusError error(reply);
     if (error.isValid()) {
         qWarning() << "Could not fetch developer mode state: " << error.message();

@@ -37,7 +37,7 @@ void requestMce(const QString &method, Arguments... arguments)
 {
     QDBusInterface mce(BusNames::Mce::Service, BusNames::Mce::Path, BusNames::Mce::Interface,
                        QDBusConnection::systemBus());
-    mce.call(method, arguments...);
+    mce.call(QDBus::Block, method, arguments...);
 }
 
 // QQmlComponent cannot load anything without an engine, and crashes on trying:

@@ -52,7 +52,7 @@ void DesktopFileRemoval::removeUserLauncher(const QString &desktopFile)
     if (!QFile::remove(desktopFile)) {
         qWarning() << "Failed to remove desktopFile:" << desktopFile;
     }
-    const QDBusMessage reply = m_hooks->call(QStringLiteral("OnRemove"), QFileInfo(desktopFile).baseName());
+    const QDBusMessage reply = m_hooks->call(QDBus::Block, QStringLiteral("OnRemove"), QFileInfo(desktopFile).baseName());
     const QDBusError error(reply);
     if (error.isValid()) {
         qWarning() << "Failed to call ZARN hook 'OnRemove' for Runtime Manager service: " << error.message();
@@ -93,7 +93,7 @@ void DesktopFileRemoval::handleOwnerApkFound(const QString &desktopFile)
     m_handler->endTransaction();
     QDBusInterface zindro(BusNames::Zindro::Service, BusNames::Zindro::Path, BusNames::Zindro::Interface,
                           QDBusConnection::systemBus());
-    const QDBusMessage reply = zindro.call(QStringLiteral("removeFile"), desktopFile);
+    const QDBusMessage reply = zindro.call(QDBus::Block, QStringLiteral("removeFile"), desktopFile);
     const bool removed = reply.type() == QDBusMessage::ReplyMessage && reply.arguments().value(0).toBool();
     if (!removed) {
         qWarning() << "InstallationHandler::removePackageByDesktopFile(const QString&)::"

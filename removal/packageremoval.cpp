@@ -80,5 +80,5 @@ void PackageRemoval::removeViaRpm(const QString &name)
 // The home screen marks the launcher; whether it can is no concern of the removal.
 void PackageRemoval::announceUpdate(const QString &name, const QString &desktopFile)
 {
-    m_launcherModel->call(QStringLiteral("updatingStarted"), name, QString(), QString(), desktopFile);
+    m_launcherModel->call(QDBus::Block, QStringLiteral("updatingStarted"), name, QString(), QString(), desktopFile);
 }

@@ -122,7 +122,7 @@ void InstallationHandler::handleRemovalFinished(const QString &packageName, cons
         qDebug() << "Failed to uninstall" << packageName << errorString;
     }
     // The home screen is told whatever the outcome, and need not listen.
-    m_launcherModel.call(QStringLiteral("updatingFinished"), packageName);
+    m_launcherModel.call(QDBus::Block, QStringLiteral("updatingFinished"), packageName);
     endTransaction();
     emit removalFinished(errorString.isEmpty(), errorString);
 }

@@ -18,7 +18,7 @@ int requestInstallation(const char *file)
 
     // One plain string, although the service's method takes a list: that is
     // how this client has always asked, see "Known behaviour" in the README.
-    const QDBusError error(service.call(QStringLiteral("installFiles"), QString::fromUtf8(file)));
+    const QDBusError error(service.call(QDBus::Block, QStringLiteral("installFiles"), QString::fromUtf8(file)));
     if (error.isValid()) {
         // The compilers spell Q_FUNC_INFO differently; the log does not.
         qWarning() << "int main(int, char**)" << "failed to request file installation:";

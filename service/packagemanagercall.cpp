@@ -26,6 +26,6 @@ QDBusPendingCall callPackageManager(QDBusInterface *packageManager, const QStrin
 // nothing, and whoever else may know the package is asked instead.
 bool isZarnPackage(QDBusInterface *packageManager, const QString &package)
 {
-    const QDBusReply<ZarnPackage> reply = packageManager->call(QStringLiteral("GetPackage"), package);
+    const QDBusReply<ZarnPackage> reply = packageManager->call(QDBus::Block, QStringLiteral("GetPackage"), package);
     return reply.isValid();
 }

@@ -17,11 +17,11 @@ class OtherService:
     `calls` are the signatures and arguments of the calls so far; `answer(invocation)` runs for each.
     """
 
-    def __init__(self, connection, answer):
+    def __init__(self, connection, answer, description=DESCRIPTION):
         self.calls = []
         self._answer = answer
-        description = Gio.DBusNodeInfo.new_for_xml(DESCRIPTION)
-        connection.register_object(PATH, description.interfaces[0], self._called)
+        interface = Gio.DBusNodeInfo.new_for_xml(description).interfaces[0]
+        connection.register_object(PATH, interface, self._called)
         connection.call_sync('org.freedesktop.DBus', '/', 'org.freedesktop.DBus', 'RequestName',
                              GLib.Variant('(su)', (NAME, 4)), None, Gio.DBusCallFlags.NONE, 20000, None)
 
