@@ -268,7 +268,8 @@ def test_android_application_after_a_failed_search(packagekit, android, android_
 
 
 TRUE = ['(true,)', "('true',)", "('yes',)", '(1,)', '(-1,)', '(0.5,)', "(true, 'more')"]
-FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)', "({'a': true},)", '((true,),)']
+FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)', "({'a': true},)", '((true,),)', '(<true>,)', '(0.0,)',
+         "(false, 'more')"]
 
 
 @pytest.mark.parametrize('values', [*TRUE, *FALSE])
@@ -282,6 +283,21 @@ def test_answer_of_android_support(packagekit, android, android_launcher, servic
     service.barrier()
     assert service.log() == ([] if values in TRUE else [f'warning default: {ANDROID_FAILED}'])
     assert signals.names() == []
+
+
+def test_android_support_is_looked_at_before_each_call(packagekit, android, android_launcher, service, client,
+                                                       system_bus, system_traffic):
+    """With a proxy for each. The bus library would only remember what it says of itself, if it said anything."""
+    android.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
+    android.answer('removeFile', GLib.Variant('(b)', (True,)))
+
+    for number in (1, 2):
+        client.remove_launcher(android_launcher)
+        android.wait_call('removeFile', number)
+        service.barrier()
+
+    sent = system_traffic.messages(system_bus.name_of_process(service.process.pid), 'method-call')
+    assert [call.member for call in sent if call.destination == 'com.zelka.zindro'] == 2 * ['Introspect', 'removeFile']
 
 
 @pytest.mark.parametrize('how', ['refuses', 'dies', 'is absent'])

@@ -3,6 +3,7 @@
 
 #include "handlerremovalscene.h"
 
+#include "desktopownerresolver.h"
 #include "devicefile.h"
 #include "devicetest.h"
 #include "roundtrip.h"
@@ -174,6 +175,7 @@ void DesktopFileRemovalTest::outlivesTheHandler()
 
     QVERIFY(ask());
     QVERIFY(happens(QStringList{packageQuery(App)} + m_packageKit->calls(0, Search)));
+    QVERIFY(m_handler->findChildren<DesktopOwnerResolver *>().isEmpty());
     m_handler.reset();
     if (owned) {
         m_packageKit->tellPackage(0, QStringLiteral("a;1;;"));

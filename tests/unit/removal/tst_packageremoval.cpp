@@ -19,6 +19,7 @@ const QString Native = QStringLiteral("debug: Uninstall \"a\" via RPM");
 const QString Managed = QStringLiteral("debug: Uninstall \"a\" via ZARN");
 const QString Removed = QStringLiteral("debug: Uninstalled \"a\"");
 const QString Resolve = QStringLiteral("Resolve(uint64 4, ['a'])");
+const QString NothingInFlight = QStringLiteral("0 in flight");
 const QString Refusal = QStringLiteral("not \"today\"");
 const QString Silence = QStringLiteral("Did not receive a reply. Possible causes include: the remote application did not "
                                        "send a reply, the message bus security policy blocked the reply, the reply "
@@ -63,13 +64,24 @@ private Q_SLOTS:
     void removesByPackageKit();
     void removesByPackageKitAfterTheTimeout();
     void passesPackageKitsRefusalOn();
+    void takesARefusalWithoutATextForSuccess();
     void reportsTwiceWhenTheEndIsQueued();
     void reportsNothingWhenPackageKitSaysNothing();
     void announcesAndroidLaunchersBeforeTheRemoval();
     void removesEachByItself();
     void doesWithoutTheHomeScreen();
     void outlivesTheHandler();
+
+private:
+    void noteCountWhenAnnounced();
 };
+
+// A removal counts when it has been asked for, not before.
+void PackageRemovalTest::noteCountWhenAnnounced()
+{
+    const auto noteCount = [this] { m_journal.add(QStringLiteral("%1 in flight").arg(count())); };
+    m_homeScreen->answer(QStringLiteral("updatingStarted"), PeerAnswer::values().after(noteCount));
+}
 
 void PackageRemovalTest::doesNothingWithoutNames()
 {
@@ -103,8 +115,10 @@ void PackageRemovalTest::announcesTheLauncher()
 {
     const DeviceFile launcher(Launcher);
     m_packageManager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)"));
+    noteCountWhenAnnounced();
     m_handler->removePackages({A});
-    QVERIFY(happens({packageQuery(A), Managed, updatingStarted(A, Launcher), removalCall(A)}));
+    QVERIFY(happens({packageQuery(A), Managed, updatingStarted(A, Launcher), NothingInFlight, removalCall(A)}));
+    QCOMPARE(count(), 1);
 }
 
 void PackageRemovalTest::passesTheAnswerOn_data()
@@ -199,6 +213,16 @@ void PackageRemovalTest::passesPackageKitsRefusalOn()
                     + QStringList{failed(Refusal), updatingFinished(A), finished(false, Refusal, 0), Deletion}));
 }
 
+// Required: there is no more to tell failure from success than the text.
+void PackageRemovalTest::takesARefusalWithoutATextForSuccess()
+{
+    m_handler->removePackages({A});
+    QVERIFY(happens(QStringList{packageQuery(A), Native, Start} + m_packageKit->calls(0, Resolve)));
+    m_packageKit->tellError(0, Transaction::ErrorNoCache, QString());
+    QVERIFY(happens(failing(QString())
+                    + QStringList{Removed, updatingFinished(A), finished(true, QString(), 0), Deletion}));
+}
+
 // Required: of one removal come a failure and a success, and the count ends once too often.
 void PackageRemovalTest::reportsTwiceWhenTheEndIsQueued()
 {
@@ -234,10 +258,13 @@ void PackageRemovalTest::announcesAndroidLaunchersBeforeTheRemoval()
     const DeviceFile first(QStringLiteral("/usr/share/applications/zindro_launcher_a_b1.desktop"));
     const DeviceFile second(QStringLiteral("/usr/share/applications/zindro_launcher_a_b2.desktop"));
     const QString name = QStringLiteral("ambrel-apk-a.b");
+    noteCountWhenAnnounced();
     m_handler->removePackages({name});
     QVERIFY(happens(QStringList{packageQuery(name), QStringLiteral("debug: Uninstall \"ambrel-apk-a.b\" via RPM"),
                                 updatingStarted(name, QStringLiteral("/usr/share/applications/zindro_launcher_a_b1.desktop")),
+                                NothingInFlight,
                                 updatingStarted(name, QStringLiteral("/usr/share/applications/zindro_launcher_a_b2.desktop")),
+                                NothingInFlight,
                                 QStringLiteral("debug: UninstallTransactionPkgKit::start: (\"ambrel-apk-a.b\")")}
                     + m_packageKit->calls(0, QStringLiteral("Resolve(uint64 4, ['ambrel-apk-a.b'])"))));
 }

@@ -53,6 +53,9 @@ void UninstallRemovingTest::removes()
     QFETCH(bool, autoremove);
 
     QVERIFY(startRemoving(autoremove));
+    // What is being removed is not found again.
+    m_packageKit->tellPackage(1, Id);
+    QVERIFY(happens({}));
     m_packageKit->tellEnd(1, Transaction::ExitSuccess, 4711);
     QVERIFY(happens(QStringList(endLine(QStringLiteral("ExitSuccess"), 4711)) + succeeding() + QStringList(deletion())));
 }

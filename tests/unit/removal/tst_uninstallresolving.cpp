@@ -106,12 +106,15 @@ void UninstallResolvingTest::removesWhateverIsReported()
     m_packageKit->tellPackage(0, Id, QStringLiteral("a \"summary\""), Transaction::InfoAvailable);
     m_packageKit->tellPackage(0, odd, {}, Transaction::InfoUnknown);
     m_packageKit->tellPackage(0, QString());
+    m_packageKit->tellPackage(0, odd);
+    // Only the removal's progress counts.
+    m_packageKit->tellProgress(0, Id, 50);
     QVERIFY(happens({QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoAvailable \"%1\" \"a \\\"summary\\\"\"")
                              .arg(Id),
                      QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoUnknown \"%1\" \"\"").arg(odd),
-                     resolvedLine(QString())}));
+                     resolvedLine(QString()), resolvedLine(odd)}));
     m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    const QString removal = QStringLiteral("RemovePackages(uint64 2, ['%1', '%2', ''], false, false)").arg(Id, odd);
+    const QString removal = QStringLiteral("RemovePackages(uint64 2, ['%1', '%2', '', '%2'], false, false)").arg(Id, odd);
     QVERIFY(happens(m_packageKit->calls(1, removal)));
 }
 

@@ -59,6 +59,7 @@ QStringList describe(const QDBusInterface &proxy)
         proxy.connection().name() == QDBusConnection::systemBus().name() ? QStringLiteral("system")
                                                                          : QStringLiteral("session"),
         proxy.service(), proxy.path(), proxy.interface(), QString::number(proxy.timeout()),
+        proxy.parent() ? QStringLiteral("owned") : QStringLiteral("by value"),
     };
 }
 
@@ -226,20 +227,21 @@ void InstallationHandlerTest::signalsOnTheBus()
 void InstallationHandlerTest::hasItsProxies()
 {
     const QString defaultTimeout = QStringLiteral("-1");
+    const QString byValue = QStringLiteral("by value");
     QCOMPARE(describe(HandlerInternals::launcherModel(m_handler.get())),
              QStringList({QStringLiteral("session"), QStringLiteral("org.orrinmobile.rozzle"),
                           QStringLiteral("/LauncherModel"), QStringLiteral("org.orrinmobile.rozzle.LauncherModel"),
-                          defaultTimeout}));
+                          defaultTimeout, byValue}));
     QCOMPARE(describe(HandlerInternals::developerMode(m_handler.get())),
              QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.developermode"), QStringLiteral("/"),
-                          QStringLiteral("ru.quon.developermode"), defaultTimeout}));
+                          QStringLiteral("ru.quon.developermode"), defaultTimeout, byValue}));
     QCOMPARE(describe(HandlerInternals::packageManager(m_handler.get())),
              QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"),
-                          QStringLiteral("ru.quon.ZARN"), QStringLiteral("900000")}));
+                          QStringLiteral("ru.quon.ZARN"), QStringLiteral("900000"), byValue}));
     QCOMPARE(describe(HandlerInternals::hooks(m_handler.get())),
              QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.RuntimeManager"),
                           QStringLiteral("/ru/quon/ZARN/Hooks"), QStringLiteral("ru.quon.ZARN.Hooks"),
-                          defaultTimeout}));
+                          defaultTimeout, byValue}));
 }
 
 void InstallationHandlerTest::idlesFromTheStart()
