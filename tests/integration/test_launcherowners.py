@@ -268,8 +268,8 @@ def test_android_application_after_a_failed_search(packagekit, android, android_
 
 
 TRUE = ['(true,)', "('true',)", "('yes',)", '(1,)', '(-1,)', '(0.5,)', "(true, 'more')"]
-FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)', "({'a': true},)", '((true,),)', '(<true>,)', '(0.0,)',
-         "(false, 'more')"]
+FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)', "({'a': true},)", '((true,),)',
+         '(<true>,)', '(0.0,)', "(false, 'more')"]
 
 
 @pytest.mark.parametrize('values', [*TRUE, *FALSE])
