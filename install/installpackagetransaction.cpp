@@ -40,15 +40,14 @@ void InstallPackageTransaction::setPackageManagerInterface(QDBusInterface *iface
 void InstallPackageTransaction::setTransactionView(TransactionView *view)
 {
     if (m_view) {
-        disconnect(m_view, &TransactionView::installationConfirmed,
-                   this, &InstallPackageTransaction::installCurrentRpm);
-        disconnect(m_view, &TransactionView::installationCancelled,
-                   this, &InstallPackageTransaction::handleInstallCancelled);
+        disconnect(m_view, &TransactionView::installationConfirmed, this,
+                   &InstallPackageTransaction::installCurrentRpm);
+        disconnect(m_view, &TransactionView::installationCancelled, this,
+                   &InstallPackageTransaction::handleInstallCancelled);
     }
     m_view = view;
     connect(m_view, &TransactionView::installationConfirmed, this, &InstallPackageTransaction::installCurrentRpm);
-    connect(m_view, &TransactionView::installationCancelled,
-            this, &InstallPackageTransaction::handleInstallCancelled);
+    connect(m_view, &TransactionView::installationCancelled, this, &InstallPackageTransaction::handleInstallCancelled);
 }
 
 void InstallPackageTransaction::start()
@@ -131,8 +130,8 @@ void InstallPackageTransaction::installCurrentRpm()
     if (!m_packageManager) {
         return;
     }
-    const QDBusPendingCall call = callPackageManager(m_packageManager, QStringLiteral("Install"), m_rpmInfo.fileName(),
-                                                     QVariantMap());
+    const QDBusPendingCall call =
+            callPackageManager(m_packageManager, QStringLiteral("Install"), m_rpmInfo.fileName(), QVariantMap());
     auto *watcher = new QDBusPendingCallWatcher(call, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, packageName](QDBusPendingCallWatcher *finished) { handleInstallReply(finished, packageName); });

@@ -29,5 +29,5 @@ bool opensWithoutBlocking(const QByteArray &path)
         return true;
     }
     return !S_ISFIFO(status.st_mode) && !S_ISSOCK(status.st_mode)
-        && !(S_ISCHR(status.st_mode) && isTerminal(path.constData()));
+            && !(S_ISCHR(status.st_mode) && isTerminal(path.constData()));
 }

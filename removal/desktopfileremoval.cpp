@@ -52,7 +52,8 @@ void DesktopFileRemoval::removeUserLauncher(const QString &desktopFile)
     if (!QFile::remove(desktopFile)) {
         qWarning() << "Failed to remove desktopFile:" << desktopFile;
     }
-    const QDBusMessage reply = m_hooks->call(QDBus::Block, QStringLiteral("OnRemove"), QFileInfo(desktopFile).baseName());
+    const QDBusMessage reply =
+            m_hooks->call(QDBus::Block, QStringLiteral("OnRemove"), QFileInfo(desktopFile).baseName());
     const QDBusError error(reply);
     if (error.isValid()) {
         qWarning() << "Failed to call ZARN hook 'OnRemove' for Runtime Manager service: " << error.message();

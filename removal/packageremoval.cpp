@@ -37,8 +37,8 @@ void PackageRemoval::removePackages(const QStringList &packageNames, bool keepUs
 void PackageRemoval::removeViaZarn(const QString &name, bool keepUserdata)
 {
     qDebug() << "Uninstall" << name << "via ZARN";
-    const QString desktopFile = QStandardPaths::locate(QStandardPaths::ApplicationsLocation,
-                                                       name + QStringLiteral(".desktop"));
+    const QString desktopFile =
+            QStandardPaths::locate(QStandardPaths::ApplicationsLocation, name + QStringLiteral(".desktop"));
     if (!desktopFile.isEmpty()) {
         announceUpdate(name, desktopFile);
     }
@@ -69,10 +69,9 @@ void PackageRemoval::removeViaRpm(const QString &name)
     auto *transaction = new Package::UninstallTransactionPkgKit({name}, false);
     QObject::connect(transaction, &Package::Transaction::success, m_handler,
                      [handler = m_handler, name] { handler->handleRemovalFinished(name, QString()); });
-    QObject::connect(transaction, &Package::Transaction::failure, m_handler,
-                     [handler = m_handler, name](const QString &details) {
-                         handler->handleRemovalFinished(name, details);
-                     });
+    QObject::connect(
+            transaction, &Package::Transaction::failure, m_handler,
+            [handler = m_handler, name](const QString &details) { handler->handleRemovalFinished(name, details); });
     transaction->start();
     m_handler->beginTransaction();
 }

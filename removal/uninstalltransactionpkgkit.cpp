@@ -80,11 +80,11 @@ void UninstallTransactionPkgKit::uninstall(const QStringList &ids)
     }
     m_transaction = PackageKit::Daemon::removePackages(ids, false, m_autoremove,
                                                        PackageKit::Transaction::TransactionFlagOnlyTrusted);
-    connect(m_transaction, &PackageKit::Transaction::finished,
-            this, &UninstallTransactionPkgKit::slotUninstallFinished);
+    connect(m_transaction, &PackageKit::Transaction::finished, this,
+            &UninstallTransactionPkgKit::slotUninstallFinished);
     connect(m_transaction, &PackageKit::Transaction::errorCode, this, &UninstallTransactionPkgKit::slotUninstallError);
-    connect(m_transaction, &PackageKit::Transaction::itemProgress,
-            this, &UninstallTransactionPkgKit::slotUninstallProgress);
+    connect(m_transaction, &PackageKit::Transaction::itemProgress, this,
+            &UninstallTransactionPkgKit::slotUninstallProgress);
 }
 
 void UninstallTransactionPkgKit::slotUninstallProgress(const QString &itemID, PackageKit::Transaction::Status status,

@@ -47,8 +47,7 @@ InstallationHandler::InstallationHandler(QObject *parent)
                       BusNames::DeveloperMode::Interface, QDBusConnection::systemBus())
     , m_packageManager(BusNames::PackageManager::Service, BusNames::PackageManager::Path,
                        BusNames::PackageManager::Interface, QDBusConnection::systemBus())
-    , m_hooks(BusNames::Hooks::Service, BusNames::Hooks::Path,
-              BusNames::Hooks::Interface, QDBusConnection::systemBus())
+    , m_hooks(BusNames::Hooks::Service, BusNames::Hooks::Path, BusNames::Hooks::Interface, QDBusConnection::systemBus())
     , m_packageRemoval(this, &m_packageManager, &m_launcherModel)
     , m_desktopFileRemoval(this, &m_packageManager, &m_hooks)
 {

@@ -51,11 +51,11 @@ Function *find(Function *declared, const char *name)
 }
 
 // Hands a call on to librpm's function of the same name.
-#define ON_DEMAND(Result, name, parameters, arguments) \
-    Result name parameters \
-    { \
-        static auto *const function = find(name, #name); \
-        return function arguments; \
+#define ON_DEMAND(Result, name, parameters, arguments)                                                                 \
+    Result name parameters                                                                                             \
+    {                                                                                                                  \
+        static auto *const function = find(name, #name);                                                               \
+        return function arguments;                                                                                     \
     }
 
 extern "C" {
@@ -96,5 +96,4 @@ ON_DEMAND(rpmts, rpmtsCreate, (), ())
 ON_DEMAND(rpmts, rpmtsFree, (rpmts ts), (ts))
 ON_DEMAND(rpmdbMatchIterator, rpmtsInitIterator, (rpmts ts, rpmDbiTagVal rpmtag, const void *keyp, size_t keylen),
           (ts, rpmtag, keyp, keylen))
-
 }

@@ -9,24 +9,24 @@ from . import dialog, idle, installation, lookup, neighbours, reads, removal, st
 from .figure import table
 
 GROUPS = {
-    "startup": startup.figures,
-    "idle": idle.figures,
-    "installation": installation.figures,
-    "removal": removal.figures,
-    "read": reads.figures,
-    "lookup": lookup.figures,
-    "dialog": dialog.figures,
-    "neighbours": neighbours.figures,
+    'startup': startup.figures,
+    'idle': idle.figures,
+    'installation': installation.figures,
+    'removal': removal.figures,
+    'read': reads.figures,
+    'lookup': lookup.figures,
+    'dialog': dialog.figures,
+    'neighbours': neighbours.figures,
 }
 
 
 def main(names):
-    os.environ["QT_QPA_PLATFORM"] = "offscreen"
+    os.environ['QT_QPA_PLATFORM'] = 'offscreen'
     rows = []
     for name in names or GROUPS:
         for row in GROUPS[name]():
             rows.append(row)
-            print(f"measured: {row.name}", file=sys.stderr, flush=True)
+            print(f'measured: {row.name}', file=sys.stderr, flush=True)
     print(table(rows))
 
 

@@ -14,7 +14,7 @@ class AtMost:
     of_floor: bool = True
 
     def __str__(self):
-        return f"≤ {self.limit:g}" + (" ×" if self.of_floor else "")
+        return f'≤ {self.limit:g}' + (' ×' if self.of_floor else '')
 
     def is_met(self, ours, bare):
         return (ours / bare if self.of_floor else ours) <= self.limit
@@ -25,7 +25,7 @@ class AtMostMore(AtMost):
     """A bar: by how much the product's value is above the floor's."""
 
     def __str__(self):
-        return f"≤ floor + {self.limit:g}"
+        return f'≤ floor + {self.limit:g}'
 
     def is_met(self, ours, bare):
         return ours - bare <= self.limit
@@ -52,22 +52,22 @@ class Figure:
 
     def spread(self):
         values = self.ratios() if self.ratio() is not None else self.product
-        return f"{number(min(values))}–{number(max(values))}"
+        return f'{number(min(values))}–{number(max(values))}'
 
     def verdict(self):
         if self.bar is None:
-            return ""
-        return "met" if self.bar.is_met(median(self.product), median(self.floor)) else "MISSED"
+            return ''
+        return 'met' if self.bar.is_met(median(self.product), median(self.floor)) else 'MISSED'
 
     def cells(self):
         ratio = self.ratio()
         return [
-            f"{self.name}, {self.unit}" if self.unit else self.name,
+            f'{self.name}, {self.unit}' if self.unit else self.name,
             number(median(self.product)),
             number(median(self.floor)),
-            f"{ratio:.3f}" if ratio is not None else "",
+            f'{ratio:.3f}' if ratio is not None else '',
             self.spread(),
-            str(self.bar or ""),
+            str(self.bar or ''),
             self.verdict(),
         ]
 
@@ -83,8 +83,8 @@ class Neighbour:
 
     def cells(self):
         ratio = median(self.samples) / median(self.product)
-        return [f"  beside it: {self.name}, {self.unit}", number(median(self.samples)), "",
-                f"{ratio:.2f} × ours", f"{number(min(self.samples))}–{number(max(self.samples))}", "", ""]
+        return [f'  beside it: {self.name}, {self.unit}', number(median(self.samples)), '',
+                f'{ratio:.2f} × ours', f'{number(min(self.samples))}–{number(max(self.samples))}', '', '']
 
 
 @dataclass
@@ -95,14 +95,14 @@ class Skipped:
     reason: str
 
     def cells(self):
-        return [f"  skipped: {self.name} ({self.reason})", "", "", "", "", "", ""]
+        return [f'  skipped: {self.name} ({self.reason})', '', '', '', '', '', '']
 
 
 def number(value):
-    return f"{value:,.0f}" if abs(value) >= 1000 else f"{value:.3g}"
+    return f'{value:,.0f}' if abs(value) >= 1000 else f'{value:.3g}'
 
 
-HEADER = ["figure", "product", "floor", "ratio", "spread", "bar", ""]
+HEADER = ['figure', 'product', 'floor', 'ratio', 'spread', 'bar', '']
 
 
 def table(rows):
@@ -113,6 +113,6 @@ def table(rows):
     for line in cells:
         first, *others = (cell.ljust(width) if index == 0 else cell.rjust(width)
                           for index, (cell, width) in enumerate(zip(line, widths)))
-        lines.append("  ".join([first, *others]).rstrip())
-    lines.insert(1, "-" * (sum(widths) + 2 * (len(widths) - 1)))
-    return "\n".join(lines)
+        lines.append('  '.join([first, *others]).rstrip())
+    lines.insert(1, '-' * (sum(widths) + 2 * (len(widths) - 1)))
+    return '\n'.join(lines)

@@ -30,43 +30,43 @@ def figures():
 
 
 def single():
-    with product(), floor("floor-installation"):
-        run = stopwatch("installation", SINGLE_ROUNDS, folder_of(1), PRODUCT_NAME, FLOOR_NAME)
+    with product(), floor('floor-installation'):
+        run = stopwatch('installation', SINGLE_ROUNDS, folder_of(1), PRODUCT_NAME, FLOOR_NAME)
     ours, bare = ([value / 1000 for value in samples] for samples in run)
-    return Figure("silent installation: call to installFinished", "ms", ours, bare, SINGLE)
+    return Figure('silent installation: call to installFinished', 'ms', ours, bare, SINGLE)
 
 
 def thousand_files():
-    subjects = [(product, PRODUCT_NAME), (lambda: floor("floor-installation"), FLOOR_NAME)]
+    subjects = [(product, PRODUCT_NAME), (lambda: floor('floor-installation'), FLOOR_NAME)]
     rounds = [[last_to_first_hundred(*subject) for subject in subjects] for _ in range(FILES_ROUNDS)]
     ours, bare = zip(*rounds)
-    return Figure(f"{FILES:,} files: one of the last hundred", "× one of the first", ours, bare, LAST_HUNDRED)
+    return Figure(f'{FILES:,} files: one of the last hundred', '× one of the first', ours, bare, LAST_HUNDRED)
 
 
 def last_to_first_hundred(start, name):
     take_stamps()
     with start():
-        stopwatch("installation", 1, folder_of(FILES), name)
+        stopwatch('installation', 1, folder_of(FILES), name)
     stamps = take_stamps()
     each = [after - before for before, after in zip(stamps, stamps[1:])]
     return median(each[-100:]) / median(each[:100])
 
 
 def take_stamps():
-    return dbus.SystemBus().call_blocking("ru.quon.ZARN", "/ru/quon/ZARN", "ru.quon.ZARN", "TakeStamps", "", ())
+    return dbus.SystemBus().call_blocking('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'TakeStamps', '', ())
 
 
 def thousands_of_transactions():
     rounds = [memory_gained() for _ in range(TRANSACTION_ROUNDS)]
     ours, bare = zip(*rounds)
-    return Figure(f"{TRANSACTIONS:,} transactions: memory gained by each", "KiB", ours, bare, MEMORY)
+    return Figure(f'{TRANSACTIONS:,} transactions: memory gained by each', 'KiB', ours, bare, MEMORY)
 
 
 def memory_gained():
-    with product() as ours, floor("floor-installation") as bare:
+    with product() as ours, floor('floor-installation') as bare:
         services = ours, bare
-        stopwatch("installation", SETTLED, folder_of(1), PRODUCT_NAME, FLOOR_NAME)
-        before = [service.memory("Private_Dirty") for service in services]
+        stopwatch('installation', SETTLED, folder_of(1), PRODUCT_NAME, FLOOR_NAME)
+        before = [service.memory('Private_Dirty') for service in services]
         count = TRANSACTIONS - SETTLED
-        stopwatch("installation", count, folder_of(1), PRODUCT_NAME, FLOOR_NAME)
-        return [(service.memory("Private_Dirty") - start) / count for service, start in zip(services, before)]
+        stopwatch('installation', count, folder_of(1), PRODUCT_NAME, FLOOR_NAME)
+        return [(service.memory('Private_Dirty') - start) / count for service, start in zip(services, before)]

@@ -81,8 +81,8 @@ void MceRequests::notification_end_req(const QString &name, int linger)
 void MceRequests::TurnDisplay(const QString &state)
 {
     m_state = state;
-    QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/com/nokia/mce/signal"),
-                                                     QStringLiteral("com.nokia.mce.signal"),
-                                                     QStringLiteral("display_status_ind"));
+    QDBusMessage signal =
+            QDBusMessage::createSignal(QStringLiteral("/com/nokia/mce/signal"), QStringLiteral("com.nokia.mce.signal"),
+                                       QStringLiteral("display_status_ind"));
     QDBusConnection::systemBus().send(signal << state);
 }

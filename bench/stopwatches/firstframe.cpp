@@ -35,9 +35,9 @@ struct Subject
 
 void turnDisplay(const QString &state)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-            QStringLiteral("com.nokia.mce"), QStringLiteral("/com/nokia/mce/request"),
-            QStringLiteral("com.nokia.mce.request"), QStringLiteral("TurnDisplay"));
+    QDBusMessage call =
+            QDBusMessage::createMethodCall(QStringLiteral("com.nokia.mce"), QStringLiteral("/com/nokia/mce/request"),
+                                           QStringLiteral("com.nokia.mce.request"), QStringLiteral("TurnDisplay"));
     if (QDBusConnection::systemBus().call(call << state).type() != QDBusMessage::ReplyMessage) {
         fail(QStringLiteral("the display cannot be turned ") + state);
     }

@@ -27,8 +27,8 @@ int main(int argc, char **argv)
         fail(QStringLiteral("no launchers, or not the same"));
     }
     const std::function<void()> lookups[2] = {
-        [&]() { findDesktopFiles(QString::fromLocal8Bit(package)); },
-        [&]() { bareLookup(package); },
+            [&]() { findDesktopFiles(QString::fromLocal8Bit(package)); },
+            [&]() { bareLookup(package); },
     };
     printProcessorTimes(std::atoi(argv[1]), lookups);
     return 0;

@@ -53,8 +53,8 @@ int main(int argc, char **argv)
     const char *file = argv[3];
     RpmInfo info;
     const std::function<void()> reads[2] = {
-        [&]() { info.readPackage(QFile::decodeName(file)); },
-        [&]() { bareRead(file); },
+            [&]() { info.readPackage(QFile::decodeName(file)); },
+            [&]() { bareRead(file); },
     };
     const int count = std::atoi(argv[2]);
     if (time) {

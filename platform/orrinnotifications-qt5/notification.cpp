@@ -40,21 +40,18 @@ void Notification::publish()
 {
     const QString service = QStringLiteral("org.freedesktop.Notifications");
     const QVariantMap hints{
-        // The notification service expects a byte here and nothing else.
-        {QStringLiteral("urgency"), QVariant::fromValue(uchar(m_urgency))},
-        {QStringLiteral("transient"), m_isTransient},
+            // The notification service expects a byte here and nothing else.
+            {QStringLiteral("urgency"), QVariant::fromValue(uchar(m_urgency))},
+            {QStringLiteral("transient"), m_isTransient},
     };
 
     QDBusMessage notify = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"),
                                                          service, QStringLiteral("Notify"));
     notify << QString() // application name
            << uint(0) // replaces no earlier notification
-           << m_appIcon
-           << QString() // summary
-           << m_body
-           << QStringList() // actions
-           << hints
-           << -1; // shown for as long as the notification service likes
+           << m_appIcon << QString() // summary
+           << m_body << QStringList() // actions
+           << hints << -1; // shown for as long as the notification service likes
 
     // Sent without asking for a reply, so there is nothing to wait for or to clean up.
     QDBusConnection::sessionBus().send(notify);

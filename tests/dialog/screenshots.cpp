@@ -78,7 +78,8 @@ int main(int argc, char **argv)
 
     PackageTexts texts;
     PackageTexts hostile;
-    hostile.name = QStringLiteral("<b>bold</b>\u202Etxt.evil\n<img src='http://x/'>") + QString(10000, QLatin1Char('W'));
+    hostile.name =
+            QStringLiteral("<b>bold</b>\u202Etxt.evil\n<img src='http://x/'>") + QString(10000, QLatin1Char('W'));
     hostile.version = QStringLiteral("1.0\u0007\u2066") + QString(1000, QLatin1Char('9'));
     hostile.summary = QStringLiteral("<a href='x'>Click</a> & win\r\n\n\t").repeated(300);
     hostile.fileName = QLatin1Char('/') + QStringLiteral("long-folder-name/").repeated(200) + QStringLiteral("p.rpm");

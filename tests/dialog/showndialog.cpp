@@ -79,9 +79,10 @@ QQuickItem *ShownDialog::item(const char *id) const
 QList<QQuickItem *> ShownDialog::texts() const
 {
     QList<QQuickItem *> texts = allItems(m_window.get());
-    texts.erase(std::remove_if(texts.begin(), texts.end(), [](const QQuickItem *item) {
-        return !item->inherits("QQuickText") || !item->isVisible();
-    }), texts.end());
+    texts.erase(
+            std::remove_if(texts.begin(), texts.end(),
+                           [](const QQuickItem *item) { return !item->inherits("QQuickText") || !item->isVisible(); }),
+            texts.end());
     return texts;
 }
 

@@ -91,10 +91,11 @@ void DialogAccessibilityTest::textsAreRead()
     QStringList read;
     appendTexts(interfaceOf(dialog.window()), &read);
 
-    QCOMPARE(read, QStringList({QStringLiteral("Install this app?"),
-                                QStringLiteral("This app does not come from the store. "
-                                               "Install it only if you trust its source."),
-                                texts.name, texts.version, texts.summary}));
+    QCOMPARE(read,
+             QStringList({QStringLiteral("Install this app?"),
+                          QStringLiteral("This app does not come from the store. "
+                                         "Install it only if you trust its source."),
+                          texts.name, texts.version, texts.summary}));
 }
 
 void DialogAccessibilityTest::actionsHaveRoleAndName()

@@ -160,16 +160,21 @@ void DialogAnswersTest::answersOnce_data()
     QTest::addColumn<Act>("second");
     QTest::addColumn<bool>("accepts");
 
-    const struct { const char *name; Act act; bool accepts; } acts[] = {
-        {"tap on install", tap("install"), true},
-        {"click on install", click("install"), true},
-        {"Enter on install", type({Qt::Key_Tab, Qt::Key_Return}), true},
-        {"tap on cancel", tap("cancel"), false},
-        {"Enter on cancel", type({Qt::Key_Return}), false},
-        {"Space on cancel", type({Qt::Key_Space}), false},
-        {"Escape", type({Qt::Key_Escape}), false},
-        {"Back", type({Qt::Key_Back}), false},
-        {"close", close, false},
+    const struct
+    {
+        const char *name;
+        Act act;
+        bool accepts;
+    } acts[] = {
+            {"tap on install", tap("install"), true},
+            {"click on install", click("install"), true},
+            {"Enter on install", type({Qt::Key_Tab, Qt::Key_Return}), true},
+            {"tap on cancel", tap("cancel"), false},
+            {"Enter on cancel", type({Qt::Key_Return}), false},
+            {"Space on cancel", type({Qt::Key_Space}), false},
+            {"Escape", type({Qt::Key_Escape}), false},
+            {"Back", type({Qt::Key_Back}), false},
+            {"close", close, false},
     };
     for (const auto &first : acts) {
         for (const auto &second : acts) {
@@ -281,14 +286,13 @@ void DialogAnswersTest::otherInputIsNoAnswer_data()
 {
     QTest::addColumn<Act>("act");
 
-    QTest::newRow("other keys") << type({Qt::Key_A, Qt::Key_Y, Qt::Key_Tab, Qt::Key_Down, Qt::Key_PageDown,
-                                         Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Left, Qt::Key_F1, Qt::Key_Menu});
+    QTest::newRow("other keys") << type({Qt::Key_A, Qt::Key_Y, Qt::Key_Tab, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Up,
+                                         Qt::Key_PageUp, Qt::Key_Left, Qt::Key_F1, Qt::Key_Menu});
     QTest::newRow("right button") << Act([](const ShownDialog &dialog) {
         QTest::mouseClick(dialog.window(), Qt::RightButton, {}, middle(dialog, "install"));
     });
-    QTest::newRow("click beside the buttons") << Act([](const ShownDialog &dialog) {
-        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, QPoint(2, 2));
-    });
+    QTest::newRow("click beside the buttons") << Act(
+            [](const ShownDialog &dialog) { QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, QPoint(2, 2)); });
     QTest::newRow("finger that slips off") << Act([](const ShownDialog &dialog) {
         QTest::touchEvent(dialog.window(), touchScreen()).press(0, middle(dialog, "install"));
         QTest::touchEvent(dialog.window(), touchScreen()).move(0, QPoint(2, 2));

@@ -36,9 +36,10 @@ void DialogDensityTest::fingersFindTheirTargets()
 int main(int argc, char **argv)
 {
     QProcess server;
-    server.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                                          QStringLiteral("0"), QStringLiteral("1080x1920x24"), QStringLiteral("-dpi"),
-                                          QStringLiteral("320"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    server.start(QStringLiteral("Xvfb"),
+                 {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                  QStringLiteral("1080x1920x24"), QStringLiteral("-dpi"), QStringLiteral("320"),
+                  QStringLiteral("-nolisten"), QStringLiteral("tcp")});
     if (!server.waitForReadyRead()) {
         qFatal("No display from Xvfb: %s", qPrintable(server.errorString()));
     }

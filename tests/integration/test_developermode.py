@@ -61,7 +61,7 @@ def test_absent_developer_mode_allows_nothing(service, device, asked, emulator, 
 
 def test_failing_developer_mode_allows_nothing(standins, service, asked):
     standins.start('developer-mode', silent_installation=True).refuse('IsSilentInstallationEnabled', 'a.b.Failed',
-                                                                     'out of order')
+                                                                      'out of order')
     assert asked(sdk_mode=True)
     assert service.warnings() == [UNKNOWN + '"out of order"']
 

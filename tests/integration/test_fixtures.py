@@ -61,7 +61,7 @@ def test_barrier_comes_after_what_was_sent_before(standins, service, client, sig
 
 
 def test_traffic_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_traffic,
-                                                  device):
+                                                     device):
     standins.start('developer-mode')
     device.mark_as_emulator()
 

@@ -9,7 +9,8 @@ from support.transactionsignals import finished, package_found
 TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
 
 
-def test_service_stays_until_30_seconds_after_the_last_removal(processes, standins, service, session_bus, client, signals):
+def test_service_stays_until_30_seconds_after_the_last_removal(
+        processes, standins, service, session_bus, client, signals):
     """However long they take, and though others end meanwhile: no time-out of the bus library's own comes in between."""
     manager = standins.start('package-manager', installs='nothing')
     packagekit = standins.start('package-kit')

@@ -133,7 +133,7 @@ def test_hook_dies_in_the_call(standins, service, client, signals, launcher):
     assert signals.names() == []
 
 
-@pytest.mark.parametrize('values', ["(true,)", "('', 1)", "([1, 2],)", "()"])
+@pytest.mark.parametrize('values', ['(true,)', "('', 1)", '([1, 2],)', '()'])
 def test_answer_of_the_hook_is_not_looked_at(standins, service, client, launcher, values):
     standins.start('runtime-manager').answer('OnRemove', GLib.Variant.parse(None, values, None, None))
 

@@ -259,7 +259,8 @@ def test_two_names_end_as_their_answers_come(packagekit, service, client, signal
     calls = {call.arguments[1][0]: number for number, call in enumerate(packagekit.calls('Resolve'))}
     packagekit.release_refusing('Resolve', 'a.b.Busy', 'second is busy', which=calls['second'])
     assert signals.wait('removalFinished')[0] is False
-    assert [line for line in service.debugs() if line.startswith('Failed')][0].startswith('Failed to uninstall "second" ')
+    assert [line for line in service.debugs() if line.startswith(
+        'Failed')][0].startswith('Failed to uninstall "second" ')
     packagekit.release('Resolve')
     service.wait_for_log('Uninstalled "first"')
 

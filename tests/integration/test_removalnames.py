@@ -79,7 +79,8 @@ def test_any_name_gets_to_packagekit(both, standins, local_service, client, sign
     local_service.barrier()
     assert signals.arguments('removalFinished') == [(True, '')] * len(NAMES)
     assert [call.arguments for call in standins.package_manager.calls('GetPackage')] == [(name,) for name in NAMES]
-    assert sorted(call.arguments for call in standins.package_kit.calls('Resolve')) == sorted((4, [name]) for name in NAMES)
+    assert sorted(call.arguments for call in standins.package_kit.calls(
+        'Resolve')) == sorted((4, [name]) for name in NAMES)
     assert not standins.package_kit.calls('RemovePackages')
     check_alive(local_service, client, signals)
 
@@ -124,7 +125,8 @@ def ends(service):
 
 def wait_ends(processes, service, names):
     """Waits until each removal has ended, which is always well in the end, and returns how."""
-    processes.wait_until(lambda: all(None in ends(service).get(name, []) for name in names), 'the end of every removal', 60)
+    processes.wait_until(lambda: all(None in ends(service).get(name, [])
+                         for name in names), 'the end of every removal', 60)
     service.barrier()
     return ends(service)
 
@@ -203,7 +205,8 @@ def test_launchers_are_looked_up_by_the_very_name(both, standins, service, clien
 
 
 @pytest.mark.parametrize('locale', ['C.UTF-8', 'C'])
-def test_launchers_are_looked_up_in_the_local_encoding(both, standins, program, client, signals, device, tmp_path, locale):
+def test_launchers_are_looked_up_in_the_local_encoding(
+        both, standins, program, client, signals, device, tmp_path, locale):
     """That is UTF-8 for the toolkit, whatever the locale; names of other bytes cannot be asked for."""
     launcher_model = standins.start('launcher-model')
     for encoding in ('utf-8', 'latin-1'):

@@ -32,4 +32,5 @@ def test_silence_of_developer_mode_ends(standins, service, client, signals, dial
     assert signals.arguments('installFinished') == [(True, '')] * 2
     service.barrier()
     assert service.warnings() == [NO_REPLY]
-    assert sorted(call.arguments[0] for call in standins.package_manager.calls('Install')) == ['/absent.rpm', '/other.rpm']
+    assert sorted(call.arguments[0]
+                  for call in standins.package_manager.calls('Install')) == ['/absent.rpm', '/other.rpm']

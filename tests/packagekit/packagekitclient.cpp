@@ -3,9 +3,9 @@
 
 // packagekitclient OPERATION ARGUMENT... [+ OPERATION ARGUMENT...]...
 //
-// Makes the requests at PackageKit that the service makes, through the same library, all at once. OPERATION is `resolve`
-// (names of installed packages), `search` (one path) or `remove` (package ids). Prints what is reported of each request as
-// a line of JSON that begins with the request's number, and ends when all requests have.
+// Makes the requests at PackageKit that the service makes, through the same library, all at once. OPERATION is
+// `resolve` (names of installed packages), `search` (one path) or `remove` (package ids). Prints what is reported of
+// each request as a line of JSON that begins with the request's number, and ends when all requests have.
 
 #include <PackageKit/Daemon>
 

@@ -91,7 +91,7 @@ def test_later_plan_for_all_calls_replaces_the_former(standin, peer):
 
 
 @pytest.mark.parametrize('values', [
-    "()", "('text',)", "(uint32 3,)", "([1, 2], {'key': <'value'>}, (1.5, 'b'))", "(@as [], @a{ss} {}, <<true>>)",
+    '()', "('text',)", '(uint32 3,)', "([1, 2], {'key': <'value'>}, (1.5, 'b'))", '(@as [], @a{ss} {}, <<true>>)',
     "(objectpath '/a', signature 'as', byte 0x07, int64 -5)",
 ])
 def test_answer_of_any_type(standin, peer, values):

@@ -173,7 +173,8 @@ def test_control_tells_what_is_wrong(standins, run):
 def test_start_all_and_its_end(processes, environment, system_bus, session_bus):
     everything = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
     processes.wait_until(lambda: 'ready all' in everything.lines(), 'all stand-ins')
-    for name in ('ru.quon.developermode', 'com.nokia.mce', 'ru.quon.ZARN', 'ru.quon.RuntimeManager', 'com.zelka.zindro'):
+    for name in ('ru.quon.developermode', 'com.nokia.mce', 'ru.quon.ZARN',
+                 'ru.quon.RuntimeManager', 'com.zelka.zindro'):
         assert system_bus.has_owner(name)
     for name in ('org.freedesktop.Notifications', 'org.orrinmobile.rozzle'):
         assert session_bus.has_owner(name)

@@ -57,7 +57,12 @@ def product():
 
 def test_tree_is_seen():
     seen = {str(path) for path, _ in texts()}
-    assert {'README.md', 'service/main.cpp', 'qml/SideloadDialog.qml', 'tests/source/test_sources.py', '.ci/run'} <= seen
+    assert {
+        'README.md',
+        'service/main.cpp',
+        'qml/SideloadDialog.qml',
+        'tests/source/test_sources.py',
+        '.ci/run'} <= seen
     assert 'build' not in {Path(path).parts[0] for path in seen}
 
 

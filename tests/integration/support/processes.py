@@ -10,7 +10,11 @@ from gi.repository import GLib
 from .process import Process
 
 DEADLINE_S = 20
-SANITIZER_REPORTS = ('ERROR: AddressSanitizer', 'ERROR: LeakSanitizer', 'AddressSanitizer:DEADLYSIGNAL', 'runtime error:')
+SANITIZER_REPORTS = (
+    'ERROR: AddressSanitizer',
+    'ERROR: LeakSanitizer',
+    'AddressSanitizer:DEADLYSIGNAL',
+    'runtime error:')
 
 
 class WaitFailed(AssertionError):

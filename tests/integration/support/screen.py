@@ -31,6 +31,7 @@ class Screen:
     def wait_for_window(self, process, after=None):
         """Waits for a visible window of a process, other than the one before, and returns its identifier."""
         found = []
+
         def appears():
             windows = self._do('search', '--sync', '--onlyvisible', '--pid', process.pid).split()
             found.extend(window for window in windows if window != after)
@@ -55,6 +56,7 @@ class Screen:
         # A button below the pointer has another colour.
         self._do('mousemove', 0, 0)
         found = []
+
         def is_painted():
             start = self._picture().find(HIGHLIGHT * 100)
             found[:] = [] if start < 0 else [start // 3]

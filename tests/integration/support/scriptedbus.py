@@ -75,7 +75,10 @@ class ScriptedBus:
         elif message.get_destination() == DAEMON and message.get_member() in self.answers:
             self._reply(message, *self.answers[message.get_member()])
         else:
-            self._send(message.new_method_error_literal('org.freedesktop.DBus.Error.ServiceUnknown', 'nobody else here'))
+            self._send(
+                message.new_method_error_literal(
+                    'org.freedesktop.DBus.Error.ServiceUnknown',
+                    'nobody else here'))
         return None
 
     def _reply(self, message, signature, *values):

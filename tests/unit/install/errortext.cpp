@@ -25,14 +25,14 @@ void append(QByteArray *bytes, quint32 number)
 /** A message catalogue in gettext's binary form: a head, two tables of lengths and offsets, then the strings. */
 QByteArray catalogue(const QByteArray &original, const QByteArray &translation)
 {
-    const std::array<QByteArray, 4> strings { QByteArray(""), original,
-                                              QByteArray("Content-Type: text/plain; charset=UTF-8\n"), translation };
+    const std::array<QByteArray, 4> strings{QByteArray(""), original,
+                                            QByteArray("Content-Type: text/plain; charset=UTF-8\n"), translation};
     constexpr quint32 headSize = 7 * 4;
     constexpr quint32 tableSize = 2 * 8;
     constexpr quint32 end = headSize + 2 * tableSize;
 
     QByteArray bytes;
-    for (const quint32 number : { 0x950412deU, 0U, 2U, headSize, headSize + tableSize, 0U, end }) {
+    for (const quint32 number : {0x950412deU, 0U, 2U, headSize, headSize + tableSize, 0U, end}) {
         append(&bytes, number);
     }
     QByteArray texts;

@@ -40,7 +40,7 @@ extern "C" {
 int rpmReadConfigFiles(const char *file, const char *target)
 {
     calls.append(file || target ? QStringLiteral("rpmReadConfigFiles with arguments")
-                               : QStringLiteral("rpmReadConfigFiles"));
+                                : QStringLiteral("rpmReadConfigFiles"));
     return 0;
 }
 
@@ -72,9 +72,8 @@ int rpmVerifySignatures(QVA_t arguments, rpmts ts, FD_t fd, const char *path)
         qFatal("no transaction set");
     }
     calls.append(QStringLiteral("rpmVerifySignatures%1 %2 from %3")
-                     .arg(arguments == &rpmQVKArgs ? QString() : QStringLiteral(" with other arguments"),
-                          QString::fromUtf8(path), QString::number(Ftell(fd))));
+                         .arg(arguments == &rpmQVKArgs ? QString() : QStringLiteral(" with other arguments"),
+                              QString::fromUtf8(path), QString::number(Ftell(fd))));
     return script.verifyResult;
 }
-
 }

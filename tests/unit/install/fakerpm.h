@@ -18,7 +18,7 @@ namespace FakeRpm {
 struct Script
 {
     rpmRC readResult = RPMRC_OK;
-    int readError = 0;       ///< errno after reading
+    int readError = 0; ///< errno after reading
     Header header = nullptr; ///< what is read; reading hands out a reference to it
     bool seekFails = false;
     int verifyResult = 0;

@@ -40,7 +40,7 @@ bool RpmEnvironment::importKey(const QString &file)
 {
     QProcess rpm;
     rpm.setProcessChannelMode(QProcess::ForwardedChannels);
-    rpm.start(QStringLiteral("rpm"), { QStringLiteral("--import"), packageFolder() + file });
+    rpm.start(QStringLiteral("rpm"), {QStringLiteral("--import"), packageFolder() + file});
     if (!rpm.waitForFinished(importTimeout)) {
         qWarning() << "rpm --import" << file << "has not ended:" << rpm.errorString();
         return false;

@@ -16,12 +16,11 @@ void TransactionScene::setUpTransactions()
             {QStringLiteral("zarn_installation_error_desc_Conflict"), QStringLiteral("In the way")},
             {QStringLiteral("zarn_installation_error_desc_Placeholder"), QStringLiteral("See %1")},
     });
-    m_developerMode = std::make_unique<QDBusInterface>(
-            QStringLiteral("ru.quon.developermode"), QStringLiteral("/"), QStringLiteral("ru.quon.developermode"),
-            QDBusConnection::systemBus());
-    m_packageManager = std::make_unique<QDBusInterface>(
-            QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"), QStringLiteral("ru.quon.ZARN"),
-            QDBusConnection::systemBus());
+    m_developerMode =
+            std::make_unique<QDBusInterface>(QStringLiteral("ru.quon.developermode"), QStringLiteral("/"),
+                                             QStringLiteral("ru.quon.developermode"), QDBusConnection::systemBus());
+    m_packageManager = std::make_unique<QDBusInterface>(QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"),
+                                                        QStringLiteral("ru.quon.ZARN"), QDBusConnection::systemBus());
     m_view = std::make_unique<TransactionView>(nullptr);
     m_view->setEngine(engine());
     connect(m_view.get(), &TransactionView::needConfirm, this, [this] { note(QStringLiteral("needConfirm")); });

@@ -45,8 +45,8 @@ void TestInstallationError::describesWithoutCatalogue_data()
     addRow("a.x%1y", "zarn_installation_error_desc_xx%1yy (code: %3)");
 
     const QString code(10000, QLatin1Char('x'));
-    QTest::newRow("a long name")
-        << QLatin1String("a.") + code << QStringLiteral("zarn_installation_error_desc_%1 (code: %1)").arg(code);
+    QTest::newRow("a long name") << QLatin1String("a.") + code
+                                 << QStringLiteral("zarn_installation_error_desc_%1 (code: %1)").arg(code);
 }
 
 void TestInstallationError::describesWithoutCatalogue()
@@ -92,7 +92,7 @@ void TestInstallationError::asksTheCatalogueInstalledLast()
     QTranslator engineering;
     QVERIFY(engineering.load(QStringLiteral(ZARN_CATALOGUE)));
     QVERIFY(QCoreApplication::installTranslator(&engineering));
-    const Texts locale({ { QStringLiteral("zarn_installation_error_desc_NoSpace"), QStringLiteral("Platz fehlt") } });
+    const Texts locale({{QStringLiteral("zarn_installation_error_desc_NoSpace"), QStringLiteral("Platz fehlt")}});
     QCOMPARE(InstallationError::describe(QStringLiteral("a.NoSpace")), QStringLiteral("Platz fehlt (code: NoSpace)"));
     QCOMPARE(InstallationError::describe(QStringLiteral("a.")), QStringLiteral("Nobody knows why (code: )"));
 }

@@ -164,8 +164,8 @@ void InstallationOutcomeTest::endsWithoutBus()
     m_journal.clear();
     QVERIFY(confirm());
     const QStringList expected{
-        endRequest(Plain, 3000000), Destroyed,
-        finished(false, QStringLiteral("zarn_installation_error_desc_Disconnected (code: Disconnected)"))};
+            endRequest(Plain, 3000000), Destroyed,
+            finished(false, QStringLiteral("zarn_installation_error_desc_Disconnected (code: Disconnected)"))};
     QCOMPARE(settledEntries(expected.size()), expected);
 }
 
@@ -180,8 +180,8 @@ void InstallationOutcomeTest::isToldOnceAfterASecondAnswer()
     TestDialog::dismiss(window);
     TestDialog::deleteScheduled();
 
-    const QStringList expected{installCall(packageFile(Plain)), endRequest(Plain, 3000000),
-                               endRequest(Plain, 1000000), finished(false, Aborted), Destroyed};
+    const QStringList expected{installCall(packageFile(Plain)), endRequest(Plain, 3000000), endRequest(Plain, 1000000),
+                               finished(false, Aborted), Destroyed};
     QVERIFY(settle());
     QCOMPARE(entries(), expected);
     QVERIFY(m_peer->answerHeld(PeerAnswer::values()));

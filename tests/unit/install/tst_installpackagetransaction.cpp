@@ -65,9 +65,10 @@ void InstallPackageTransactionTest::hasItsMethods()
     QCOMPARE(methodsOf(InstallTransaction::staticMetaObject),
              QStringList(QStringLiteral("signal transactionFinished(bool success, QString errorString, "
                                         "InstallPackageTransaction* transaction)")));
-    QCOMPARE(methodsOf(InstallPackageTransaction::staticMetaObject),
-             QStringList({QStringLiteral("signal needShowConfirm()"), QStringLiteral("private slot installCurrentRpm()"),
-                          QStringLiteral("private slot handleInstallCancelled()")}));
+    QCOMPARE(
+            methodsOf(InstallPackageTransaction::staticMetaObject),
+            QStringList({QStringLiteral("signal needShowConfirm()"), QStringLiteral("private slot installCurrentRpm()"),
+                         QStringLiteral("private slot handleInstallCancelled()")}));
     QVERIFY(InstallPackageTransaction::staticMetaObject.inherits(&InstallTransaction::staticMetaObject));
     QVERIFY(!InstallPackageTransaction({}, false).parent());
 }
@@ -77,8 +78,8 @@ void InstallPackageTransactionTest::signalsAcrossTheEventLoop()
 {
     InstallPackageTransaction transaction({}, true);
     QObject receiver;
-    connect(&transaction, SIGNAL(transactionFinished(bool, QString, InstallPackageTransaction *)),
-            &receiver, SLOT(deleteLater()));
+    connect(&transaction,
+            SIGNAL(transactionFinished(bool, QString, InstallPackageTransaction *)), &receiver, SLOT(deleteLater()));
     QSignalSpy finished(&transaction, &InstallTransaction::transactionFinished);
     transaction.start();
 
@@ -186,8 +187,8 @@ void InstallPackageTransactionTest::takesOneFileAfterTheOther()
     QCOMPARE(settledEntries(first.size()), first);
 
     QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
-    const QStringList both = first + QStringList{readLine(Translated), silenceQuery(),
-                                                 installCall(packageFile(Translated)), finished(true)};
+    const QStringList both = first
+            + QStringList{readLine(Translated), silenceQuery(), installCall(packageFile(Translated)), finished(true)};
     QCOMPARE(settledEntries(both.size()), both);
 }
 
@@ -197,7 +198,7 @@ void InstallPackageTransactionTest::releasesAnsweredCalls()
     m_peer->answer(QStringLiteral("Install"), {PeerAnswer::values(), PeerAnswer::held()});
     InstallPackageTransaction *transaction = make({packageFile(Plain), packageFile(Translated)}, true);
     transaction->start();
-    const QStringList both{readLine(Plain), silenceQuery(), installCall(packageFile(Plain)),
+    const QStringList both{readLine(Plain),      silenceQuery(), installCall(packageFile(Plain)),
                            readLine(Translated), silenceQuery(), installCall(packageFile(Translated))};
     QCOMPARE(settledEntries(both.size()), both);
 

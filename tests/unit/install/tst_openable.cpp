@@ -53,7 +53,7 @@ void TestOpenable::tellsWhatBlocks_data()
     QTest::newRow("link to a terminal") << m_files.path(QStringLiteral("link to a terminal")) << false;
     QTest::newRow("maker of terminals") << QStringLiteral("/dev/ptmx") << false;
 
-    for (const char *name : { "file", "secret", "link", "broken link", "circle", "missing", "" }) {
+    for (const char *name : {"file", "secret", "link", "broken link", "circle", "missing", ""}) {
         QTest::newRow(*name ? name : "folder") << m_files.path(QLatin1String(name)) << true;
     }
     QTest::newRow("no path") << QString() << true;

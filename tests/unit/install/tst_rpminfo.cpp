@@ -57,7 +57,7 @@ void TestRpmInfo::startsEmpty()
 void TestRpmInfo::hasFourReadableProperties()
 {
     const QMetaObject &meta = RpmInfo::staticMetaObject;
-    const QByteArrayList names { "name", "version", "summary", "fileName" };
+    const QByteArrayList names{"name", "version", "summary", "fileName"};
     QCOMPARE(meta.propertyCount() - meta.propertyOffset(), names.size());
     for (int i = 0; i < names.size(); ++i) {
         const QMetaProperty property = meta.property(meta.propertyOffset() + i);
@@ -76,7 +76,7 @@ void TestRpmInfo::hasFourReadableProperties()
 void TestRpmInfo::hasFourSignalsOfItsOwn()
 {
     const QMetaObject &meta = RpmInfo::staticMetaObject;
-    const QByteArrayList signatures { "nameChanged()", "versionChanged()", "summaryChanged()", "fileNameChanged()" };
+    const QByteArrayList signatures{"nameChanged()", "versionChanged()", "summaryChanged()", "fileNameChanged()"};
     QCOMPARE(meta.methodCount() - meta.methodOffset(), signatures.size());
     for (int i = 0; i < signatures.size(); ++i) {
         const QMetaMethod method = meta.method(meta.methodOffset() + i);
@@ -97,19 +97,19 @@ void TestRpmInfo::readsValues_data()
     QTest::newRow("plain") << QStringLiteral("plain") << QStringLiteral("1.2.3") << QStringLiteral("A plain package");
     QTest::newRow("translated") << QStringLiteral("translated") << one << QStringLiteral("Says hello");
     QTest::newRow("large") << QStringLiteral("large") << one << QStringLiteral("The application large");
-    QTest::newRow("damaged-payload")
-        << QStringLiteral("plain") << QStringLiteral("1.2.3") << QStringLiteral("A plain package");
+    QTest::newRow("damaged-payload") << QStringLiteral("plain") << QStringLiteral("1.2.3")
+                                     << QStringLiteral("A plain package");
     QTest::newRow("summary-first") << handmade << one << QStringLiteral("first");
     QTest::newRow("summary-array") << handmade << one << QStringLiteral("first");
     QTest::newRow("summary-empty") << handmade << one << QString();
     QTest::newRow("summary-quotes") << handmade << one << QStringLiteral("\"\"");
     QTest::newRow("summary-latin1") << handmade << one << QStringLiteral("Gr\uFFFD\uFFFDe");
     QTest::newRow("summary-long") << handmade << one << QString(10000, QLatin1Char('x'));
-    QTest::newRow("summary-markup")
-        << handmade << one << QStringLiteral("<b>bold</b> <img src='file:///etc/passwd'> &amp; %1");
+    QTest::newRow("summary-markup") << handmade << one
+                                    << QStringLiteral("<b>bold</b> <img src='file:///etc/passwd'> &amp; %1");
     QTest::newRow("summary-control")
-        << handmade << one
-        << QStringLiteral("bell \a, tab \t, line\nfeed, escape \x1b[31m, override \u202e, astral \U0001f600");
+            << handmade << one
+            << QStringLiteral("bell \a, tab \t, line\nfeed, escape \x1b[31m, override \u202e, astral \U0001f600");
 }
 
 void TestRpmInfo::readsValues()
@@ -142,11 +142,10 @@ void TestRpmInfo::logsWhatItRead_data()
     QTest::newRow("no-summary") << QStringLiteral(R"(debug: RPM Package info: "handmade" "1.0" "")");
     QTest::newRow("no-name") << QStringLiteral(R"(debug: RPM Package info: "" "1.0" "Made by hand")");
     QTest::newRow("summary-quotes") << QStringLiteral(R"(debug: RPM Package info: "handmade" "1.0" "\"\"")");
-    QTest::newRow("summary-markup")
-        << QStringLiteral(R"(debug: RPM Package info: "handmade" "1.0" )"
-                          R"("<b>bold</b> <img src='file:///etc/passwd'> &amp; %1")");
-    QTest::newRow("summary-latin1")
-        << QStringLiteral("debug: RPM Package info: \"handmade\" \"1.0\" \"Gr\uFFFD\uFFFDe\"");
+    QTest::newRow("summary-markup") << QStringLiteral(R"(debug: RPM Package info: "handmade" "1.0" )"
+                                                      R"("<b>bold</b> <img src='file:///etc/passwd'> &amp; %1")");
+    QTest::newRow("summary-latin1") << QStringLiteral(
+            "debug: RPM Package info: \"handmade\" \"1.0\" \"Gr\uFFFD\uFFFDe\"");
 }
 
 void TestRpmInfo::logsWhatItRead()
@@ -155,7 +154,7 @@ void TestRpmInfo::logsWhatItRead()
     Journal journal;
     const MessageLog log(&journal);
     RpmInfo().readPackage(packageFile(QLatin1String(QTest::currentDataTag())));
-    QCOMPARE(journal.entries(), QStringList { line });
+    QCOMPARE(journal.entries(), QStringList{line});
 }
 
 void TestRpmInfo::doesNotPickTheTranslation()

@@ -95,7 +95,7 @@ void TestRpmInfoCalls::goesByTheResult()
     QCOMPARE(info.name(), valid ? QStringLiteral("somename") : QString());
     const QString line = valid ? QStringLiteral("debug: RPM Package info: \"somename\" \"\" \"\"")
                                : QStringLiteral(R"(debug: could not read rpm: %1 "Input/output error")").arg(result);
-    QCOMPARE(journal.entries(), QStringList { line });
+    QCOMPARE(journal.entries(), QStringList{line});
 }
 
 void TestRpmInfoCalls::logsTheErrorNumber_data()
@@ -128,14 +128,14 @@ void TestRpmInfoCalls::readsTheErrorTextAsLatin1()
     RpmInfo().readPackage(m_file.fileName());
     // Each of the two bytes that the letter has in this locale's encoding is a letter by itself.
     const QString line = QStringLiteral("debug: could not read rpm: 2 \"Kein Platz f\u00c3\u00bcr mehr\"");
-    QCOMPARE(journal.entries(), QStringList { line });
+    QCOMPARE(journal.entries(), QStringList{line});
 }
 
 void TestRpmInfoCalls::addValues(rpmTagType type)
 {
-    constexpr quint32 small[] = { std::numeric_limits<quint32>::max(), 7 };
-    constexpr quint64 large[] = { std::numeric_limits<quint64>::max(), 7 };
-    const char *const texts[] = { "\u00fc first", "second" };
+    constexpr quint32 small[] = {std::numeric_limits<quint32>::max(), 7};
+    constexpr quint64 large[] = {std::numeric_limits<quint64>::max(), 7};
+    const char *const texts[] = {"\u00fc first", "second"};
     const void *data = texts;
     if (type == RPM_INT32_TYPE) {
         data = small;
@@ -144,7 +144,7 @@ void TestRpmInfoCalls::addValues(rpmTagType type)
     } else if (type == RPM_CHAR_TYPE || type == RPM_INT8_TYPE || type == RPM_INT16_TYPE || type == RPM_BIN_TYPE) {
         data = "abcd";
     }
-    for (const rpmTagVal tag : { RPMTAG_NAME, RPMTAG_VERSION, RPMTAG_SUMMARY }) {
+    for (const rpmTagVal tag : {RPMTAG_NAME, RPMTAG_VERSION, RPMTAG_SUMMARY}) {
         QVERIFY(FakeRpm::addTag(m_header.get(), tag, type, type == RPM_STRING_TYPE ? texts[0] : data,
                                 type == RPM_STRING_TYPE ? 1 : 2));
     }
@@ -203,7 +203,7 @@ void TestRpmInfoCalls::forgetsValuesOfOtherTypes()
 
 void TestRpmInfoCalls::passesOverOtherTags()
 {
-    for (const rpmTagVal tag : { RPMTAG_RELEASE, RPMTAG_EPOCH, RPMTAG_DESCRIPTION, RPMTAG_URL, RPMTAG_LICENSE }) {
+    for (const rpmTagVal tag : {RPMTAG_RELEASE, RPMTAG_EPOCH, RPMTAG_DESCRIPTION, RPMTAG_URL, RPMTAG_LICENSE}) {
         QVERIFY(addText(tag, "unwanted"));
     }
     RpmInfo info;
@@ -218,8 +218,8 @@ void TestRpmInfoCalls::readsTheConfigurationEveryTime()
     RpmInfo info;
     info.readPackage(m_file.fileName());
     info.readPackage(m_file.fileName());
-    const QStringList once { QStringLiteral("rpmReadConfigFiles"),
-                             QStringLiteral("rpmReadPackageFile ") + m_file.fileName() };
+    const QStringList once{QStringLiteral("rpmReadConfigFiles"),
+                           QStringLiteral("rpmReadPackageFile ") + m_file.fileName()};
     QCOMPARE(FakeRpm::calls, once + once);
 
     FakeRpm::calls.clear();
@@ -268,9 +268,9 @@ void TestRpmInfoCalls::verifiesFromTheStart()
     info.readPackage(m_file.fileName());
     QVERIFY(info.isValid());
     QTEST(info.isSignatureValid(), "signatureValid");
-    const QStringList expected { QStringLiteral("rpmReadConfigFiles"),
-                                 QStringLiteral("rpmReadPackageFile ") + m_file.fileName(), QStringLiteral("Fseek"),
-                                 QStringLiteral("rpmVerifySignatures %1 from 0").arg(m_file.fileName()) };
+    const QStringList expected{QStringLiteral("rpmReadConfigFiles"),
+                               QStringLiteral("rpmReadPackageFile ") + m_file.fileName(), QStringLiteral("Fseek"),
+                               QStringLiteral("rpmVerifySignatures %1 from 0").arg(m_file.fileName())};
     QCOMPARE(FakeRpm::calls, expected);
 }
 

@@ -103,10 +103,10 @@ void TestRpmInfoFailure::refuses_data()
     constexpr int notAPackage = 1;
     constexpr int failed = 2;
 
-    for (const char *broken : { "damaged-header", "name-number", "claims-nothing", "claims-most", "claims-most-entries",
-                                "claims-most-data", "claims-entries", "claims-data", "claims-all-allowed",
-                                "signature-claims-most", "signature-claims-entries", "signature-claims-data",
-                                "signature-claims-all-allowed" }) {
+    for (const char *broken :
+         {"damaged-header", "name-number", "claims-nothing", "claims-most", "claims-most-entries", "claims-most-data",
+          "claims-entries", "claims-data", "claims-all-allowed", "signature-claims-most", "signature-claims-entries",
+          "signature-claims-data", "signature-claims-all-allowed"}) {
         QTest::newRow(broken) << packageFile(QLatin1String(broken)) << failed;
     }
 
@@ -139,8 +139,17 @@ void TestRpmInfoFailure::refusesWhateverIsTruncated()
     const int payload = payloadStart(package);
     QVERIFY(payload > signatureEnd && payload < package.size());
 
-    QList<int> lengths { 1, leadSize - 1, leadSize, leadSize + 1, leadSize + 15, leadSize + 16, signatureEnd - 1,
-                         signatureEnd, signatureEnd + 1, signatureEnd + 16, payload - 1 };
+    QList<int> lengths{1,
+                       leadSize - 1,
+                       leadSize,
+                       leadSize + 1,
+                       leadSize + 15,
+                       leadSize + 16,
+                       signatureEnd - 1,
+                       signatureEnd,
+                       signatureEnd + 1,
+                       signatureEnd + 16,
+                       payload - 1};
     constexpr int step = 53;
     for (int length = step; length < payload; length += step) {
         lengths.append(length);
@@ -165,7 +174,7 @@ void TestRpmInfoFailure::saysWhyAFolderCannotBeRead()
     Journal journal;
     const MessageLog log(&journal);
     RpmInfo().readPackage(m_folder.path());
-    QCOMPARE(journal.entries(), QStringList { QStringLiteral("debug: could not read rpm: 2 \"Is a directory\"") });
+    QCOMPARE(journal.entries(), QStringList{QStringLiteral("debug: could not read rpm: 2 \"Is a directory\"")});
 }
 
 void TestRpmInfoFailure::keepsTheValuesOfTheFileBefore()

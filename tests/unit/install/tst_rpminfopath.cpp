@@ -31,11 +31,7 @@ private Q_SLOTS:
     void passesOverTheStandardInput();
 
 private:
-    enum Reader
-    {
-        Root,
-        NobodyElse
-    };
+    enum Reader { Root, NobodyElse };
 
     void checkNothingIsRead(const QString &path, Reader reader = Root);
 
@@ -171,7 +167,7 @@ void TestRpmInfoPath::passesOverTheStandardInput()
     checkNothingIsRead(QStringLiteral("/dev/stdin"));
 
     QCOMPARE(dup2(standardInput, STDIN_FILENO), STDIN_FILENO);
-    for (const int descriptor : { standardInput, ends[0], ends[1] }) {
+    for (const int descriptor : {standardInput, ends[0], ends[1]}) {
         close(descriptor);
     }
 }

@@ -50,8 +50,7 @@ void TestRpmInfoSignature::verifiesOnlyHeaderAndPayload_data()
     addRow("signed-unknown-key-header-only", false);
 
     QTest::newRow("plain") << QStringLiteral("plain") << false;
-    for (const char *damaged :
-         { "signed-damaged-payload", "signed-damaged-signature", "signed-unreadable-signature" }) {
+    for (const char *damaged : {"signed-damaged-payload", "signed-damaged-signature", "signed-unreadable-signature"}) {
         QTest::newRow(damaged) << QStringLiteral("signed") << false;
     }
 }
@@ -75,8 +74,8 @@ void TestRpmInfoSignature::verifiesOnlyHeaderAndPayload()
     QCOMPARE(info.fileName(), file);
     // Whatever the signature is worth, the log does not tell.
     QCOMPARE(journal.entries(),
-             QStringList { QStringLiteral("debug: RPM Package info: \"%1\" \"%2\" \"%3\"")
-                               .arg(info.name(), info.version(), info.summary()) });
+             QStringList{QStringLiteral("debug: RPM Package info: \"%1\" \"%2\" \"%3\"")
+                                 .arg(info.name(), info.version(), info.summary())});
 }
 
 void TestRpmInfoSignature::refusesHeadersThatContradictTheirSignature_data()

@@ -64,12 +64,12 @@ void SilentInstallationTest::needsSdkModeAndPermission_data()
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("sdk mode, allowed") << true << QByteArray("(true,)") << silently();
-    QTest::newRow("sdk mode, not allowed") << true << QByteArray("(false,)")
-                                           << QStringList(confirmWarning(NotAllowed)) + afterAsking();
+    QTest::newRow("sdk mode, not allowed")
+            << true << QByteArray("(false,)") << QStringList(confirmWarning(NotAllowed)) + afterAsking();
     QTest::newRow("ordinary, allowed") << false << QByteArray("(true,)")
                                        << QStringList(confirmWarning(NotSdkMode)) + afterAsking();
-    QTest::newRow("ordinary, not allowed") << false << QByteArray("(false,)")
-                                           << QStringList(confirmWarning(NotSdkMode + NotAllowed)) + afterAsking();
+    QTest::newRow("ordinary, not allowed")
+            << false << QByteArray("(false,)") << QStringList(confirmWarning(NotSdkMode + NotAllowed)) + afterAsking();
 }
 
 void SilentInstallationTest::needsSdkModeAndPermission()
@@ -134,8 +134,8 @@ void SilentInstallationTest::asksWhenTheDeveloperModeFails_data()
     QTest::addColumn<QString>("warning");
     QTest::newRow("refuses") << PeerAnswer::error("ru.quon.developermode.Error.Locked", "Not now")
                              << fetchWarning("Not now");
-    QTest::newRow("refuses without a message") << PeerAnswer::error("ru.quon.developermode.Error.Locked")
-                                               << fetchWarning("");
+    QTest::newRow("refuses without a message")
+            << PeerAnswer::error("ru.quon.developermode.Error.Locked") << fetchWarning("");
     QTest::newRow("knows no such method")
             << PeerAnswer::error("org.freedesktop.DBus.Error.UnknownMethod", "No such method")
             << fetchWarning("No such method");
@@ -152,8 +152,9 @@ void SilentInstallationTest::asksWhenTheDeveloperModeFails()
     start({packageFile(Plain)}, true);
 
     settle();
-    QCOMPARE(entries(), QStringList({readLine(Plain), silenceQuery(), warning, QStringLiteral("needConfirm"),
-                                     QStringLiteral("dialog shown full screen")}));
+    QCOMPARE(entries(),
+             QStringList({readLine(Plain), silenceQuery(), warning, QStringLiteral("needConfirm"),
+                          QStringLiteral("dialog shown full screen")}));
 }
 
 void SilentInstallationTest::asksWithoutDeveloperMode()
@@ -161,12 +162,13 @@ void SilentInstallationTest::asksWithoutDeveloperMode()
     m_peer.reset();
     start({packageFile(Plain)}, true);
 
-    QCOMPARE(entries(), QStringList({
-                                readLine(Plain),
-                                fetchWarning("The name ru.quon.developermode was not provided by any .service files"),
-                                QStringLiteral("needConfirm"),
-                                QStringLiteral("dialog shown full screen"),
-                        }));
+    QCOMPARE(entries(),
+             QStringList({
+                     readLine(Plain),
+                     fetchWarning("The name ru.quon.developermode was not provided by any .service files"),
+                     QStringLiteral("needConfirm"),
+                     QStringLiteral("dialog shown full screen"),
+             }));
 }
 
 void SilentInstallationTest::asksWhenTheDeveloperModeIsSilent()
@@ -200,10 +202,10 @@ void SilentInstallationTest::needsNobodyOnTheEmulator_data()
     QTest::addColumn<QStringList>("warnings");
     QTest::newRow("ordinary, allowed") << false << PeerAnswer::values("(true,)")
                                        << QStringList(confirmWarning(NotSdkMode));
-    QTest::newRow("ordinary, not allowed") << false << PeerAnswer::values("(false,)")
-                                           << QStringList(confirmWarning(NotSdkMode + NotAllowed));
-    QTest::newRow("sdk mode, not allowed") << true << PeerAnswer::values("(false,)")
-                                           << QStringList(confirmWarning(NotAllowed));
+    QTest::newRow("ordinary, not allowed")
+            << false << PeerAnswer::values("(false,)") << QStringList(confirmWarning(NotSdkMode + NotAllowed));
+    QTest::newRow("sdk mode, not allowed")
+            << true << PeerAnswer::values("(false,)") << QStringList(confirmWarning(NotAllowed));
     QTest::newRow("sdk mode, allowed") << true << PeerAnswer::values("(true,)") << QStringList();
     QTest::newRow("failing") << false << PeerAnswer::error("a.b.C", "No") << QStringList(fetchWarning("No"));
 }

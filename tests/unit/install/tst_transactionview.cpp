@@ -59,14 +59,15 @@ void TransactionViewTest::hasItsMethodsInOrder()
     for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
         methods.append(described(meta.method(index)));
     }
-    QCOMPARE(methods, QStringList({
-                              QStringLiteral("signal needConfirm()"),
-                              QStringLiteral("signal installationConfirmed()"),
-                              QStringLiteral("signal installationCancelled()"),
-                              QStringLiteral("private handleDialogDismissed()"),
-                              QStringLiteral("private displayStateChanged()"),
-                              QStringLiteral("private handleInstallationConfirmed()"),
-                      }));
+    QCOMPARE(methods,
+             QStringList({
+                     QStringLiteral("signal needConfirm()"),
+                     QStringLiteral("signal installationConfirmed()"),
+                     QStringLiteral("signal installationCancelled()"),
+                     QStringLiteral("private handleDialogDismissed()"),
+                     QStringLiteral("private displayStateChanged()"),
+                     QStringLiteral("private handleInstallationConfirmed()"),
+             }));
 }
 
 void TransactionViewTest::isIdleAtFirst()
@@ -90,8 +91,9 @@ void TransactionViewTest::showsTheDialogFullScreenAfterAskingMce()
 
     QVERIFY(m_view->hasWindow());
     QVERIFY(m_view->isVisible());
-    QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), beginRequest(Plain),
-                                     QStringLiteral("dialog shown full screen")}));
+    QCOMPARE(entries(),
+             QStringList(
+                     {QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("dialog shown full screen")}));
 }
 
 void TransactionViewTest::publishesThePackageBeforeAnythingElse()
@@ -122,8 +124,9 @@ void TransactionViewTest::showsThatNothingCouldBeRead()
     m_view->showConfirmation(&nothing);
 
     QCOMPARE(TestDialog::window()->property("shown").toString(), QStringLiteral("|||/absent.rpm"));
-    QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), beginRequest(QString()),
-                                     QStringLiteral("dialog shown full screen")}));
+    QCOMPARE(entries(),
+             QStringList({QStringLiteral("needConfirm"), beginRequest(QString()),
+                          QStringLiteral("dialog shown full screen")}));
 
     // Before the package that it shows.
     m_view->closeWindow();
@@ -143,11 +146,11 @@ void TransactionViewTest::waitsForMce()
     m_view->showConfirmation(&m_package);
     TestDialog::dismiss(TestDialog::window());
 
-    QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), beginRequest(Plain),
-                                     QStringLiteral("answer, window there"),
-                                     QStringLiteral("dialog shown full screen"), endRequest(Plain, 1000000),
-                                     QStringLiteral("answer, window there"),
-                                     QStringLiteral("installationCancelled, window gone")}));
+    QCOMPARE(entries(),
+             QStringList({QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("answer, window there"),
+                          QStringLiteral("dialog shown full screen"), endRequest(Plain, 1000000),
+                          QStringLiteral("answer, window there"),
+                          QStringLiteral("installationCancelled, window gone")}));
 }
 
 void TransactionViewTest::doesWithoutMce_data()
@@ -177,9 +180,10 @@ void TransactionViewTest::doesWithoutMce()
     QVERIFY(m_view->isVisible());
     TestDialog::dismiss(TestDialog::window());
 
-    QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), beginRequest(Plain),
-                                     QStringLiteral("dialog shown full screen"),
-                                     QStringLiteral("installationCancelled, window gone")}));
+    QCOMPARE(
+            entries(),
+            QStringList({QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("dialog shown full screen"),
+                         QStringLiteral("installationCancelled, window gone")}));
 }
 
 void TransactionViewTest::doesWithoutAnyMce()
@@ -189,8 +193,9 @@ void TransactionViewTest::doesWithoutAnyMce()
     QVERIFY(m_view->isVisible());
     TestDialog::confirm(TestDialog::window());
 
-    QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), QStringLiteral("dialog shown full screen"),
-                                     QStringLiteral("installationConfirmed, window there")}));
+    QCOMPARE(entries(),
+             QStringList({QStringLiteral("needConfirm"), QStringLiteral("dialog shown full screen"),
+                          QStringLiteral("installationConfirmed, window there")}));
 }
 
 void TransactionViewTest::knowsWhetherTheDialogIsOnScreen()

@@ -60,8 +60,9 @@ void TransactionViewAnswersTest::endsWithConfirmation()
     QVERIFY(!m_view->hasWindow());
     QVERIFY(!m_view->isVisible());
     TestDialog::deleteScheduled();
-    QCOMPARE(entries(), QStringList({ConfirmedSignal, endRequest(Plain, 3000000),
-                                     QStringLiteral("answer, window there"), Destroyed}));
+    QCOMPARE(entries(),
+             QStringList(
+                     {ConfirmedSignal, endRequest(Plain, 3000000), QStringLiteral("answer, window there"), Destroyed}));
 }
 
 void TransactionViewAnswersTest::endsWithRefusal()
@@ -146,8 +147,8 @@ void TransactionViewAnswersTest::remembersTheNameOfTheShowing()
     m_package.readPackage(packageFile(QStringLiteral("translated")));
     TestDialog::confirm(TestDialog::window());
 
-    QCOMPARE(entries(), QStringList({readLine(QStringLiteral("translated")), ConfirmedSignal,
-                                     endRequest(Plain, 3000000)}));
+    QCOMPARE(entries(),
+             QStringList({readLine(QStringLiteral("translated")), ConfirmedSignal, endRequest(Plain, 3000000)}));
 }
 
 void TransactionViewAnswersTest::canBeAskedAgain()
@@ -203,8 +204,9 @@ void TransactionViewAnswersTest::leavesTheFirstOfTwoDialogsAlive()
 
     QCOMPARE(TestDialog::windows().size(), 2);
     QVERIFY(first->isVisible());
-    QCOMPARE(entries(), QStringList({QStringLiteral("needConfirm"), beginRequest(Plain),
-                                     QStringLiteral("dialog shown full screen")}));
+    QCOMPARE(entries(),
+             QStringList(
+                     {QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("dialog shown full screen")}));
 
     TestDialog::dismiss(TestDialog::windows().last());
     TestDialog::deleteScheduled();

@@ -74,12 +74,13 @@ void TransactionViewFailuresTest::qmlMissing()
 
     QVERIFY(!m_view->hasWindow());
     QVERIFY(settle());
-    QCOMPARE(entries(), QStringList({
-                                NeedConfirm,
-                                QStringLiteral("warning: Problems creating dialog component "
-                                               "(file:///usr/share/velmora-installationhandler//SideloadDialog.qml: "
-                                               "No such file or directory)"),
-                        }));
+    QCOMPARE(entries(),
+             QStringList({
+                     NeedConfirm,
+                     QStringLiteral("warning: Problems creating dialog component "
+                                    "(file:///usr/share/velmora-installationhandler//SideloadDialog.qml: "
+                                    "No such file or directory)"),
+             }));
 }
 
 void TransactionViewFailuresTest::qmlBroken_data()
@@ -104,11 +105,13 @@ void TransactionViewFailuresTest::qmlBroken()
 
     QVERIFY(!m_view->hasWindow());
     QVERIFY(settle());
-    QCOMPARE(entries(), QStringList({
-                                NeedConfirm,
-                                QStringLiteral("warning: Problems creating dialog component "
-                                               "(file:///usr/share/velmora-installationhandler//%1)").arg(error),
-                        }));
+    QCOMPARE(entries(),
+             QStringList({
+                     NeedConfirm,
+                     QStringLiteral("warning: Problems creating dialog component "
+                                    "(file:///usr/share/velmora-installationhandler//%1)")
+                             .arg(error),
+             }));
 }
 
 void TransactionViewFailuresTest::noEngine()
@@ -152,14 +155,15 @@ void TransactionViewFailuresTest::rootCannotBeCreated()
 
     QVERIFY(!m_view->hasWindow());
     QVERIFY(settle());
-    QCOMPARE(entries(), QStringList({
-                                NeedConfirm,
-                                QStringLiteral("warning: Failed to cast component to window "
-                                               "(file:///usr/share/velmora-installationhandler//SideloadDialog.qml:"
-                                               "2:10: Required property number was not initialized\n"
-                                               "    Window { required property int number }\n"
-                                               "             ^)"),
-                        }));
+    QCOMPARE(entries(),
+             QStringList({
+                     NeedConfirm,
+                     QStringLiteral("warning: Failed to cast component to window "
+                                    "(file:///usr/share/velmora-installationhandler//SideloadDialog.qml:"
+                                    "2:10: Required property number was not initialized\n"
+                                    "    Window { required property int number }\n"
+                                    "             ^)"),
+             }));
 }
 
 void TransactionViewFailuresTest::keepsTheDialogWhenTheNextCannotBeLoaded()
@@ -173,8 +177,9 @@ void TransactionViewFailuresTest::keepsTheDialogWhenTheNextCannotBeLoaded()
 
     m_journal.clear();
     TestDialog::dismiss(TestDialog::window());
-    QCOMPARE(entries(), QStringList({endRequest(QStringLiteral("plain"), 1000000),
-                                     QStringLiteral("installationCancelled, window gone")}));
+    QCOMPARE(entries(),
+             QStringList({endRequest(QStringLiteral("plain"), 1000000),
+                          QStringLiteral("installationCancelled, window gone")}));
 }
 
 // Required: the window that is on screen is forgotten, not taken away.

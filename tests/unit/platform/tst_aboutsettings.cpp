@@ -35,9 +35,9 @@ void AboutSettingsTest::tellsTheName_data()
     QTest::newRow("single quotes") << QByteArray("NAME='Velmora OS'\n") << QStringLiteral("Velmora OS");
     QTest::newRow("another script") << QByteArray("NAME=\"Вельмора\"\n") << QStringLiteral("Вельмора");
     QTest::newRow("place marker") << QByteArray("NAME=\"%1 OS\"\n") << QStringLiteral("%1 OS");
-    QTest::newRow("among others")
-            << QByteArray("PRETTY_NAME=\"Velmora OS 5\"\nID=velmora\nNAME=\"Velmora OS\"\nVERSION=5\n")
-            << QStringLiteral("Velmora OS");
+    QTest::newRow("among others") << QByteArray(
+            "PRETTY_NAME=\"Velmora OS 5\"\nID=velmora\nNAME=\"Velmora OS\"\nVERSION=5\n")
+                                  << QStringLiteral("Velmora OS");
 }
 
 void AboutSettingsTest::tellsTheName()

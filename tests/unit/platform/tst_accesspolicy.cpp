@@ -62,13 +62,14 @@ void AccessPolicyTest::understands_data()
     QTest::newRow("key of a language") << QByteArray("[Applications]\nInstallationEnabled[de]=false\n") << true;
     QTest::newRow("key in a comment") << QByteArray("[Applications]\n#InstallationEnabled=false\n") << true;
     QTest::newRow("another group") << QByteArray("[Browser]\nInstallationEnabled=false\n") << true;
-    QTest::newRow("group among others")
-            << QByteArray("[Browser]\nInstallationEnabled=true\n[Applications]\nInstallationEnabled=false\n[Mail]\n")
-            << false;
+    QTest::newRow("group among others") << QByteArray(
+            "[Browser]\nInstallationEnabled=true\n[Applications]\nInstallationEnabled=false\n[Mail]\n")
+                                        << false;
     QTest::newRow("twice, the last counts")
             << QByteArray("[Applications]\nInstallationEnabled=true\nInstallationEnabled=false\n") << false;
     QTest::newRow("group twice, the last counts") << withValue("true") + withValue("false") << false;
-    QTest::newRow("text of another script") << QByteArray("# käyttöoikeudet \xe2\x82\xac\n") + withValue("true") << true;
+    QTest::newRow("text of another script")
+            << QByteArray("# käyttöoikeudet \xe2\x82\xac\n") + withValue("true") << true;
     QTest::newRow("largest file") << ofSize(65536) << true;
 }
 
@@ -86,8 +87,9 @@ void AccessPolicyTest::refusesContents_data()
     QTest::addColumn<QString>("reason");
 
     const QString noBoolean = QStringLiteral("InstallationEnabled is neither true nor false");
-    const QList<QByteArray> values{"1", "0", "yes", "no", "True", "TRUE", "FALSE", "", "tru", "truee", "true false", "true;",
-                                   "\\\"true\\\"", "true # comment", "null", "\xd1\x82true"};
+    const QList<QByteArray> values{
+            "1",   "0",     "yes",        "no",    "True",         "TRUE",           "FALSE", "",
+            "tru", "truee", "true false", "true;", "\\\"true\\\"", "true # comment", "null",  "\xd1\x82true"};
     for (const QByteArray &value : values) {
         QTest::newRow(("value '" + value + "'").constData()) << withValue(value) << noBoolean;
     }
@@ -108,11 +110,13 @@ void AccessPolicyTest::refusesContents_data()
                               << QStringLiteral("Key file does not start with a group");
     QTest::newRow("no key file")
             << QByteArray("installation is enabled\n")
-            << QStringLiteral("Key file contains line “installation is enabled” which is not a key-value pair, group, or "
-                              "comment");
+            << QStringLiteral(
+                       "Key file contains line “installation is enabled” which is not a key-value pair, group, or "
+                       "comment");
     QTest::newRow("group without end")
             << QByteArray("[Applications\nInstallationEnabled=true\n")
-            << QStringLiteral("Key file contains line “[Applications” which is not a key-value pair, group, or comment");
+            << QStringLiteral(
+                       "Key file contains line “[Applications” which is not a key-value pair, group, or comment");
     QTest::newRow("key without value")
             << withValue("true") + QByteArray("InstallationEnabled\n")
             << QStringLiteral("Key file contains line “InstallationEnabled” which is not a key-value pair, group, or "

@@ -73,9 +73,10 @@ void MDesktopEntryTest::reads_data()
     QTest::newRow("key twice") << QByteArray("[Desktop Entry]\nX-key=first\nX-key=value\n") << plain;
     QTest::newRow("group twice") << QByteArray("[Desktop Entry]\nX-key=first\n[Other]\n[Desktop Entry]\nX-key=value\n")
                                  << plain;
-    QTest::newRow("group taken up again") << QByteArray("[Desktop Entry]\nX-key=value\n[Other]\n[Desktop Entry]\nb=c\n")
-                                          << plain;
-    QTest::newRow("other bytes elsewhere") << QByteArray("[Desktop Entry]\nName=\xe4\nX-key=value\n# \xff\xfe\n") << plain;
+    QTest::newRow("group taken up again")
+            << QByteArray("[Desktop Entry]\nX-key=value\n[Other]\n[Desktop Entry]\nb=c\n") << plain;
+    QTest::newRow("other bytes elsewhere")
+            << QByteArray("[Desktop Entry]\nName=\xe4\nX-key=value\n# \xff\xfe\n") << plain;
     QTest::newRow("8-bit value") << QByteArray("[Desktop Entry]\nX-key=\xe4\n") << QString();
     QTest::newRow("unknown escape") << QByteArray("[Desktop Entry]\nX-key=a\\qb\n") << QStringLiteral("a\\qb");
     QTest::newRow("carriage returns") << QByteArray("[Desktop Entry]\r\nX-key=value\r\n") << plain;

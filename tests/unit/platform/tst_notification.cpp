@@ -24,7 +24,8 @@ const QString Desktop = QStringLiteral("org.freedesktop.Notifications");
 QString notify(const QString &arguments)
 {
     return QStringLiteral("org.freedesktop.Notifications /org/freedesktop/Notifications "
-                          "org.freedesktop.Notifications.Notify") + arguments;
+                          "org.freedesktop.Notifications.Notify")
+            + arguments;
 }
 
 void publishRefusal()
@@ -37,8 +38,9 @@ void publishRefusal()
     notification.publish();
 }
 
-const QString refusal = notify(QStringLiteral("('', uint32 0, 'icon-lock-warning', '', 'Ei sallittu: Velmora \"OS\" 5 €', @as [], "
-                                              "{'transient': <true>, 'urgency': <byte 0x02>}, -1)"));
+const QString refusal =
+        notify(QStringLiteral("('', uint32 0, 'icon-lock-warning', '', 'Ei sallittu: Velmora \"OS\" 5 €', @as [], "
+                              "{'transient': <true>, 'urgency': <byte 0x02>}, -1)"));
 
 }
 
@@ -210,7 +212,8 @@ void NotificationTest::sendsOneMessageAndNoQuestion()
     // The notification, the question that settled and the mark that ended the traffic.
     QCOMPARE(traffic.count("method call"), 3);
     QCOMPARE(traffic.count(sender), 3);
-    QVERIFY(traffic.contains("path=/org/freedesktop/Notifications; interface=org.freedesktop.Notifications; member=Notify"));
+    QVERIFY(traffic.contains(
+            "path=/org/freedesktop/Notifications; interface=org.freedesktop.Notifications; member=Notify"));
 }
 
 void NotificationTest::belongsToItsParent()

@@ -46,11 +46,30 @@ private:
 void QMceDisplayTest::addNonsense()
 {
     QTest::addColumn<QByteArray>("values");
-    const QList<QByteArray> nonsense{"()", "('',)", "('OFF',)", "('Off',)", "(' off',)", "('offline',)", "('0',)",
-                                     "('undefined',)", "('off', 'off')", "('off', int32 0)", "(int32 0,)", "(uint32 0,)",
-                                     "(byte 0x00,)", "(true,)", "(false,)", "(0.0,)", "(<'off'>,)", "(['off'],)",
-                                     "(@as [],)", "({'state': 'off'},)", "(('off',),)", "(objectpath '/off',)",
-                                     "(signature 'o',)", "(b'off',)"};
+    const QList<QByteArray> nonsense{"()",
+                                     "('',)",
+                                     "('OFF',)",
+                                     "('Off',)",
+                                     "(' off',)",
+                                     "('offline',)",
+                                     "('0',)",
+                                     "('undefined',)",
+                                     "('off', 'off')",
+                                     "('off', int32 0)",
+                                     "(int32 0,)",
+                                     "(uint32 0,)",
+                                     "(byte 0x00,)",
+                                     "(true,)",
+                                     "(false,)",
+                                     "(0.0,)",
+                                     "(<'off'>,)",
+                                     "(['off'],)",
+                                     "(@as [],)",
+                                     "({'state': 'off'},)",
+                                     "(('off',),)",
+                                     "(objectpath '/off',)",
+                                     "(signature 'o',)",
+                                     "(b'off',)"};
     for (const QByteArray &values : nonsense) {
         QTest::newRow(values.constData()) << values;
     }

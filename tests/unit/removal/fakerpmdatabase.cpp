@@ -24,7 +24,7 @@ char header[] = "package";
 char fileList[] = "files";
 
 int packageIndex; // the iterator's
-int fileIndex;    // the file list's
+int fileIndex; // the file list's
 QByteArray path;
 
 template<typename Handle>
@@ -41,8 +41,8 @@ QString name(Handle handle)
 
 void note(const char *function, const QStringList &arguments = {})
 {
-    FakeRpmDatabase::calls.append(QStringLiteral("%1(%2)").arg(QLatin1String(function),
-                                                               arguments.join(QLatin1String(", "))));
+    FakeRpmDatabase::calls.append(
+            QStringLiteral("%1(%2)").arg(QLatin1String(function), arguments.join(QLatin1String(", "))));
 }
 
 }
@@ -119,5 +119,4 @@ rpmts rpmtsFree(rpmts ts)
     note("rpmtsFree", {name(ts)});
     return nullptr;
 }
-
 }

@@ -59,5 +59,6 @@ QString HandlerRemovalScene::updatingFinished(const QString &name)
 QString HandlerRemovalScene::finished(bool success, const QString &errorString, int count)
 {
     return QStringLiteral("removalFinished %1 \"%2\" with %3 in flight")
-            .arg(success ? QStringLiteral("well") : QStringLiteral("badly"), errorString).arg(count);
+            .arg(success ? QStringLiteral("well") : QStringLiteral("badly"), errorString)
+            .arg(count);
 }

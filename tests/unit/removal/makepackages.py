@@ -27,7 +27,8 @@ def main(folder):
     build_package(folder, 'many', files={f'{APPLICATIONS}many{number:04}.desktop': '' for number in range(1000)})
     write_launchers(folder / 'latin.rpm', 'latin', [b'latin.desktop', b'\xe4.desktop'])
     write_launchers(folder / 'latinname.rpm', 'n\u00e4me'.encode('latin-1'), ['latinname.desktop'])
-    write_launchers(folder / 'unicode.rpm', 'n\u00e4me'.encode(), ['\u00e4.desktop'.encode(), '\U0001f600.desktop'.encode()])
+    write_launchers(folder / 'unicode.rpm', 'n\u00e4me'.encode(),
+                    ['\u00e4.desktop'.encode(), '\U0001f600.desktop'.encode()])
 
 
 if __name__ == '__main__':

@@ -14,9 +14,8 @@ DesktopOwnerResolver *OwnerSearchScene::resolve(QObject *parent)
     const auto resolver = new DesktopOwnerResolver(launcher(), parent);
     connect(resolver, &DesktopOwnerResolver::ownerPackageFound, this,
             [this](const QString &package) { note(QLatin1String("owner ") + package); });
-    connect(resolver, &DesktopOwnerResolver::ownerApkFound, this, [this](const QString &file, const QString &apk) {
-        note(QStringLiteral("apk %1 of %2").arg(apk, file));
-    });
+    connect(resolver, &DesktopOwnerResolver::ownerApkFound, this,
+            [this](const QString &file, const QString &apk) { note(QStringLiteral("apk %1 of %2").arg(apk, file)); });
     connect(resolver, &QObject::destroyed, this, [this] { note(QStringLiteral("deleted")); });
     return resolver;
 }

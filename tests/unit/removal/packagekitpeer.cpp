@@ -64,7 +64,9 @@ void PackageKitPeer::tellProgress(int transaction, const QString &id, uint perce
 {
     tell(transaction, QStringLiteral("ItemProgress"),
          QStringLiteral("(%1, uint32 %2, uint32 %3)")
-                 .arg(quoted(id)).arg(PackageKit::Transaction::StatusRemove).arg(percentage));
+                 .arg(quoted(id))
+                 .arg(PackageKit::Transaction::StatusRemove)
+                 .arg(percentage));
 }
 
 void PackageKitPeer::tellError(int transaction, PackageKit::Transaction::Error error, const QString &details)
@@ -95,9 +97,8 @@ QStringList PackageKitPeer::calls(int transaction, const QString &callAndArgumen
 
 bool PackageKitPeer::arrives()
 {
-    const QDBusMessage ping = QDBusMessage::createMethodCall(Service, QStringLiteral("/"),
-                                                             QStringLiteral("org.freedesktop.DBus.Peer"),
-                                                             QStringLiteral("Ping"));
+    const QDBusMessage ping = QDBusMessage::createMethodCall(
+            Service, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
     return QDBusConnection::systemBus().call(ping, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
 }
 

@@ -36,8 +36,8 @@ bool RemovalScene::happens(const QStringList &expected)
     const QStringList entries = m_journal.entries();
     m_journal.clear();
     if (!enough || entries != expected) {
-        qInfo().noquote() << "Expected:\n  " << expected.join(QLatin1String("\n   "))
-                          << "\nbut this happened:\n  " << entries.join(QLatin1String("\n   "));
+        qInfo().noquote() << "Expected:\n  " << expected.join(QLatin1String("\n   ")) << "\nbut this happened:\n  "
+                          << entries.join(QLatin1String("\n   "));
         return false;
     }
     return true;

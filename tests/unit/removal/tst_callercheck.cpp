@@ -20,7 +20,15 @@ const QString Service = QStringLiteral("test.Guarded");
 constexpr int deadline = 30000; // milliseconds
 
 // The device knows nobody and nogroup; these are added.
-enum Id { Root = 0, Nobody = 65534, Privileged = 9001, PrivilegedInCapitals, PrivilegedAndMore, RootInCapitals, Nameless };
+enum Id {
+    Root = 0,
+    Nobody = 65534,
+    Privileged = 9001,
+    PrivilegedInCapitals,
+    PrivilegedAndMore,
+    RootInCapitals,
+    Nameless
+};
 
 const QByteArray Groups = "privileged:x:9001:\nPrivileged:x:9002:\nprivileged2:x:9003:\n";
 const QByteArray Users = "privileged:x:9001:65534::/:/bin/false\nRoot:x:9004:65534::/:/bin/false\n";
@@ -106,8 +114,9 @@ void CallerCheckTest::start(QProcess &caller, int user, int group, int supplemen
 {
     caller.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     caller.start(QStringLiteral("/usr/bin/python3"),
-                 {QStringLiteral("-B"), QStringLiteral(CALLER), qEnvironmentVariable(bus), Service, QString::number(user),
-                  QString::number(group), QString::number(supplementary), QString::fromLatin1(how)});
+                 {QStringLiteral("-B"), QStringLiteral(CALLER), qEnvironmentVariable(bus), Service,
+                  QString::number(user), QString::number(group), QString::number(supplementary),
+                  QString::fromLatin1(how)});
 }
 
 QStringList CallerCheckTest::answer(int user, int group, int supplementary, const char *how, const char *bus)

@@ -85,8 +85,10 @@ bool DesktopFileRemovalTest::ask()
 
 QString DesktopFileRemovalTest::state() const
 {
-    return QStringLiteral("%1 in flight, %2").arg(count()).arg(
-            HandlerInternals::idleTimer(m_handler.get())->isActive() ? QStringLiteral("idle") : QStringLiteral("busy"));
+    return QStringLiteral("%1 in flight, %2")
+            .arg(count())
+            .arg(HandlerInternals::idleTimer(m_handler.get())->isActive() ? QStringLiteral("idle")
+                                                                          : QStringLiteral("busy"));
 }
 
 // What a removal through PackageKit consists of, and what it comes to when nothing of the package is installed.
@@ -94,7 +96,7 @@ QStringList DesktopFileRemovalTest::beginning(const QString &package, int transa
 {
     return QStringList{QStringLiteral("debug: Uninstall \"%1\" via RPM").arg(package),
                        QStringLiteral("debug: UninstallTransactionPkgKit::start: (\"%1\")").arg(package)}
-            + m_packageKit->calls(transaction, QStringLiteral("Resolve(uint64 4, ['%1'])").arg(package));
+    + m_packageKit->calls(transaction, QStringLiteral("Resolve(uint64 4, ['%1'])").arg(package));
 }
 
 QStringList DesktopFileRemovalTest::end(const QString &package) const

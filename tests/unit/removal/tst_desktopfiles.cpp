@@ -68,9 +68,9 @@ private Q_SLOTS:
 
 void DesktopFilesTest::initTestCase()
 {
-    for (const char *package : {"several-1.0-1.noarch", "none-1.0-1.noarch", "nothing-1.0-1.noarch", "twice-1.0-1.noarch",
-                                "twice-2.0-1.noarch", "ambrel-apk-a.b-1.0-1.noarch", "many-1.0-1.noarch", "latin",
-                                "latinname", "unicode"}) {
+    for (const char *package :
+         {"several-1.0-1.noarch", "none-1.0-1.noarch", "nothing-1.0-1.noarch", "twice-1.0-1.noarch",
+          "twice-2.0-1.noarch", "ambrel-apk-a.b-1.0-1.noarch", "many-1.0-1.noarch", "latin", "latinname", "unicode"}) {
         QVERIFY2(install(QLatin1String(package) + QLatin1String(".rpm")), package);
     }
     QVERIFY(runCommand(QStringLiteral("cp"), {QStringLiteral("-a"), Database, Kept}));
@@ -83,21 +83,23 @@ void DesktopFilesTest::findsInstalledLaunchers_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QStringList>("launchers");
 
-    QTest::newRow("several, also in subfolders")
-            << QStringLiteral("several")
-            << QStringList{QStringLiteral(".desktop"), QStringLiteral("a.desktop"),
-                           QStringLiteral("org.example.App.desktop"), QStringLiteral("sub/b.desktop"),
-                           QStringLiteral("sub/deeper/c.desktop"), QStringLiteral("two words.desktop"),
-                           QStringLiteral("z.desktop")};
+    QTest::newRow("several, also in subfolders") << QStringLiteral("several")
+                                                 << QStringList{QStringLiteral(".desktop"),
+                                                                QStringLiteral("a.desktop"),
+                                                                QStringLiteral("org.example.App.desktop"),
+                                                                QStringLiteral("sub/b.desktop"),
+                                                                QStringLiteral("sub/deeper/c.desktop"),
+                                                                QStringLiteral("two words.desktop"),
+                                                                QStringLiteral("z.desktop")};
     QTest::newRow("no launcher") << QStringLiteral("none") << QStringList();
     QTest::newRow("no file") << QStringLiteral("nothing") << QStringList();
-    QTest::newRow("two of the name: the first") << QStringLiteral("twice") << QStringList(QStringLiteral("first.desktop"));
-    QTest::newRow("name beyond ASCII") << QStringLiteral("n\u00e4me")
-                                       << QStringList{QStringLiteral("\u00e4.desktop"),
-                                                      QStringLiteral("\U0001f600.desktop")};
-    QTest::newRow("files that are not UTF-8") << QStringLiteral("latin")
-                                              << QStringList{QStringLiteral("latin.desktop"),
-                                                             QStringLiteral("\ufffd.desktop")};
+    QTest::newRow("two of the name: the first")
+            << QStringLiteral("twice") << QStringList(QStringLiteral("first.desktop"));
+    QTest::newRow("name beyond ASCII") << QStringLiteral(
+            "n\u00e4me") << QStringList{QStringLiteral("\u00e4.desktop"), QStringLiteral("\U0001f600.desktop")};
+    QTest::newRow("files that are not UTF-8")
+            << QStringLiteral("latin")
+            << QStringList{QStringLiteral("latin.desktop"), QStringLiteral("\ufffd.desktop")};
 }
 
 void DesktopFilesTest::findsInstalledLaunchers()
@@ -130,10 +132,28 @@ void DesktopFilesTest::findsNothing_data()
 {
     QTest::addColumn<QString>("name");
 
-    for (const char *name : {"", "missing", "Several", "severa", "several2", "several*", "sever?l", "[s]everal", "*", "%",
-                             "several-1.0", "several-1.0-1.noarch", "several;1.0-1;noarch;installed", "several\nnone",
-                             " several", "/usr/share/applications/a.desktop", "a.desktop", "' OR 1=1 --", "$(several)",
-                             "%{name}", "name", "ambrel-apk-a.b"}) {
+    for (const char *name : {"",
+                             "missing",
+                             "Several",
+                             "severa",
+                             "several2",
+                             "several*",
+                             "sever?l",
+                             "[s]everal",
+                             "*",
+                             "%",
+                             "several-1.0",
+                             "several-1.0-1.noarch",
+                             "several;1.0-1;noarch;installed",
+                             "several\nnone",
+                             " several",
+                             "/usr/share/applications/a.desktop",
+                             "a.desktop",
+                             "' OR 1=1 --",
+                             "$(several)",
+                             "%{name}",
+                             "name",
+                             "ambrel-apk-a.b"}) {
         QTest::newRow(*name ? name : "no name") << QString::fromUtf8(name);
     }
     QTest::newRow("large") << QString(1024 * 1024, QLatin1Char('x'));
@@ -163,7 +183,8 @@ void DesktopFilesTest::findsAndroidLaunchers_data()
     const QString name = QStringLiteral("ambrel-apk-a.b.c");
     const QString launcher = QStringLiteral("zindro_launcher_a_b_c.desktop");
     QTest::newRow("one") << name << QStringList(launcher)
-                         << QStringList{QStringLiteral("a_b_c.desktop"), QStringLiteral("zindro_launcher_a.b.c.desktop"),
+                         << QStringList{QStringLiteral("a_b_c.desktop"),
+                                        QStringLiteral("zindro_launcher_a.b.c.desktop"),
                                         QStringLiteral("x_zindro_launcher_a_b_c.desktop"),
                                         QStringLiteral("zindro_launcher_a_b.desktop"),
                                         QStringLiteral("zindro_launcher_a_b_c.desktop.bak"),
@@ -174,7 +195,8 @@ void DesktopFilesTest::findsAndroidLaunchers_data()
                                        << QStringList();
     QTest::newRow("whatever the case") << name << QStringList(QStringLiteral("Zindro_Launcher_A_B_C.Desktop"))
                                        << QStringList();
-    QTest::newRow("all") << QStringLiteral("ambrel-apk-") << QStringList{launcher, QStringLiteral("zindro_launcher_.desktop")}
+    QTest::newRow("all") << QStringLiteral("ambrel-apk-")
+                         << QStringList{launcher, QStringLiteral("zindro_launcher_.desktop")}
                          << QStringList(QStringLiteral("zindro_launcher.desktop"));
     QTest::newRow("wildcards") << QStringLiteral("ambrel-apk-?.[bx].*")
                                << QStringList{launcher, QStringLiteral("zindro_launcher_y_x_.desktop")}
@@ -182,7 +204,8 @@ void DesktopFilesTest::findsAndroidLaunchers_data()
     QTest::newRow("none") << name << QStringList() << QStringList(QStringLiteral("zindro_launcher_b.desktop"));
     QTest::newRow("no folder of its own") << QStringLiteral("ambrel-apk-../applications/a") << QStringList()
                                           << QStringList(QStringLiteral("zindro_launcher_a.desktop"));
-    QTest::newRow("prefix in other case") << QStringLiteral("Ambrel-apk-a.b.c") << QStringList() << QStringList(launcher);
+    QTest::newRow("prefix in other case")
+            << QStringLiteral("Ambrel-apk-a.b.c") << QStringList() << QStringList(launcher);
     QTest::newRow("prefix elsewhere") << QStringLiteral("x-ambrel-apk-a.b.c") << QStringList() << QStringList(launcher);
     QTest::newRow("beyond ASCII") << QStringLiteral("ambrel-apk-\u00e4")
                                   << QStringList(QStringLiteral("zindro_launcher_\u00e4.desktop")) << QStringList();
@@ -253,9 +276,9 @@ void DesktopFilesTest::survivesADamagedDatabase_data()
     QTest::newRow("zero bytes") << QStringLiteral("rm -f *; : > rpmdb.sqlite");
     QTest::newRow("garbage") << QStringLiteral("rm -f *; head -c 100000 /dev/urandom > rpmdb.sqlite");
     QTest::newRow("start only") << QStringLiteral("rm -f *-shm *-wal; truncate -s 8192 rpmdb.sqlite");
-    QTest::newRow("pages of zeroes")
-            << QStringLiteral("rm -f *-shm *-wal; size=$(stat -c %s rpmdb.sqlite); truncate -s 4096 rpmdb.sqlite; "
-                              "truncate -s $size rpmdb.sqlite");
+    QTest::newRow("pages of zeroes") << QStringLiteral(
+            "rm -f *-shm *-wal; size=$(stat -c %s rpmdb.sqlite); truncate -s 4096 rpmdb.sqlite; "
+            "truncate -s $size rpmdb.sqlite");
     QTest::newRow("folder in its place") << QStringLiteral("rm -f *; mkdir rpmdb.sqlite");
 }
 
@@ -278,7 +301,8 @@ void DesktopFilesTest::keepsNothing()
         findDesktopFiles(QString::fromLatin1(name));
         const qint64 gained = bytesGainedPerCall([name] { findDesktopFiles(QString::fromLatin1(name)); });
         // The library fills caches at first; a handle that is not released is a lot more.
-        QVERIFY2(gained < 256, qPrintable(QStringLiteral("%1 bytes more after %2").arg(gained).arg(QLatin1String(name))));
+        QVERIFY2(gained < 256,
+                 qPrintable(QStringLiteral("%1 bytes more after %2").arg(gained).arg(QLatin1String(name))));
     }
     QCOMPARE(openFiles(), before);
 }

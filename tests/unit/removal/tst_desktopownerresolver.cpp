@@ -54,7 +54,9 @@ void DesktopOwnerResolverTest::searchesTheLauncher_data()
     QTest::newRow("other case") << QByteArray("[Desktop Entry]\nX-Zindro-Apkfile=/data/app.apk\n");
     QTest::newRow("translated key") << QByteArray("[Desktop Entry]\nX-zindro-apkfile[de]=/data/app.apk\n");
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("no text") << QByteArray("\x7f""ELF\0\1\2", 7);
+    QTest::newRow("no text") << QByteArray("\x7f"
+                                           "ELF\0\1\2",
+                                           7);
 }
 
 void DesktopOwnerResolverTest::searchesTheLauncher()

@@ -21,9 +21,10 @@ const QString Removed = QStringLiteral("debug: Uninstalled \"a\"");
 const QString Resolve = QStringLiteral("Resolve(uint64 4, ['a'])");
 const QString NothingInFlight = QStringLiteral("0 in flight");
 const QString Refusal = QStringLiteral("not \"today\"");
-const QString Silence = QStringLiteral("Did not receive a reply. Possible causes include: the remote application did not "
-                                       "send a reply, the message bus security policy blocked the reply, the reply "
-                                       "timeout expired, or the network connection was broken.");
+const QString Silence =
+        QStringLiteral("Did not receive a reply. Possible causes include: the remote application did not "
+                       "send a reply, the message bus security policy blocked the reply, the reply "
+                       "timeout expired, or the network connection was broken.");
 
 QString failed(const QString &errorString)
 {
@@ -141,7 +142,8 @@ void PackageRemovalTest::passesTheAnswerOn()
     m_handler->removePackages({A});
     QVERIFY(happens({packageQuery(A), Managed, removalCall(A)}));
     QVERIFY(m_packageManager->answerHeld(answer));
-    QVERIFY(happens({error.isEmpty() ? Removed : failed(error), updatingFinished(A), finished(error.isEmpty(), error, 0)}));
+    QVERIFY(happens(
+            {error.isEmpty() ? Removed : failed(error), updatingFinished(A), finished(error.isEmpty(), error, 0)}));
 }
 
 // An answer that comes later changes nothing.
@@ -232,10 +234,9 @@ void PackageRemovalTest::reportsTwiceWhenTheEndIsQueued()
     m_packageKit->tellEnd(0, Transaction::ExitFailed);
     QVERIFY(PackageKitPeer::settle());
     QVERIFY(happens(failing(Refusal)
-                    + QStringList{failed(Refusal), updatingFinished(A), finished(false, Refusal, 0),
-                                  Removed, updatingFinished(A),
-                                  QStringLiteral("warning: Transaction count out of sync!"), finished(true, QString(), 0),
-                                  Deletion}));
+                    + QStringList{failed(Refusal), updatingFinished(A), finished(false, Refusal, 0), Removed,
+                                  updatingFinished(A), QStringLiteral("warning: Transaction count out of sync!"),
+                                  finished(true, QString(), 0), Deletion}));
 }
 
 // Required: the removal is never over.
@@ -245,8 +246,9 @@ void PackageRemovalTest::reportsNothingWhenPackageKitSaysNothing()
     QVERIFY(happens(QStringList{packageQuery(A), Native, Start} + m_packageKit->calls(0, Resolve)));
     m_packageKit->tellPackage(0, QStringLiteral("a;1;;"));
     m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens(QStringList(QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoInstalled \"a;1;;\" \"\""))
-                    + m_packageKit->calls(1, QStringLiteral("RemovePackages(uint64 2, ['a;1;;'], false, false)"))));
+    QVERIFY(happens(
+            QStringList(QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoInstalled \"a;1;;\" \"\""))
+            + m_packageKit->calls(1, QStringLiteral("RemovePackages(uint64 2, ['a;1;;'], false, false)"))));
     m_packageKit->tellEnd(1, Transaction::ExitCancelled);
     QVERIFY(happens({QStringLiteral("debug: slotUninstallFinished: (\"a\") PackageKit::Transaction::ExitCancelled 0"),
                      Deletion}));
@@ -260,13 +262,14 @@ void PackageRemovalTest::announcesAndroidLaunchersBeforeTheRemoval()
     const QString name = QStringLiteral("ambrel-apk-a.b");
     noteCountWhenAnnounced();
     m_handler->removePackages({name});
-    QVERIFY(happens(QStringList{packageQuery(name), QStringLiteral("debug: Uninstall \"ambrel-apk-a.b\" via RPM"),
-                                updatingStarted(name, QStringLiteral("/usr/share/applications/zindro_launcher_a_b1.desktop")),
-                                NothingInFlight,
-                                updatingStarted(name, QStringLiteral("/usr/share/applications/zindro_launcher_a_b2.desktop")),
-                                NothingInFlight,
-                                QStringLiteral("debug: UninstallTransactionPkgKit::start: (\"ambrel-apk-a.b\")")}
-                    + m_packageKit->calls(0, QStringLiteral("Resolve(uint64 4, ['ambrel-apk-a.b'])"))));
+    QVERIFY(happens(
+            QStringList{packageQuery(name), QStringLiteral("debug: Uninstall \"ambrel-apk-a.b\" via RPM"),
+                        updatingStarted(name, QStringLiteral("/usr/share/applications/zindro_launcher_a_b1.desktop")),
+                        NothingInFlight,
+                        updatingStarted(name, QStringLiteral("/usr/share/applications/zindro_launcher_a_b2.desktop")),
+                        NothingInFlight,
+                        QStringLiteral("debug: UninstallTransactionPkgKit::start: (\"ambrel-apk-a.b\")")}
+            + m_packageKit->calls(0, QStringLiteral("Resolve(uint64 4, ['ambrel-apk-a.b'])"))));
 }
 
 void PackageRemovalTest::removesEachByItself()

@@ -32,17 +32,20 @@ void UninstallInterfaceTest::hasMethods_data()
     QTest::addColumn<const QMetaObject *>("base");
     QTest::addColumn<QStringList>("methods");
 
-    QTest::newRow("transaction")
-            << &Package::Transaction::staticMetaObject << QByteArray("Package::Transaction")
-            << &QObject::staticMetaObject
-            << QStringList{QStringLiteral("signal progress(int value)"), QStringLiteral("signal failure(QString details)"),
-                           QStringLiteral("signal success()"), QStringLiteral("signal finished()")};
+    QTest::newRow("transaction") << &Package::Transaction::staticMetaObject << QByteArray("Package::Transaction")
+                                 << &QObject::staticMetaObject
+                                 << QStringList{QStringLiteral("signal progress(int value)"),
+                                                QStringLiteral("signal failure(QString details)"),
+                                                QStringLiteral("signal success()"),
+                                                QStringLiteral("signal finished()")};
     QTest::newRow("removal through PackageKit")
             << &Package::UninstallTransactionPkgKit::staticMetaObject
             << QByteArray("Package::UninstallTransactionPkgKit") << &Package::Transaction::staticMetaObject
             << QStringList{
-                       QStringLiteral("private slot slotResolveFinished(PackageKit::Transaction::Exit status, uint runtime)"),
-                       QStringLiteral("private slot slotResolveError(PackageKit::Transaction::Error error, QString details)"),
+                       QStringLiteral(
+                               "private slot slotResolveFinished(PackageKit::Transaction::Exit status, uint runtime)"),
+                       QStringLiteral(
+                               "private slot slotResolveError(PackageKit::Transaction::Error error, QString details)"),
                        QStringLiteral("private slot slotResolved(PackageKit::Transaction::Info info, QString pkgId, "
                                       "QString summary)"),
                        QStringLiteral("private slot slotUninstallFinished(PackageKit::Transaction::Exit status, "
@@ -57,8 +60,10 @@ void UninstallInterfaceTest::hasMethods_data()
             << QStringList{
                        QStringLiteral("signal ownerPackageFound(QString package)"),
                        QStringLiteral("signal ownerApkFound(QString desktopFile, QString apk)"),
-                       QStringLiteral("private slot handleFinished(PackageKit::Transaction::Exit status, uint runtime)"),
-                       QStringLiteral("private slot handleError(PackageKit::Transaction::Error error, QString details)"),
+                       QStringLiteral(
+                               "private slot handleFinished(PackageKit::Transaction::Exit status, uint runtime)"),
+                       QStringLiteral(
+                               "private slot handleError(PackageKit::Transaction::Error error, QString details)"),
                        QStringLiteral("private slot handlePackage(PackageKit::Transaction::Info info, QString pkgId, "
                                       "QString summary)")};
 }

@@ -57,7 +57,8 @@ void UninstallRemovingTest::removes()
     m_packageKit->tellPackage(1, Id);
     QVERIFY(happens({}));
     m_packageKit->tellEnd(1, Transaction::ExitSuccess, 4711);
-    QVERIFY(happens(QStringList(endLine(QStringLiteral("ExitSuccess"), 4711)) + succeeding() + QStringList(deletion())));
+    QVERIFY(happens(QStringList(endLine(QStringLiteral("ExitSuccess"), 4711)) + succeeding()
+                    + QStringList(deletion())));
 }
 
 void UninstallRemovingTest::passesProgressOn_data()
@@ -140,9 +141,9 @@ void UninstallRemovingTest::failsWhenPackageKitVanishes()
     m_packageKit->tellProgress(1, Id, 50);
     QVERIFY(happens({QStringLiteral("progress 50")}));
     m_packageKit.reset();
-    QVERIFY(happens(failing(Uninstall, QStringLiteral("ErrorProcessKill"),
-                            QStringLiteral("The PackageKit daemon has crashed"))
-                    + QStringList{endLine(QStringLiteral("ExitKilled")), deletion()}));
+    QVERIFY(happens(
+            failing(Uninstall, QStringLiteral("ErrorProcessKill"), QStringLiteral("The PackageKit daemon has crashed"))
+            + QStringList{endLine(QStringLiteral("ExitKilled")), deletion()}));
 }
 
 void UninstallRemovingTest::failsWhenPackageKitRefuses()
@@ -214,8 +215,8 @@ void UninstallRemovingTest::reportsFromWithinItsSignals()
     QVERIFY(QTest::qWaitFor([this] {
         return m_journal.entries().contains(m_packageKit->call(2, QStringLiteral("Resolve(uint64 4, ['b'])")));
     }));
-    const QStringList ended{endLine(QStringLiteral("ExitSuccess")), QStringLiteral("success"), QStringLiteral("finished"),
-                            startLine(QStringLiteral("(\"b\")"))};
+    const QStringList ended{endLine(QStringLiteral("ExitSuccess")), QStringLiteral("success"),
+                            QStringLiteral("finished"), startLine(QStringLiteral("(\"b\")"))};
     QCOMPARE(m_journal.entries().mid(0, 4), ended);
     QCOMPARE(m_journal.entries().count(deletion()), 1);
 }

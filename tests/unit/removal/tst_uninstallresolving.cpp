@@ -109,12 +109,14 @@ void UninstallResolvingTest::removesWhateverIsReported()
     m_packageKit->tellPackage(0, odd);
     // Only the removal's progress counts.
     m_packageKit->tellProgress(0, Id, 50);
-    QVERIFY(happens({QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoAvailable \"%1\" \"a \\\"summary\\\"\"")
-                             .arg(Id),
-                     QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoUnknown \"%1\" \"\"").arg(odd),
-                     resolvedLine(QString()), resolvedLine(odd)}));
+    QVERIFY(happens(
+            {QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoAvailable \"%1\" \"a \\\"summary\\\"\"")
+                     .arg(Id),
+             QStringLiteral("debug: Resolved: PackageKit::Transaction::InfoUnknown \"%1\" \"\"").arg(odd),
+             resolvedLine(QString()), resolvedLine(odd)}));
     m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    const QString removal = QStringLiteral("RemovePackages(uint64 2, ['%1', '%2', '', '%2'], false, false)").arg(Id, odd);
+    const QString removal =
+            QStringLiteral("RemovePackages(uint64 2, ['%1', '%2', '', '%2'], false, false)").arg(Id, odd);
     QVERIFY(happens(m_packageKit->calls(1, removal)));
 }
 
@@ -240,11 +242,10 @@ void UninstallResolvingTest::failsWhenPackageKitRefuses()
     m_packageKit->peer().answer(QStringLiteral("Resolve"),
                                 PeerAnswer::error("org.freedesktop.PackageKit.Transaction.RefusedByPolicy", "Not you"));
     make({QStringLiteral("a")})->start();
-    QVERIFY(happens(QStringList(startLine())
-                    + m_packageKit->calls(0, QStringLiteral("Resolve(uint64 4, ['a'])"))
-                    + failing(QStringLiteral("Resolve"), QStringLiteral("ErrorInternalError"),
-                              QStringLiteral("Not you"))
-                    + succeeding() + QStringList(deletion())));
+    QVERIFY(happens(
+            QStringList(startLine()) + m_packageKit->calls(0, QStringLiteral("Resolve(uint64 4, ['a'])"))
+            + failing(QStringLiteral("Resolve"), QStringLiteral("ErrorInternalError"), QStringLiteral("Not you"))
+            + succeeding() + QStringList(deletion())));
 }
 
 void UninstallResolvingTest::failsWhenPackageKitVanishes()

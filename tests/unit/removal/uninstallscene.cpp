@@ -22,10 +22,10 @@ QString quoted(const QString &text)
 UninstallTransactionPkgKit *UninstallScene::make(const QStringList &names, bool autoremove)
 {
     auto transaction = new UninstallTransactionPkgKit(names, autoremove);
-    connect(transaction, &Transaction::progress, this, [this](int value) { note(QStringLiteral("progress %1").arg(value)); });
-    connect(transaction, &Transaction::failure, this, [this](const QString &details) {
-        note(QLatin1String("failure ") + quoted(details));
-    });
+    connect(transaction, &Transaction::progress, this,
+            [this](int value) { note(QStringLiteral("progress %1").arg(value)); });
+    connect(transaction, &Transaction::failure, this,
+            [this](const QString &details) { note(QLatin1String("failure ") + quoted(details)); });
     connect(transaction, &Transaction::success, this, [this] { note(QStringLiteral("success")); });
     connect(transaction, &Transaction::finished, this, [this] { note(QStringLiteral("finished")); });
     return transaction;
@@ -50,7 +50,7 @@ UninstallTransactionPkgKit *UninstallScene::startRemoving(bool autoremove)
     m_packageKit->tellPackage(0, id);
     m_packageKit->tellEnd(0, PackageKit::Transaction::ExitSuccess);
     const QString removal = QStringLiteral("RemovePackages(uint64 2, ['%1'], false, %2)")
-            .arg(id, autoremove ? QStringLiteral("true") : QStringLiteral("false"));
+                                    .arg(id, autoremove ? QStringLiteral("true") : QStringLiteral("false"));
     return happens(QStringList(resolvedLine(id)) + m_packageKit->calls(1, removal)) ? transaction : nullptr;
 }
 
@@ -66,12 +66,15 @@ QString UninstallScene::resolvedLine(const QString &id, const QString &summary)
 
 QString UninstallScene::endLine(const QString &exit, uint runtime)
 {
-    return QStringLiteral("debug: slotUninstallFinished: (\"a\") PackageKit::Transaction::%1 %2").arg(exit).arg(runtime);
+    return QStringLiteral("debug: slotUninstallFinished: (\"a\") PackageKit::Transaction::%1 %2")
+            .arg(exit)
+            .arg(runtime);
 }
 
 QStringList UninstallScene::failing(const QString &phase, const QString &error, const QString &details)
 {
-    return {QStringLiteral("debug: %1 Error: (\"a\") PackageKit::Transaction::%2 %3").arg(phase, error, quoted(details)),
+    return {QStringLiteral("debug: %1 Error: (\"a\") PackageKit::Transaction::%2 %3")
+                    .arg(phase, error, quoted(details)),
             QLatin1String("debug: void Package::UninstallTransactionPkgKit::giveUp(const QString&) ") + quoted(details),
             QLatin1String("failure ") + quoted(details), QStringLiteral("finished")};
 }

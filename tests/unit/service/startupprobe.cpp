@@ -44,9 +44,9 @@ QString yesOrNo(bool yes)
 // Comes back when the message is on the bus; nobody needs to be there to receive it.
 void tell(const QString &what)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(QStringLiteral("org.velmoraos.probe"), QStringLiteral("/"),
-                                                          QStringLiteral("org.velmoraos.probe"),
-                                                          QStringLiteral("Tell"));
+    QDBusMessage message =
+            QDBusMessage::createMethodCall(QStringLiteral("org.velmoraos.probe"), QStringLiteral("/"),
+                                           QStringLiteral("org.velmoraos.probe"), QStringLiteral("Tell"));
     message.setAutoStartService(false);
     message << what;
     QDBusConnection::systemBus().call(message);
@@ -92,8 +92,8 @@ bool isNameOwned(const QDBusConnection &bus)
 int windowsOnScreen()
 {
     const QWindowList windows = QGuiApplication::allWindows();
-    return int(std::count_if(windows.cbegin(), windows.cend(),
-                             [](const QWindow *window) { return window->isVisible(); }));
+    return int(
+            std::count_if(windows.cbegin(), windows.cend(), [](const QWindow *window) { return window->isVisible(); }));
 }
 
 void lookAround()

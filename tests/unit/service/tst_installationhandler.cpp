@@ -17,7 +17,7 @@ const QString Name = QStringLiteral("org.velmoraos.installationhandler");
 const QString Path = QStringLiteral("/org/velmoraos/installationhandler");
 
 const QString Introspection = QStringLiteral(
-R"(  <interface name="org.velmoraos.installationhandler">
+        R"(  <interface name="org.velmoraos.installationhandler">
     <signal name="installFinished">
       <arg name="success" type="b" direction="out"/>
       <arg name="errorString" type="s" direction="out"/>
@@ -56,10 +56,13 @@ R"(  <interface name="org.velmoraos.installationhandler">
 QStringList describe(const QDBusInterface &proxy)
 {
     return {
-        proxy.connection().name() == QDBusConnection::systemBus().name() ? QStringLiteral("system")
-                                                                         : QStringLiteral("session"),
-        proxy.service(), proxy.path(), proxy.interface(), QString::number(proxy.timeout()),
-        proxy.parent() ? QStringLiteral("owned") : QStringLiteral("by value"),
+            proxy.connection().name() == QDBusConnection::systemBus().name() ? QStringLiteral("system")
+                                                                             : QStringLiteral("session"),
+            proxy.service(),
+            proxy.path(),
+            proxy.interface(),
+            QString::number(proxy.timeout()),
+            proxy.parent() ? QStringLiteral("owned") : QStringLiteral("by value"),
     };
 }
 
@@ -98,8 +101,8 @@ private:
 void InstallationHandlerTest::init()
 {
     setUpHandler();
-    m_client = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-                                             QStringLiteral("client"));
+    m_client =
+            QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("client"));
     QVERIFY(m_client->isConnected());
     QVERIFY(QDBusConnection::sessionBus().registerObject(Path, m_handler.get(), QDBusConnection::ExportAllContents));
     QVERIFY(QDBusConnection::sessionBus().registerService(Name));
@@ -129,8 +132,9 @@ void InstallationHandlerTest::hear(const QDBusMessage &signal)
     for (const QVariant &argument : signal.arguments()) {
         arguments.append(argument.toString());
     }
-    note(QStringLiteral("bus: %1 %2 %3(%4) %5").arg(signal.path(), signal.interface(), signal.member(),
-                                                   signal.signature(), arguments.join(QLatin1Char('|'))));
+    note(QStringLiteral("bus: %1 %2 %3(%4) %5")
+                 .arg(signal.path(), signal.interface(), signal.member(), signal.signature(),
+                      arguments.join(QLatin1Char('|'))));
 }
 
 // The first handler makes the package record known, for good.
@@ -153,8 +157,8 @@ void InstallationHandlerTest::belongsToItsParent()
 
 void InstallationHandlerTest::exportsWhatItShould()
 {
-    const QDBusMessage reply = call(QStringLiteral("org.freedesktop.DBus.Introspectable"),
-                                    QStringLiteral("Introspect"));
+    const QDBusMessage reply =
+            call(QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     const QString xml = reply.arguments().value(0).toString();
     const int begin = xml.indexOf(QStringLiteral("  <interface name=\"org.velmoraos"));
     const int end = xml.indexOf(QStringLiteral("  <interface name=\"org.freedesktop"));
@@ -215,13 +219,16 @@ void InstallationHandlerTest::signalsOnTheBus()
     TestDialog::dismiss(TestDialog::window());
     m_handler->installFiles({});
 
-    QTRY_COMPARE(entries().filter(QStringLiteral("bus: ")), QStringList({
-            QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler needConfirm() "),
-            QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler "
-                           "installFinished(bs) false|installationhandler-user-aborted"),
-            QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler "
-                           "installFinished(bs) true|"),
-    }));
+    QTRY_COMPARE(
+            entries().filter(QStringLiteral("bus: ")),
+            QStringList({
+                    QStringLiteral(
+                            "bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler needConfirm() "),
+                    QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler "
+                                   "installFinished(bs) false|installationhandler-user-aborted"),
+                    QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler "
+                                   "installFinished(bs) true|"),
+            }));
 }
 
 void InstallationHandlerTest::hasItsProxies()
@@ -240,8 +247,8 @@ void InstallationHandlerTest::hasItsProxies()
                           QStringLiteral("ru.quon.ZARN"), QStringLiteral("900000"), byValue}));
     QCOMPARE(describe(HandlerInternals::hooks(m_handler.get())),
              QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.RuntimeManager"),
-                          QStringLiteral("/ru/quon/ZARN/Hooks"), QStringLiteral("ru.quon.ZARN.Hooks"),
-                          defaultTimeout, byValue}));
+                          QStringLiteral("/ru/quon/ZARN/Hooks"), QStringLiteral("ru.quon.ZARN.Hooks"), defaultTimeout,
+                          byValue}));
 }
 
 void InstallationHandlerTest::idlesFromTheStart()

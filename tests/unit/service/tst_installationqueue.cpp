@@ -51,9 +51,9 @@ void InstallationQueueTest::waitsWhileTheDialogIsOnScreen()
 
     // Each starts after the end of the one before is on the bus.
     dismiss();
-    QCOMPARE(entries(), QStringList({endRequest(Plain, 1000000),
-                                     finished(false, Aborted, QStringLiteral("1 running, 2 waiting"))})
-                                + asking(Translated) + QStringList(Destroyed));
+    QCOMPARE(entries(),
+             QStringList({endRequest(Plain, 1000000), finished(false, Aborted, QStringLiteral("1 running, 2 waiting"))})
+                     + asking(Translated) + QStringList(Destroyed));
     QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
 
     // The third needs no dialog.
@@ -61,8 +61,11 @@ void InstallationQueueTest::waitsWhileTheDialogIsOnScreen()
     m_journal.clear();
     dismiss();
     const QStringList expected{endRequest(Translated, 1000000),
-                               finished(false, Aborted, QStringLiteral("1 running, 1 waiting")), readLine(Plain),
-                               silenceQuery(), confirmWarning(NotSdkMode), installCall(packageFile(Plain)),
+                               finished(false, Aborted, QStringLiteral("1 running, 1 waiting")),
+                               readLine(Plain),
+                               silenceQuery(),
+                               confirmWarning(NotSdkMode),
+                               installCall(packageFile(Plain)),
                                finished(true, QString(), QStringLiteral("1 running, 0 waiting"))};
     QStringList happened = settledEntries(expected.size() + 1);
     QCOMPARE(happened.removeAll(Destroyed), 1);
@@ -160,9 +163,10 @@ void InstallationQueueTest::cancelsTwoWithOneAnswer()
     m_journal.clear();
     dismiss();
 
-    QCOMPARE(entries(), QStringList({endRequest(Translated, 1000000),
-                                     finished(false, Aborted, QStringLiteral("2 running, 0 waiting")),
-                                     finished(false, Aborted, QStringLiteral("1 running, 0 waiting")), Destroyed}));
+    QCOMPARE(entries(),
+             QStringList({endRequest(Translated, 1000000),
+                          finished(false, Aborted, QStringLiteral("2 running, 0 waiting")),
+                          finished(false, Aborted, QStringLiteral("1 running, 0 waiting")), Destroyed}));
     QCOMPARE(state(), Idle);
 }
 

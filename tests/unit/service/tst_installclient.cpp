@@ -21,7 +21,8 @@ const QString Failure = QStringLiteral("warning: int main(int, char**) failed to
 QString installFiles(const QString &argument)
 {
     return QStringLiteral("org.velmoraos.installationhandler /org/velmoraos/installationhandler "
-                          "org.velmoraos.installationhandler.installFiles('%1',)").arg(argument);
+                          "org.velmoraos.installationhandler.installFiles('%1',)")
+            .arg(argument);
 }
 
 }

@@ -131,10 +131,10 @@ void OperationCountTest::goesOnInsideAnEnd()
     m_journal.clear();
     dismiss();
 
-    QCOMPARE(entries(), QStringList({endRequest(Plain, 1000000),
-                                     finished(false, Aborted, QStringLiteral("1 running, 2 waiting")),
-                                     finished(true, QString(), QStringLiteral("1 running, 1 waiting")),
-                                     finished(true, QString(), QStringLiteral("1 running, 0 waiting")), Destroyed}));
+    QCOMPARE(entries(),
+             QStringList({endRequest(Plain, 1000000), finished(false, Aborted, QStringLiteral("1 running, 2 waiting")),
+                          finished(true, QString(), QStringLiteral("1 running, 1 waiting")),
+                          finished(true, QString(), QStringLiteral("1 running, 0 waiting")), Destroyed}));
     QCOMPARE(state(), Idle);
 }
 
@@ -148,10 +148,10 @@ void OperationCountTest::goesOnToTheNextDialogInsideAnEnd()
     m_journal.clear();
     dismiss();
 
-    QCOMPARE(entries(), QStringList({endRequest(Plain, 1000000),
-                                     finished(false, Aborted, QStringLiteral("1 running, 3 waiting")),
-                                     finished(true, QString(), QStringLiteral("1 running, 2 waiting"))})
-                                + asking(Plain) + QStringList(Destroyed));
+    QCOMPARE(entries(),
+             QStringList({endRequest(Plain, 1000000), finished(false, Aborted, QStringLiteral("1 running, 3 waiting")),
+                          finished(true, QString(), QStringLiteral("1 running, 2 waiting"))})
+                     + asking(Plain) + QStringList(Destroyed));
     QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
 }
 
@@ -225,9 +225,10 @@ void OperationCountTest::takesCallsInsideAnEnd()
     });
     m_handler->installFiles({});
 
-    QCOMPARE(entries(), QStringList({finished(true, QString(), QStringLiteral("1 running, 0 waiting")),
-                                     finished(true, QString(), QStringLiteral("2 running, 0 waiting")),
-                                     finished(true, QString(), QStringLiteral("3 running, 0 waiting"))}));
+    QCOMPARE(entries(),
+             QStringList({finished(true, QString(), QStringLiteral("1 running, 0 waiting")),
+                          finished(true, QString(), QStringLiteral("2 running, 0 waiting")),
+                          finished(true, QString(), QStringLiteral("3 running, 0 waiting"))}));
     QCOMPARE(state(), Idle);
 }
 
@@ -244,8 +245,9 @@ void OperationCountTest::releasesWhatHasFinished()
     TestDialog::deleteScheduled();
     m_journal.clear();
     m_handler->installFiles({});
-    QCOMPARE(entries(), QStringList({finished(true, QString(), QStringLiteral("1 running, 1 waiting")),
-                                     finished(true, QString(), QStringLiteral("1 running, 0 waiting"))}));
+    QCOMPARE(entries(),
+             QStringList({finished(true, QString(), QStringLiteral("1 running, 1 waiting")),
+                          finished(true, QString(), QStringLiteral("1 running, 0 waiting"))}));
     QVERIFY(transaction);
     TestDialog::deleteScheduled();
     QVERIFY(!transaction);

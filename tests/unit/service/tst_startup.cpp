@@ -93,10 +93,10 @@ private:
 // and its display watcher, which goes last, listens no longer.
 QStringList comingsAndGoings(const QString &traffic)
 {
-    static const QRegularExpression message(QStringLiteral(
-            "member=Tell\\n +string \"(?<told>.*)\"|"
-            "(?<made>destination=ru\\.quon\\.RuntimeManager .*member=Introspect)|"
-            "(?<destroyed>member=RemoveMatch\\n +string \".*member='display_status_ind')"));
+    static const QRegularExpression message(
+            QStringLiteral("member=Tell\\n +string \"(?<told>.*)\"|"
+                           "(?<made>destination=ru\\.quon\\.RuntimeManager .*member=Introspect)|"
+                           "(?<destroyed>member=RemoveMatch\\n +string \".*member='display_status_ind')"));
     QStringList all;
     for (auto matches = message.globalMatch(traffic); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
@@ -262,8 +262,8 @@ void StartupTest::endsInReverseOrder()
     const QString textOf = QStringLiteral("text of ");
     QCOMPARE(comingsAndGoings(QString::fromUtf8(monitor.traffic())),
              QStringList({textOf + English, textOf + German, textOf + ZarnEnglish, textOf + ZarnGerman,
-                          QStringLiteral("handler made"), QStringLiteral("handler destroyed"),
-                          textOf + ZarnEnglish, textOf + German, textOf + English, textOf + QStringLiteral("probe-all"),
+                          QStringLiteral("handler made"), QStringLiteral("handler destroyed"), textOf + ZarnEnglish,
+                          textOf + German, textOf + English, textOf + QStringLiteral("probe-all"),
                           QStringLiteral("engine destroyed"), QStringLiteral("application destroyed")}));
 }
 

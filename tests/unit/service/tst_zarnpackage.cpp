@@ -58,13 +58,13 @@ private:
 
     Journal m_journal;
     std::unique_ptr<RecordingPeer> m_manager;
-    QDBusConnection m_bus { QString() };
+    QDBusConnection m_bus{QString()};
 };
 
 void TestZarnPackage::initTestCase()
 {
     const QString address = QString::fromLocal8Bit(qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
-    m_manager = std::make_unique<RecordingPeer>(address, QStringList { service }, &m_journal);
+    m_manager = std::make_unique<RecordingPeer>(address, QStringList{service}, &m_journal);
     m_bus = QDBusConnection::connectToBus(address, QStringLiteral("test"));
     QVERIFY(m_bus.isConnected());
 }
@@ -112,17 +112,18 @@ void TestZarnPackage::goesOutInKeyOrder_data()
     QTest::addColumn<QStringList>("keys");
     QTest::addColumn<QString>("arguments");
     QTest::newRow("none") << QStringList() << QStringLiteral("(@a{ss} {},)");
-    QTest::newRow("one") << QStringList { QStringLiteral("name") } << QStringLiteral("({'name': 'value of name'},)");
-    QTest::newRow("several")
-        << QStringList { QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("B"), QStringLiteral("10"),
-                         QStringLiteral("9"), QString() }
-        << QStringLiteral("({'': 'value of ', '10': 'value of 10', '9': 'value of 9', 'B': 'value of B', "
-                          "'a': 'value of a', 'b': 'value of b'},)");
+    QTest::newRow("one") << QStringList{QStringLiteral("name")} << QStringLiteral("({'name': 'value of name'},)");
+    QTest::newRow("several") << QStringList{QStringLiteral("b"),  QStringLiteral("a"), QStringLiteral("B"),
+                                            QStringLiteral("10"), QStringLiteral("9"), QString()}
+                             << QStringLiteral(
+                                        "({'': 'value of ', '10': 'value of 10', '9': 'value of 9', 'B': 'value of B', "
+                                        "'a': 'value of a', 'b': 'value of b'},)");
     // Surrogates sort before the last characters of the basic plane, though they stand for higher ones.
-    QTest::newRow("by code units")
-        << QStringList { QStringLiteral("\uff5e"), QStringLiteral("\U0001f4e6"), QStringLiteral("\u00e9") }
-        << QStringLiteral("({'\u00e9': 'value of \u00e9', '\U0001f4e6': 'value of \U0001f4e6', "
-                          "'\uff5e': 'value of \uff5e'},)");
+    QTest::newRow("by code units") << QStringList{QStringLiteral("\uff5e"), QStringLiteral("\U0001f4e6"),
+                                                  QStringLiteral("\u00e9")}
+                                   << QStringLiteral(
+                                              "({'\u00e9': 'value of \u00e9', '\U0001f4e6': 'value of \U0001f4e6', "
+                                              "'\uff5e': 'value of \uff5e'},)");
 }
 
 void TestZarnPackage::goesOutInKeyOrder()
@@ -140,7 +141,7 @@ void TestZarnPackage::goesOutInKeyOrder()
     const QDBusMessage reply = m_bus.call(call, QDBus::Block, timeout);
     QCOMPARE(reply.errorMessage(), QString());
     QCOMPARE(m_journal.entries(),
-             QStringList { QLatin1String("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take") + arguments });
+             QStringList{QLatin1String("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take") + arguments});
 }
 
 void TestZarnPackage::comesInWhole_data()
@@ -150,17 +151,15 @@ void TestZarnPackage::comesInWhole_data()
     const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
     QTest::newRow("none") << QByteArray("(@a{ss} {},)") << ZarnPackage();
     QTest::newRow("several") << QByteArray("({'b': '2', 'a': '1', '': ''},)")
-                             << ZarnPackage { { QString(), QString() },
-                                              { text("a"), text("1") },
-                                              { text("b"), text("2") } };
+                             << ZarnPackage{{QString(), QString()}, {text("a"), text("1")}, {text("b"), text("2")}};
     QTest::newRow("a key twice") << QByteArray("({'a': 'first', 'b': 'x', 'a': 'second'},)")
-                                 << ZarnPackage { { text("a"), text("second") }, { text("b"), text("x") } };
+                                 << ZarnPackage{{text("a"), text("second")}, {text("b"), text("x")}};
     QTest::newRow("other characters") << QByteArray("({'ключ': '包\\n%1'},)")
-                                      << ZarnPackage { { text("ключ"), text("包\n%1") } };
+                                      << ZarnPackage{{text("ключ"), text("包\n%1")}};
     QTest::newRow("a large one") << "({'a': '" + QByteArray(1024 * 1024, 'x') + "'},)"
-                                 << ZarnPackage { { text("a"), QString(1024 * 1024, QLatin1Char('x')) } };
-    QTest::newRow("more values after it") << QByteArray("({'a': '1'}, 'more', true)")
-                                          << ZarnPackage { { text("a"), text("1") } };
+                                 << ZarnPackage{{text("a"), QString(1024 * 1024, QLatin1Char('x'))}};
+    QTest::newRow("more values after it")
+            << QByteArray("({'a': '1'}, 'more', true)") << ZarnPackage{{text("a"), text("1")}};
 }
 
 void TestZarnPackage::comesInWhole()
@@ -173,7 +172,7 @@ void TestZarnPackage::comesInWhole()
     QVERIFY(!reply.error().isValid());
     QTEST(reply.value(), "package");
     QCOMPARE(m_journal.entries(),
-             QStringList { QStringLiteral("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.GetPackage('somename',)") });
+             QStringList{QStringLiteral("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.GetPackage('somename',)")});
 
     QDBusPendingReply<ZarnPackage> pending = getPackage(service);
     pending.waitForFinished();
@@ -186,10 +185,9 @@ void TestZarnPackage::replacesWhatWasThere()
     m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("({'a': 'new'},)"));
     QDBusPendingCall call = getPackage(service);
     call.waitForFinished();
-    ZarnPackage package { { QStringLiteral("a"), QStringLiteral("old") },
-                          { QStringLiteral("z"), QStringLiteral("old") } };
+    ZarnPackage package{{QStringLiteral("a"), QStringLiteral("old")}, {QStringLiteral("z"), QStringLiteral("old")}};
     call.reply().arguments().constFirst().value<QDBusArgument>() >> package;
-    const ZarnPackage expected { { QStringLiteral("a"), QStringLiteral("new") } };
+    const ZarnPackage expected{{QStringLiteral("a"), QStringLiteral("new")}};
     QCOMPARE(package, expected);
 }
 
@@ -256,7 +254,7 @@ void TestZarnPackage::isRefusedWithoutAnAnswer()
 void TestZarnPackage::canBeWalkedByKey()
 {
     const QVariant record = QVariant::fromValue(
-        ZarnPackage { { QStringLiteral("b"), QStringLiteral("2") }, { QStringLiteral("a"), QStringLiteral("1") } });
+            ZarnPackage{{QStringLiteral("b"), QStringLiteral("2")}, {QStringLiteral("a"), QStringLiteral("1")}});
     QVERIFY((QMetaType::hasRegisteredConverterFunction<ZarnPackage, QtMetaTypePrivate::QAssociativeIterableImpl>()));
 
     QStringList walked;
@@ -264,7 +262,7 @@ void TestZarnPackage::canBeWalkedByKey()
     for (auto entry = iterable.begin(); entry != iterable.end(); ++entry) {
         walked.append(entry.key().toString() + QLatin1Char('=') + entry.value().toString());
     }
-    const QStringList expected { QStringLiteral("a=1"), QStringLiteral("b=2") };
+    const QStringList expected{QStringLiteral("a=1"), QStringLiteral("b=2")};
     QCOMPARE(walked, expected);
     QCOMPARE(iterable.value(QStringLiteral("b")).toString(), QStringLiteral("2"));
 }

@@ -24,9 +24,9 @@ BusMonitor::~BusMonitor()
 QByteArray BusMonitor::traffic()
 {
     const QString path = QStringLiteral("/mark/%1").arg(++m_marks);
-    const QDBusMessage mark = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), path,
-                                                             QStringLiteral("org.freedesktop.DBus.Peer"),
-                                                             QStringLiteral("Ping"));
+    const QDBusMessage mark =
+            QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), path,
+                                           QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
     m_bus.call(mark, QDBus::Block, 5000);
     readUntil("path=" + path.toLatin1() + ';');
     return m_traffic;

@@ -34,7 +34,7 @@ void DeviceFile::write(const QByteArray &contents)
 {
     QFile file(m_path);
     if (!QDir().mkpath(QFileInfo(m_path).path()) || !file.open(QIODevice::WriteOnly)
-            || file.write(contents) != contents.size()) {
+        || file.write(contents) != contents.size()) {
         qFatal("%s: %s", qPrintable(m_path), qPrintable(file.errorString()));
     }
 }

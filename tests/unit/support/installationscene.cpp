@@ -94,13 +94,16 @@ QString InstallationScene::packageFile(const QString &name)
 QString InstallationScene::beginRequest(const QString &name)
 {
     return QStringLiteral("com.nokia.mce /com/nokia/mce/request "
-                          "com.nokia.mce.request.notification_begin_req('%1', 30000, 30000)").arg(name);
+                          "com.nokia.mce.request.notification_begin_req('%1', 30000, 30000)")
+            .arg(name);
 }
 
 QString InstallationScene::endRequest(const QString &name, int linger)
 {
     return QStringLiteral("com.nokia.mce /com/nokia/mce/request "
-                          "com.nokia.mce.request.notification_end_req('%1', %2)").arg(name).arg(linger);
+                          "com.nokia.mce.request.notification_end_req('%1', %2)")
+            .arg(name)
+            .arg(linger);
 }
 
 QString InstallationScene::silenceQuery()
@@ -128,12 +131,12 @@ QString InstallationScene::confirmWarning(const QString &reason)
 QStringList InstallationScene::asking(const QString &name)
 {
     return {
-        readLine(name),
-        silenceQuery(),
-        confirmWarning(QStringLiteral("The installation is not running in sdk mode. ")),
-        QStringLiteral("needConfirm"),
-        beginRequest(name),
-        QStringLiteral("dialog shown full screen"),
+            readLine(name),
+            silenceQuery(),
+            confirmWarning(QStringLiteral("The installation is not running in sdk mode. ")),
+            QStringLiteral("needConfirm"),
+            beginRequest(name),
+            QStringLiteral("dialog shown full screen"),
     };
 }
 

@@ -6,5 +6,6 @@
 #include <QMetaObject>
 #include <QStringList>
 
-/** The methods that a class adds, in their order, for example "signal failure(QString details)", "private slot stop()". */
+/** The methods that a class adds, in their order, for example "signal failure(QString details)", "private slot stop()".
+ */
 QStringList methodsOf(const QMetaObject &type);

@@ -161,9 +161,9 @@ void RecordingPeer::Post::giveUp(const QString &name)
 void RecordingPeer::Post::changeName(const QString &name, const char *method, GVariant *arguments)
 {
     GError *error = nullptr;
-    const ValuePointer reply(g_dbus_connection_call_sync(
-            m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments,
-            nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
+    const ValuePointer reply(g_dbus_connection_call_sync(m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                         "org.freedesktop.DBus", method, arguments, nullptr,
+                                                         G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
     guint32 result = 0;
     if (!reply) {
         fail(qPrintable(name), error);
@@ -218,7 +218,8 @@ void RecordingPeer::Post::give(const PeerAnswer &answer, MessagePointer call)
         return;
     } else if (answer.kind == PeerAnswer::Kind::Error) {
         send(MessagePointer(g_dbus_message_new_method_error_literal(call.get(), answer.errorName.constData(),
-                                                                    answer.text.constData())).get());
+                                                                    answer.text.constData()))
+                     .get());
     } else {
         const MessagePointer reply(g_dbus_message_new_method_reply(call.get()));
         g_dbus_message_set_body(reply.get(), parse(answer.text).get());
@@ -285,8 +286,8 @@ void RecordingPeer::emitSignal(const QString &path, const QString &interface, co
 {
     GError *error = nullptr;
     if (!g_dbus_connection_emit_signal(m_post->connection(), nullptr, path.toUtf8().constData(),
-                                       interface.toUtf8().constData(), member.toUtf8().constData(), parse(arguments).get(),
-                                       &error)) {
+                                       interface.toUtf8().constData(), member.toUtf8().constData(),
+                                       parse(arguments).get(), &error)) {
         fail("A peer could not emit its signal", error);
     }
 }

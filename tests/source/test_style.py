@@ -1,0 +1,58 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The tree is formatted as its own configuration says: .clang-format, pyproject.toml and .editorconfig."""
+
+import subprocess
+import tokenize
+
+from test_sources import ROOT, files, texts
+
+CLANG_FORMAT = 'clang-format-19'
+AUTOPEP8 = 'autopep8'
+
+
+def is_python(path, text):
+    return path.suffix == '.py' or text.startswith('#!') and 'python' in text.partition('\n')[0]
+
+
+def python_files():
+    return [ROOT / path for path, text in texts() if is_python(path, text)]
+
+
+def test_cpp_is_formatted():
+    sources = [path for pattern in ('*.cpp', '*.h') for path in files(pattern)]
+    result = subprocess.run([CLANG_FORMAT, '--dry-run', '-Werror', *sources], capture_output=True, text=True)
+    assert result.returncode == 0, result.stderr
+
+
+def test_python_is_formatted():
+    result = subprocess.run([AUTOPEP8, '--diff', '--exit-code', *python_files()], capture_output=True, text=True,
+                            cwd=ROOT)
+    assert result.returncode == 0, result.stdout
+
+
+def needs_single_quotes(string):
+    """Every string but docstrings and those that hold a quote."""
+    literal = string.lstrip('rbf')
+    return literal.startswith('"') and not literal.startswith('"""') and not set(literal[1:-1]) & set('\'"')
+
+
+def test_strings_have_single_quotes():
+    wrong = []
+    for path in python_files():
+        with path.open('rb') as file:
+            wrong += [f'{path}:{token.start[0]}' for token in tokenize.tokenize(file.readline)
+                      if token.type == tokenize.STRING and needs_single_quotes(token.string)]
+    assert not wrong
+
+
+def test_lines_end_as_editors_are_told():
+    wrong = []
+    for path, text in texts():
+        lines = text.split('\n')
+        if lines[-1] or not lines[-2]:
+            wrong.append(f'{path}: ends without a line feed, or with an empty line')
+        for number, line in enumerate(lines, 1):
+            if line != line.rstrip() or '\t' in line:
+                wrong.append(f'{path}:{number}: has a tab, or blanks at its end')
+    assert not wrong
