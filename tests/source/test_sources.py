@@ -33,7 +33,7 @@ def files(pattern='*'):
     """All files of the tree that belong to it."""
     for folder, folders, names in os.walk(ROOT):
         folders[:] = sorted(set(folders) - LEFTOVERS)
-        yield from (Path(folder, name) for name in sorted(names) if Path(name).match(pattern))
+        yield from (Path(folder, name) for name in sorted(set(names) - LEFTOVERS) if Path(name).match(pattern))
 
 
 def texts(pattern='*'):
