@@ -26,7 +26,7 @@ constexpr qint32 DisplayOnDuration = 30000;
 constexpr qint32 DisplayOnRenewal = 30000;
 
 // How long the display lingers after the dialog has gone. MCE receives a
-// thousand times the number: see "Known behaviour" in the README.
+// thousand times the number: Known behaviour 62.
 constexpr qint32 LingerConfirmed = 3000;
 constexpr qint32 LingerDismissed = 1000;
 constexpr qint32 LingerDisplayOff = 0;

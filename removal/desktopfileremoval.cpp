@@ -71,8 +71,8 @@ void DesktopFileRemoval::removeSystemLauncher(const QString &desktopFile)
 }
 
 // The search is counted as an operation until an owner has been found. Nothing
-// lowers the count when none is, and every further owner lowers it again: see
-// "Known behaviour" in the README.
+// lowers the count when none is, and every further owner lowers it again:
+// Known behaviour 22, 23.
 void DesktopFileRemoval::findOwner(const QString &desktopFile)
 {
     auto *resolver = new DesktopOwnerResolver(desktopFile);

@@ -17,8 +17,7 @@ namespace Package {
  * Names that are not installed count as removed.
  *
  * Reports nothing at all when the removal ends unsuccessfully without an error,
- * and twice when PackageKit goes on after an error: see "Known behaviour" in
- * the README.
+ * and twice when PackageKit goes on after an error: Known behaviour 20, 25, 28.
  */
 class UninstallTransactionPkgKit : public Transaction
 {

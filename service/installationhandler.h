@@ -52,8 +52,8 @@ public:
     Q_INVOKABLE void installFiles(const QStringList &fileUrls, bool sdkMode = false, bool keepUserdata = false);
 
     /**
-     * Removes installed packages by name; each ends in a removalFinished of its own,
-     * but for what "Known behaviour" in the README says of PackageKit.
+     * Removes installed packages by name; each ends in a removalFinished of its own.
+     * PackageKit may cause none, or more than one: Known behaviour 20, 25, 28.
      * keepUserdata: leave what the applications have stored, where the back end can.
      */
     Q_INVOKABLE void removePackages(const QStringList &packageNames, bool keepUserdata = false);

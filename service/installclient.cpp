@@ -16,8 +16,7 @@ int requestInstallation(const char *file)
     QDBusInterface service(BusNames::InstallationHandler::Service, BusNames::InstallationHandler::Path,
                            BusNames::InstallationHandler::Interface, QDBusConnection::sessionBus());
 
-    // One plain string, although the service's method takes a list: that is
-    // how this client has always asked, see "Known behaviour" in the README.
+    // One plain string, although the service's method takes a list: Known behaviour 1.
     const QDBusError error(service.call(QDBus::Block, QStringLiteral("installFiles"), QString::fromUtf8(file)));
     if (error.isValid()) {
         // The compilers spell Q_FUNC_INFO differently; the log does not.
