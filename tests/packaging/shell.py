@@ -18,7 +18,7 @@ class Shell:
         self._processes = processes
         self._read = 0
         self.picture = folder / 'dialog.png'
-        command = ['sh', '-c', 'exec "$0" --shell "$1" <"$2"', source / 'demo/play', self.picture, keyboard]
+        command = ['sh', '-c', 'exec "$0" --shell "$1" <"$2"', source / 'demo/run', self.picture, keyboard]
         self._process = processes.start('shell', command, environment)
         self.welcome = self._read_to('  Logs:')
 

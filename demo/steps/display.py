@@ -4,8 +4,8 @@
 
 import os
 
-from acts.narration import Failure
-from acts.program import Companion, run
+from steps.program import Companion, run
+from steps.progress import Failure
 
 # A phone: 360 by 640 density-independent pixels.
 SCREEN = ('-screen', '0', '540x960x24', '-dpi', '240')

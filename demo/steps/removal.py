@@ -5,18 +5,18 @@
 from dataclasses import dataclass
 from pathlib import Path
 
-from acts.applications import (ANDROID_LAUNCHER, CLOCK, HELLO, HELLO_LAUNCHER, NOTES, NOTES_LAUNCHER, OWN_LAUNCHER,
-                               installed_packages)
-from acts.narration import Failure, detail, step
+from steps.applications import (ANDROID_LAUNCHER, CLOCK, HELLO, HELLO_LAUNCHER, NOTES, NOTES_LAUNCHER, OWN_LAUNCHER,
+                                installed_packages)
+from steps.progress import Failure, detail, step
 
 
 @dataclass(frozen=True)
 class Removal:
-    """A launcher, by whom its application is removed, and the words on the buses that show it."""
+    """A launcher, by whom its application is removed, and the messages on the buses that show it."""
 
     launcher: Path
     back_end: str
-    words: tuple
+    messages: tuple
     package: str = None
 
 
@@ -30,24 +30,24 @@ REMOVALS = (
 )
 
 
-def show_removals(handler, eavesdropper):
-    """Removes one application after the other; what the buses said, and what is left."""
+def show_removals(handler, monitor):
+    """Removes one application after the other; the messages on the buses, and what is left."""
     for removal in REMOVALS:
         if not removal.launcher.is_file():
             raise Failure(f'there is no launcher {removal.launcher}')
         with step(f'Removing by {removal.launcher.name}; {removal.back_end}'):
             handler.remove(removal.launcher)
-            said = eavesdropper.hear(*removal.words)
+            messages = monitor.wait_for(*removal.messages)
             # The service answers when it has heard of the end itself.
             handler.await_answer()
-        show_words(said)
+        show_messages(messages)
         check_disk(removal)
     if installed_packages() != [CLOCK]:
         raise Failure(f'RPM should know {CLOCK} alone, but knows {installed_packages()}')
 
 
-def show_words(said):
-    for member, values in said:
+def show_messages(messages):
+    for member, values in messages:
         detail(f'bus: {member}({values})')
         if member == 'removalFinished' and values != "true, ''":
             raise Failure('the application was not removed')

@@ -4,7 +4,7 @@
 
 from pathlib import Path
 
-from acts.program import Companion
+from steps.program import Companion
 
 SIMULATOR = Path(__file__).parents[2] / 'simulator'
 

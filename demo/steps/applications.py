@@ -4,7 +4,7 @@
 
 from pathlib import Path
 
-from acts.program import run
+from steps.program import run
 
 SPEC = Path(__file__).parents[1] / 'application.spec'
 LAUNCHERS = Path('/usr/share/applications')

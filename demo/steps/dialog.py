@@ -4,8 +4,8 @@
 
 import time
 
-from acts.narration import Failure
-from acts.program import DEADLINE, run
+from steps.program import DEADLINE, run
+from steps.progress import Failure
 
 CLASS = 'velmora-installationhandler'
 

@@ -7,7 +7,7 @@ import subprocess
 import time
 from threading import Thread
 
-from acts.narration import Failure
+from steps.progress import Failure
 
 DEADLINE = 30
 

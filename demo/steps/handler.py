@@ -4,8 +4,8 @@
 
 from gi.repository import Gio, GLib
 
-from acts.narration import Failure
-from acts.program import DEADLINE
+from steps.program import DEADLINE
+from steps.progress import Failure
 
 NAME = INTERFACE = 'org.velmoraos.installationhandler'
 PATH = '/org/velmoraos/installationhandler'
@@ -17,7 +17,7 @@ class Handler:
     def __init__(self):
         self._bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self._signals = {}
-        self._bus.signal_subscribe(NAME, INTERFACE, None, PATH, None, Gio.DBusSignalFlags.NONE, self._hear)
+        self._bus.signal_subscribe(NAME, INTERFACE, None, PATH, None, Gio.DBusSignalFlags.NONE, self._receive)
 
     def give_environment(self, variables):
         """Tells the bus what the services that it starts find in their environment."""
@@ -41,7 +41,7 @@ class Handler:
         """Returns when the service has done all that it had begun without leaving it to others."""
         self._call(NAME, PATH, 'org.freedesktop.DBus.Introspectable', 'Introspect', None, '(s)')
 
-    def hear(self, signal, seconds=DEADLINE):
+    def wait_for(self, signal, seconds=DEADLINE):
         """The values of a signal, once it has come; None when it does not come in time."""
         expired = []
         timer = GLib.timeout_add(int(seconds * 1000), lambda: expired.append(True) or GLib.SOURCE_CONTINUE)
@@ -50,7 +50,7 @@ class Handler:
         GLib.source_remove(timer)
         return self._signals.pop(signal, None)
 
-    def _hear(self, _bus, _sender, _path, _interface, signal, values):
+    def _receive(self, _bus, _sender, _path, _interface, signal, values):
         self._signals[signal] = values.unpack()
 
     def _ask_bus(self, method, arguments, answer):

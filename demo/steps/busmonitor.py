@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What is said on the buses when the installation handler removes something."""
+"""The messages on the buses while the installation handler removes something."""
 
 import queue
 import time
 
 from gi.repository import Gio, GLib
 
-from acts.narration import Failure
-from acts.program import DEADLINE
+from steps.program import DEADLINE
+from steps.progress import Failure
 
 INTERFACES = {
     Gio.BusType.SESSION: ('org.velmoraos.installationhandler', 'org.orrinmobile.rozzle.LauncherModel'),
@@ -21,36 +21,36 @@ METHODS_OF_PACKAGEKIT = ('Resolve', 'SearchFiles', 'RemovePackages')
 FLAGS = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
 
 
-class Eavesdropper:
-    """Hears the requests at the back ends, and the signals of the service, from now on."""
+class BusMonitor:
+    """Records the requests to the back ends, and the signals of the service, from now on."""
 
     def __init__(self):
-        self._heard = queue.SimpleQueue()
-        self._connections = [self._listen(bus, interfaces) for bus, interfaces in INTERFACES.items()]
+        self._messages = queue.SimpleQueue()
+        self._connections = [self._monitor(bus, interfaces) for bus, interfaces in INTERFACES.items()]
 
-    def hear(self, *members):
+    def wait_for(self, *members):
         """Waits until all these methods and signals have passed a bus; all that has: [(member, its values as text)]."""
         end = time.monotonic() + DEADLINE
-        said = []
+        messages = []
         missing = set(members)
         while missing:
             try:
-                said.append(self._heard.get(timeout=max(0, end - time.monotonic())))
+                messages.append(self._messages.get(timeout=max(0, end - time.monotonic())))
             except queue.Empty:
-                raise Failure(f'nothing was heard of {", ".join(sorted(missing))} within {DEADLINE} seconds') from None
-            missing.discard(said[-1][0])
-        return said
+                raise Failure(f'no {", ".join(sorted(missing))} on the buses within {DEADLINE} seconds') from None
+            missing.discard(messages[-1][0])
+        return messages
 
-    def _listen(self, bus, interfaces):
+    def _monitor(self, bus, interfaces):
         connection = Gio.DBusConnection.new_for_address_sync(Gio.dbus_address_get_for_bus_sync(bus), FLAGS, None, None)
         rules = [f"interface='{interface}'" for interface in interfaces]
         connection.call_sync('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus.Monitoring',
                              'BecomeMonitor', GLib.Variant('(asu)', (rules, 0)), None, Gio.DBusCallFlags.NONE,
                              DEADLINE * 1000, None)
-        connection.add_filter(self._passed)
+        connection.add_filter(self._filter)
         return connection
 
-    def _passed(self, _connection, message, incoming):
+    def _filter(self, _connection, message, incoming):
         """Runs in the connection's own thread, and consumes the message: a monitor must not answer."""
         interface, member = message.get_interface(), message.get_member()
         if not incoming:
@@ -58,6 +58,6 @@ class Eavesdropper:
         if interface in sum(INTERFACES.values(), ()) and (
                 'PackageKit' not in interface or member in METHODS_OF_PACKAGEKIT):
             values = message.get_body()
-            self._heard.put((member, ', '.join(values.get_child_value(index).print_(False)
-                                               for index in range(values.n_children()))))
+            self._messages.put((member, ', '.join(values.get_child_value(index).print_(False)
+                                                  for index in range(values.n_children()))))
         return None
