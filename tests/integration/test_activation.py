@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The service started by the bus."""
 
-from support.client import NAME
+from harness.client import NAME
 
 
 def test_call_starts_the_service(session_bus, client, signals):

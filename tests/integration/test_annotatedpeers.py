@@ -35,12 +35,12 @@ def annotated(standins):
     return start
 
 
-def answered(traffic, bus, program, interface):
+def answered(monitor, bus, program, interface):
     """The service's calls of an interface that were answered, as those that want no answer are not."""
     name = bus.name_of_process(program.process.pid)
-    answers = [message.reply_serial for message in traffic.messages(kind='method-return')
+    answers = [message.reply_serial for message in monitor.messages(kind='method-return')
                if message.destination == name]
-    return [call.member for call in traffic.calls(name) if call.interface == interface and call.serial in answers]
+    return [call.member for call in monitor.calls(name) if call.interface == interface and call.serial in answers]
 
 
 def test_developer_mode(annotated, standins, program, client, signals):
@@ -94,7 +94,7 @@ def test_android_support(annotated, standins, program, client):
     assert program.warnings() == []
 
 
-def test_launcher_model(annotated, standins, program, session_bus, session_traffic, client, signals):
+def test_launcher_model(annotated, standins, program, session_bus, session_monitor, client, signals):
     annotated('launcher-model')
     standins.start('package-kit')
     program.start()
@@ -102,10 +102,10 @@ def test_launcher_model(annotated, standins, program, session_bus, session_traff
     client.remove(['foo'])
 
     assert signals.wait('removalFinished') == (True, '')
-    assert answered(session_traffic, session_bus, program, METHODS['launcher-model'][0]) == ['updatingFinished']
+    assert answered(session_monitor, session_bus, program, METHODS['launcher-model'][0]) == ['updatingFinished']
 
 
-def test_mce(annotated, standins, program, system_bus, system_traffic, client, signals, dialog):
+def test_mce(annotated, standins, program, system_bus, system_monitor, client, signals, dialog):
     annotated('mce')
     dialog.use('Dismissing')
     program.start()
@@ -114,7 +114,7 @@ def test_mce(annotated, standins, program, system_bus, system_traffic, client, s
 
     signals.wait('installFinished')
     program.barrier()
-    assert answered(system_traffic, system_bus, program, METHODS['mce'][0])[-2:] == METHODS['mce'][1]
+    assert answered(system_monitor, system_bus, program, METHODS['mce'][0])[-2:] == METHODS['mce'][1]
 
 
 def test_other_service(session_bus, run_client):

@@ -128,13 +128,13 @@ def busy(standins, service, client, device):
     return go_on
 
 
-def refusals(session_traffic):
+def refusals(session_monitor):
     """The error replies on the bus: to whom, which, what."""
     return [(message.destination, message.error_name, message.arguments)
-            for message in session_traffic.messages(kind='error')]
+            for message in session_monitor.messages(kind='error')]
 
 
-def test_caller_without_connection(busy, service, session_bus, session_traffic):
+def test_caller_without_connection(busy, service, session_bus, session_monitor):
     """It has left the bus, and nobody knows any more that it was root."""
     leaving = session_bus.connect()
     name = leaving.get_unique_name()
@@ -149,11 +149,11 @@ def test_caller_without_connection(busy, service, session_bus, session_traffic):
     busy()
 
     assert (name, 'org.freedesktop.DBus.Error.AccessDenied', ('PID 0 is not in privileged group',)) in \
-        refusals(session_traffic)
+        refusals(session_monitor)
     assert service.warnings() == [REFUSED]
 
 
-def test_caller_without_process(busy, processes, service, session_bus, session_traffic):
+def test_caller_without_process(busy, processes, service, session_bus, session_monitor):
     """It has ended, but its connection has not."""
     socket = session_bus.address.partition('=')[2]
     caller = processes.start('caller', [sys.executable, '-B', GOING_CALLER, socket, ABSENT])
@@ -162,7 +162,7 @@ def test_caller_without_process(busy, processes, service, session_bus, session_t
 
     busy()
 
-    ((name, error, arguments),) = refusals(session_traffic)
+    ((name, error, arguments),) = refusals(session_monitor)
     assert (error, arguments) == ('org.freedesktop.DBus.Error.AccessDenied',
                                   (f'PID {caller.pid} is not in privileged group',))
     assert session_bus.has_owner(name)

@@ -6,7 +6,7 @@ import os
 
 import pytest
 from gi.repository import GLib
-from support.client import NAME
+from harness.client import NAME
 from support.otherservice import OtherService
 
 FAILURE = 'warning default: int main(int, char**) failed to request file installation:'
@@ -45,16 +45,16 @@ def test_only_the_first_file_is_sent(session_bus, run_client):
     assert other.calls == [('(s)', ('first.rpm',))]
 
 
-def test_nothing_else_is_asked_of_the_bus(session_bus, session_traffic, run_client):
+def test_nothing_else_is_asked_of_the_bus(session_bus, session_monitor, run_client):
     OtherService(session_bus.connection, accept)
 
     run_client('install', '/tmp/a.rpm')
 
-    (call,) = [message for message in session_traffic.messages(kind='method-call') if message.member == 'installFiles']
+    (call,) = [message for message in session_monitor.messages(kind='method-call') if message.member == 'installFiles']
     assert (call.path, call.interface, call.signature) == \
         ('/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 's')
     sent = [(message.destination, message.member)
-            for message in session_traffic.messages(call.sender, 'method-call')]
+            for message in session_monitor.messages(call.sender, 'method-call')]
     # How much of what it no longer listens to it still takes back at its end is up to chance.
     assert [message for message in sent if message != ('org.freedesktop.DBus', 'RemoveMatch')] == [
         ('org.freedesktop.DBus', 'Hello'),
@@ -70,7 +70,7 @@ def test_no_display_is_needed(session_bus, run_client):
     assert run_client('install', '/tmp/a.rpm', QT_QPA_PLATFORM='no-such-platform') == (0, [])
 
 
-def test_contents_of_the_answer_do_not_matter(session_bus, session_traffic, run_client):
+def test_contents_of_the_answer_do_not_matter(session_bus, session_monitor, run_client):
     """A plain answer with values that no client asked for."""
     def answer(invocation):
         reply = invocation.get_message().new_method_reply()
@@ -79,7 +79,7 @@ def test_contents_of_the_answer_do_not_matter(session_bus, session_traffic, run_
     OtherService(session_bus.connection, answer)
 
     assert run_client('install', '/tmp/a.rpm') == (0, [])
-    assert 'bs' in [message.signature for message in session_traffic.messages(kind='method-return')]
+    assert 'bs' in [message.signature for message in session_monitor.messages(kind='method-return')]
 
 
 @pytest.mark.parametrize('error', [
@@ -102,11 +102,11 @@ def test_service_that_leaves_without_an_answer_fails(session_bus, run_client):
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
 
 
-def test_own_service_takes_no_single_string(service, session_bus, session_traffic, run_client):
+def test_own_service_takes_no_single_string(service, session_bus, session_monitor, run_client):
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
 
     owner = session_bus.name_of_process(service.process.pid)
-    (error,) = session_traffic.messages(owner, 'error')
+    (error,) = session_monitor.messages(owner, 'error')
     assert error.error_name == 'org.freedesktop.DBus.Error.UnknownMethod'
     service.barrier()
     assert service.log() == []

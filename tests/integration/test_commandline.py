@@ -39,10 +39,10 @@ def test_toolkit_takes_its_options(program):
     ['install', 'install'],
     ['install', '-platform', 'offscreen'],
 ], ids=str)
-def test_client_is_started_by(service, session_traffic, run_client, arguments):
+def test_client_is_started_by(service, session_monitor, run_client, arguments):
     assert run_client(*arguments)[0] == 1
 
-    (call,) = [message for message in session_traffic.messages(kind='method-call') if message.member == 'installFiles']
+    (call,) = [message for message in session_monitor.messages(kind='method-call') if message.member == 'installFiles']
     assert call.arguments == (arguments[1],)
     service.barrier()
     assert service.log() == []

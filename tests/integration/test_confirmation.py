@@ -31,7 +31,7 @@ def test_accepted_package_is_installed(platform, service, client, signals, dialo
     assert device.packages() == ['wanted']
 
 
-def test_mce_is_looked_at_before_each_request(platform, service, client, signals, dialog, system_bus, system_traffic,
+def test_mce_is_looked_at_before_each_request(platform, service, client, signals, dialog, system_bus, system_monitor,
                                               package):
     """With a proxy for each. The bus library would only remember what MCE says of itself, if it said anything."""
     dialog.use('Dismissing')
@@ -41,7 +41,7 @@ def test_mce_is_looked_at_before_each_request(platform, service, client, signals
 
     assert signals.wait('installFinished')[0] is False
     service.barrier()
-    sent = system_traffic.messages(system_bus.name_of_process(service.process.pid), 'method-call')
+    sent = system_monitor.messages(system_bus.name_of_process(service.process.pid), 'method-call')
     assert [(call.path, call.member) for call in sent if call.destination == 'com.nokia.mce'] == 2 * [
         ('/com/nokia/mce/request', 'Introspect'),
         ('/com/nokia/mce/request', 'notification_begin_req'),
@@ -77,7 +77,7 @@ def test_display_turned_off_declines(platform, service, client, signals, dialog,
 
 
 def test_second_answer_of_a_dialog_is_handled_again(platform, service, client, signals, dialog, system_bus,
-                                                    system_traffic, package):
+                                                    system_monitor, package):
     dialog.use('AnsweringTwice')
     platform.package_manager.hang('Install')
 
@@ -86,7 +86,7 @@ def test_second_answer_of_a_dialog_is_handled_again(platform, service, client, s
     assert signals.wait('installFinished')[0] is False
     service.barrier()
     assert [(call.member, call.arguments)
-            for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))][-3:] == [
+            for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))][-3:] == [
         ('Install', (str(package('double')), {})),
         ('notification_end_req', ('double', 3000000)),
         ('notification_end_req', ('double', 1000000))]
@@ -97,7 +97,7 @@ def test_real_dialog_is_confirmed_by_keyboard(platform, screen, program, client,
 
     client.install([package('typed')])
 
-    window = screen.wait_for_window(program.process)
+    window = screen.wait_for_window(program.process.pid)
     screen.press_keys(window, 'Tab', 'Return')
     assert signals.wait('installFinished') == (True, '')
     assert device.packages() == ['typed']
@@ -108,7 +108,7 @@ def test_real_dialog_is_declined_by_escape(platform, screen, program, client, si
 
     client.install([package('escaped')])
 
-    window = screen.wait_for_window(program.process)
+    window = screen.wait_for_window(program.process.pid)
     screen.press_keys(window, 'Escape')
     assert signals.wait('installFinished')[0] is False
     assert device.packages() == []

@@ -34,8 +34,8 @@ def check_next_request(service, client, signals, device):
     return check
 
 
-def requests(system_bus, system_traffic, service):
-    return [call.member for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+def requests(system_bus, system_monitor, service):
+    return [call.member for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
             if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
 
 
@@ -66,14 +66,14 @@ def test_absent_at_a_removal(packagekit, service, client, signals, device, check
     check_next_request()
 
 
-def test_killed_while_resolving(packagekit, service, client, signals, device, scriptlet, system_bus, system_traffic,
+def test_killed_while_resolving(packagekit, service, client, signals, device, scriptlet, system_bus, system_monitor,
                                 check_next_request):
     """The same as its absence, but for the text."""
     packagekit.run_in_next_request(scriptlet.commands)
 
     client.remove(['native'])
     scriptlet.wait_running()
-    assert requests(system_bus, system_traffic, service) == ['Resolve']
+    assert requests(system_bus, system_monitor, service) == ['Resolve']
     packagekit.kill()
 
     signals.wait('removalFinished', 2)
@@ -124,13 +124,13 @@ def test_absent_at_a_search(packagekit, service, client, signals, device, check_
     check_next_request()
 
 
-def test_killed_while_searching(packagekit, service, client, signals, device, scriptlet, system_bus, system_traffic,
+def test_killed_while_searching(packagekit, service, client, signals, device, scriptlet, system_bus, system_monitor,
                                 check_next_request):
     packagekit.run_in_next_request(scriptlet.commands)
 
     client.remove_launcher(LAUNCHER)
     scriptlet.wait_running()
-    assert requests(system_bus, system_traffic, service) == ['SearchFiles']
+    assert requests(system_bus, system_monitor, service) == ['SearchFiles']
     packagekit.kill()
 
     service.wait_for_log('Error on resolving desktop file owner')

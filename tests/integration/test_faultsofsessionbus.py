@@ -5,8 +5,8 @@
 import os
 
 import pytest
+from harness.client import INTERFACE, PATH
 from standin.remoteerror import RemoteError
-from support.client import INTERFACE, PATH
 from support.faulttable import written
 from support.removalrequests import ALL, NATIVE_LAUNCHER, NATIVE_PACKAGE
 

@@ -6,8 +6,8 @@ import signal
 import time
 
 import pytest
-from support.client import NAME, PATH
-from support.processes import WaitFailed
+from harness.client import NAME, PATH
+from harness.processes import WaitFailed
 
 
 def test_wait_tells_what_it_waited_for(processes):
@@ -60,7 +60,7 @@ def test_barrier_comes_after_what_was_sent_before(standins, service, client, sig
     assert [call.method for call in mce.calls()][-1] == 'notification_end_req'
 
 
-def test_traffic_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_traffic,
+def test_monitor_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_monitor,
                                                      device):
     standins.start('developer-mode')
     device.mark_as_emulator()
@@ -69,12 +69,12 @@ def test_traffic_shows_calls_in_the_order_of_the_bus(standins, service, client, 
     signals.wait('installFinished')
 
     sender = system_bus.name_of_process(service.process.pid)
-    asked, install = system_traffic.calls(sender)
+    asked, install = system_monitor.calls(sender)
     assert (asked.destination, asked.path, asked.interface, asked.member, asked.signature) == \
         ('ru.quon.developermode', '/', 'ru.quon.developermode', 'IsSilentInstallationEnabled', '')
     assert (install.destination, install.member, install.signature, install.arguments) == \
         ('ru.quon.ZARN', 'Install', 'sa{sv}', ('/absent.rpm', {}))
-    (error,) = [message for message in system_traffic.messages(kind='error') if message.reply_serial == install.serial]
+    (error,) = [message for message in system_monitor.messages(kind='error') if message.reply_serial == install.serial]
     assert error.error_name == 'org.freedesktop.DBus.Error.ServiceUnknown'
 
 

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A service that nobody needs."""
 
-from support.client import NAME
+from harness.client import NAME
 from support.idle import IdleTime, pass_time
 
 

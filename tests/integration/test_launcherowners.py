@@ -74,8 +74,8 @@ def arguments(standin, method):
 
 
 @pytest.mark.parametrize('path', [LAUNCHER, Path('/opt/foo.bar.desktop'), Path('/opt/foo.bar.txt')])
-def test_package_of_the_package_manager(manager, service, client, signals, path, session_bus, session_traffic,
-                                        system_bus, system_traffic):
+def test_package_of_the_package_manager(manager, service, client, signals, path, session_bus, session_monitor,
+                                        system_bus, system_monitor):
     """Goes by the launcher's name up to its last dot, wherever the launcher is, and whatever the record says."""
     path.write_text(PLAIN, encoding='utf-8')
     manager.configure('installs', 'nothing')
@@ -86,11 +86,11 @@ def test_package_of_the_package_manager(manager, service, client, signals, path,
     assert signals.wait('removalFinished') == REMOVED
     service.barrier()
     assert [(call.member, call.signature, call.arguments)
-            for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+            for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
             if call.destination != 'com.nokia.mce'] == [
         ('GetPackage', 's', ('foo.bar',)), ('GetPackage', 's', ('foo.bar',)), ('Remove', 'sa{sv}', ('foo.bar', {}))]
     assert [(call.member, call.arguments)
-            for call in session_traffic.calls(session_bus.name_of_process(service.process.pid))] == [
+            for call in session_monitor.calls(session_bus.name_of_process(service.process.pid))] == [
         *([('updatingStarted', ('foo.bar', '', '', str(path)))] if path == LAUNCHER else []),
         ('updatingFinished', ('foo.bar',))]
     assert signals.names() == ['removalFinished']
@@ -286,7 +286,7 @@ def test_answer_of_android_support(packagekit, android, android_launcher, servic
 
 
 def test_android_support_is_looked_at_before_each_call(packagekit, android, android_launcher, service, client,
-                                                       system_bus, system_traffic):
+                                                       system_bus, system_monitor):
     """With a proxy for each. The bus library would only remember what it says of itself, if it said anything."""
     android.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
     android.answer('removeFile', GLib.Variant('(b)', (True,)))
@@ -296,7 +296,7 @@ def test_android_support_is_looked_at_before_each_call(packagekit, android, andr
         android.wait_call('removeFile', number)
         service.barrier()
 
-    sent = system_traffic.messages(system_bus.name_of_process(service.process.pid), 'method-call')
+    sent = system_monitor.messages(system_bus.name_of_process(service.process.pid), 'method-call')
     assert [call.member for call in sent if call.destination == 'com.zelka.zindro'] == 2 * ['Introspect', 'removeFile']
 
 

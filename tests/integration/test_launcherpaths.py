@@ -24,14 +24,14 @@ def applications(device):
 
 
 @pytest.fixture
-def removed(service, client, signals, system_bus, system_traffic):
+def removed(service, client, signals, system_bus, system_monitor):
     """Removes by a path; the calls made on the system bus, and the warnings. Nothing is announced."""
     def remove(path):
         assert client.remove_launcher(path) == ()
         service.barrier()
         assert signals.names() == []
         return [(call.member, call.arguments)
-                for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+                for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
                 if call.destination != 'com.nokia.mce'], service.warnings()
     return remove
 

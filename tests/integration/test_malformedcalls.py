@@ -4,8 +4,8 @@
 
 import pytest
 from gi.repository import GLib
+from harness.client import INTERFACE
 from standin.remoteerror import RemoteError
-from support.client import INTERFACE
 
 ERROR = 'org.freedesktop.DBus.Error.'
 PROPERTIES = 'org.freedesktop.DBus.Properties'

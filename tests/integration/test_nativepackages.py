@@ -29,23 +29,23 @@ def installed(packagekit, package):
 
 
 @pytest.fixture
-def told_launcher_model(session_bus, session_traffic, service):
+def told_launcher_model(session_bus, session_monitor, service):
     """What the service has told the home screen's launcher model, which is not there."""
     def told():
         service.barrier()
         return [(call.member, call.signature, call.arguments)
-                for call in session_traffic.calls(session_bus.name_of_process(service.process.pid))
+                for call in session_monitor.calls(session_bus.name_of_process(service.process.pid))
                 if call.destination == 'org.orrinmobile.rozzle']
     return told
 
 
 @pytest.fixture
-def asked_packagekit(system_bus, system_traffic, service):
+def asked_packagekit(system_bus, system_monitor, service):
     """What the service has asked PackageKit for."""
     def asked():
         service.barrier()
         return [(call.member, call.signature, call.arguments)
-                for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+                for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
                 if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
     return asked
 

@@ -54,10 +54,10 @@ def test_emulator_installs_nothing_either(lonely_service, client, signals, devic
     assert lonely_service.warnings() == [UNKNOWN] * 2
 
 
-def test_policy_still_holds(lonely_service, client, signals, device, session_traffic):
+def test_policy_still_holds(lonely_service, client, signals, device, session_monitor):
     device.set_policy('[Applications]\nInstallationEnabled=false\n')
 
     client.install(['/absent.rpm'])
 
     assert signals.wait('installFinished')[0] is False
-    assert 'Notify' in [message.member for message in session_traffic.messages(kind='method-call')]
+    assert 'Notify' in [message.member for message in session_monitor.messages(kind='method-call')]

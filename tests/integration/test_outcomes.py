@@ -59,7 +59,7 @@ def test_request_ends_with(service, client, signals, dialog, package_manager, fa
         [(f'/{number}.rpm', {}) for number in handed_over]
 
 
-def test_several_files_take_turns(standins, service, client, signals, device, system_bus, system_traffic,
+def test_several_files_take_turns(standins, service, client, signals, device, system_bus, system_monitor,
                                   package_manager):
     """One is asked about when the one before has been installed, and the developer mode for each anew."""
     standins.start('developer-mode', silent_installation=True)
@@ -74,7 +74,7 @@ def test_several_files_take_turns(standins, service, client, signals, device, sy
     package_manager.release('Install')
 
     assert signals.wait('installFinished') == (True, '')
-    calls = system_traffic.calls(system_bus.name_of_process(service.process.pid))
+    calls = system_monitor.calls(system_bus.name_of_process(service.process.pid))
     assert [call.member for call in calls if call.destination.startswith('ru.quon.')] == \
         ['IsSilentInstallationEnabled', 'Install'] * 2
 
@@ -101,14 +101,14 @@ def test_user_data_flag_changes_nothing(standins, service, client, signals, pack
     assert [call.arguments for call in package_manager.calls('Install')] == [('/a.rpm', {}), ('/a.rpm', {})]
 
 
-def test_one_file_goes_this_way(platform, service, client, signals, dialog, system_bus, system_traffic, package):
+def test_one_file_goes_this_way(platform, service, client, signals, dialog, system_bus, system_monitor, package):
     dialog.use('Confirming')
     file = package('traced', version='3.4', summary='Leaves traces')
 
     client.install([file])
 
     assert signals.wait('installFinished') == (True, '')
-    calls = system_traffic.calls(system_bus.name_of_process(service.process.pid))
+    calls = system_monitor.calls(system_bus.name_of_process(service.process.pid))
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
             for call in calls if call.member != 'get_display_status'] == [
         ('ru.quon.developermode', '/', 'ru.quon.developermode', 'IsSilentInstallationEnabled', '', ()),

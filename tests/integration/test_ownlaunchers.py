@@ -26,12 +26,12 @@ def launcher(applications):
 
 
 @pytest.fixture
-def calls(system_bus, system_traffic, service):
+def calls(system_bus, system_monitor, service):
     """The service's calls of other programs on the system bus."""
     def made():
         service.barrier()
         return [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
-                for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+                for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
                 if call.destination != 'com.nokia.mce']
     return made
 
@@ -52,7 +52,7 @@ def hook(name):
     ('org.example.App.txt', 'org'),
 ])
 def test_is_deleted_and_the_hook_called(standins, service, client, signals, applications, calls, session_bus,
-                                        session_traffic, file, name):
+                                        session_monitor, file, name):
     """With the part of the file's name before its first dot. The back ends and the home screen hear nothing."""
     standins.start('runtime-manager', 'package-manager')
     path = applications / file
@@ -63,7 +63,7 @@ def test_is_deleted_and_the_hook_called(standins, service, client, signals, appl
 
     assert not path.exists()
     assert calls() == [hook(name)]
-    assert session_traffic.calls(session_bus.name_of_process(service.process.pid)) == []
+    assert session_monitor.calls(session_bus.name_of_process(service.process.pid)) == []
     assert signals.names() == []
     assert service.log() == []
 

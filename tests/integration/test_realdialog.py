@@ -37,7 +37,7 @@ def ask(client, signals, screen, service):
     def request(*files):
         client.install(files)
         signals.wait('needConfirm')
-        return screen.wait_for_window(service.process)
+        return screen.wait_for_window(service.process.pid)
     return request
 
 
@@ -150,7 +150,7 @@ def test_each_file_has_a_dialog_of_its_own(ask, screen, signals, standins, servi
     screen.press_keys(first, 'Escape')
     signals.wait('needConfirm', 2)
 
-    screen.press_keys(screen.wait_for_window(service.process, after=first), 'Tab', 'Return')
+    screen.press_keys(screen.wait_for_window(service.process.pid, after=first), 'Tab', 'Return')
 
     assert signals.wait('installFinished') == CANCELLED
     assert [call.arguments[0] for call in standins.package_manager.calls('Install')] == ['/two.rpm']

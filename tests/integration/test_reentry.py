@@ -8,13 +8,13 @@ REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 
 
 @pytest.fixture
-def sent(service, session_bus, session_traffic):
+def sent(service, session_bus, session_monitor):
     """The service's signals and replies to installFiles, in the order of the bus."""
     def in_order():
-        calls = [message.serial for message in session_traffic.messages(kind='method-call')
+        calls = [message.serial for message in session_monitor.messages(kind='method-call')
                  if message.member == 'installFiles']
         return [message.member or 'reply'
-                for message in session_traffic.messages(session_bus.name_of_process(service.process.pid))
+                for message in session_monitor.messages(session_bus.name_of_process(service.process.pid))
                 if message.kind == 'signal' or message.reply_serial in calls]
     return in_order
 

@@ -4,9 +4,9 @@
 
 import pytest
 from gi.repository import GLib
+from harness.client import Client
 from standin.remoteerror import RemoteError
 from support.chronicle import chronicle
-from support.client import Client
 
 KNOWN = GLib.Variant('(a{ss})', ({},))
 NOTHING = GLib.Variant('()', ())
@@ -44,21 +44,21 @@ def own_launcher(device):
     ('asb', (False,), {}),
     ('asb', (True,), {'KeepUserData': True}),
 ])
-def test_package_is_asked_about_and_removed(service, client, signals, manager, system_bus, session_bus, system_traffic,
-                                            session_traffic, signature, flags, options):
+def test_package_is_asked_about_and_removed(service, client, signals, manager, system_bus, session_bus, system_monitor,
+                                            session_monitor, signature, flags, options):
     """The key is not there where the data may go: it never says false."""
     assert client.call('removePackages', f'({signature})', ['a.b'], *flags) == ()
 
     assert signals.wait('removalFinished') == (True, '')
     service.barrier()
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
-            for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))] == [
+            for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))] == [
         ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'GetPackage', 's', ('a.b',)),
         ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'Remove', 'sa{sv}', ('a.b', options))]
     own_name = session_bus.name_of_process(service.process.pid)
-    (call,) = [message for message in session_traffic.messages(kind='method-call')
+    (call,) = [message for message in session_monitor.messages(kind='method-call')
                if message.member == 'removePackages']
-    (reply,) = [message for message in session_traffic.messages(own_name) if message.reply_serial == call.serial]
+    (reply,) = [message for message in session_monitor.messages(own_name) if message.reply_serial == call.serial]
     assert (call.signature, reply.kind, reply.signature) == (signature, 'method-return', '')
 
 
@@ -85,7 +85,7 @@ def test_flag_is_a_boolean_on_the_wire(service, client, signals, system_bus, man
 
 
 def test_home_screen_hears_of_it(service, client, signals, manager, launcher_model, own_launcher, session_bus,
-                                 session_traffic):
+                                 session_monitor):
     """Before the package manager does, and of the end before everybody else."""
     path = own_launcher('a.b')
 
@@ -96,7 +96,7 @@ def test_home_screen_hears_of_it(service, client, signals, manager, launcher_mod
         ('GetPackage', ('a.b',)), ('updatingStarted', ('a.b', '', '', path)), ('Remove', ('a.b', {})),
         ('updatingFinished', ('a.b',))]
     service.barrier()
-    sent = session_traffic.messages(session_bus.name_of_process(service.process.pid))
+    sent = session_monitor.messages(session_bus.name_of_process(service.process.pid))
     target = ('org.orrinmobile.rozzle', '/LauncherModel', 'org.orrinmobile.rozzle.LauncherModel')
     own = (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler')
     assert [(message.kind, message.destination, message.path, message.interface, message.member, message.signature,

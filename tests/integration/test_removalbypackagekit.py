@@ -39,7 +39,7 @@ def story(*standins):
     return [step for step in chronicle(*standins) if step[0] in REQUESTS]
 
 
-def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_bus, system_traffic):
+def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_bus, system_monitor):
     packagekit.script('Resolve', [package_found(A, 'An "odd" summary'), finished()])
     packagekit.script('RemovePackages', [item_progress(A, 50), finished(runtime=17)])
 
@@ -48,7 +48,7 @@ def test_package_is_resolved_and_removed(packagekit, service, client, signals, s
     assert signals.wait('removalFinished') == (True, '')
     service.barrier()
     assert signals.names() == ['removalFinished']
-    calls = [call for call in system_traffic.calls(system_bus.name_of_process(service.process.pid))
+    calls = [call for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
              if call.member in REQUESTS]
     resolve, remove = packagekit.calls('Resolve') + packagekit.calls('RemovePackages')
     assert resolve.path != remove.path

@@ -4,8 +4,8 @@
 
 import pytest
 from gi.repository import GLib
+from harness.client import Client
 from support.chronicle import chronicle
-from support.client import Client
 from support.packagekit import install
 
 KNOWN = GLib.Variant('(a{ss})', ({},))
@@ -32,7 +32,7 @@ def removed(manager):
 
 
 def test_two_files_two_removals_and_one_installation(service, client, signals, manager, package, system_bus,
-                                                     system_traffic):
+                                                     system_monitor):
     """The removals are on their way before anything else, and nobody waits for them."""
     files = [package('first'), package('second')]
     manager.hang('Remove')
@@ -45,7 +45,7 @@ def test_two_files_two_removals_and_one_installation(service, client, signals, m
     manager.release('Remove')
     signals.wait('removalFinished', 2)
     assert signals.all[1:] == [('removalFinished', 'bs', (True, ''))] * 2
-    calls = system_traffic.calls(system_bus.name_of_process(service.process.pid))
+    calls = system_monitor.calls(system_bus.name_of_process(service.process.pid))
     assert [(call.member, call.signature, call.arguments) for call in calls] == [
         ('GetPackage', 's', ('first',)), ('Remove', 'sa{sv}', ('first', {})),
         ('GetPackage', 's', ('second',)), ('Remove', 'sa{sv}', ('second', {})),

@@ -7,10 +7,10 @@ import re
 import stat
 
 import pytest
+from harness.client import NAME
+from harness.service import PROGRAM
 from packages import damage, handmade
-from support.client import NAME
 from support.preremoval import besides_removals
-from support.service import PROGRAM
 from support.sockets import make_socket
 
 # A driver for local use: nobody has it.

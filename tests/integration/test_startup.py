@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The service's way onto the bus, and what keeps it from there."""
 
-from support.client import INTERFACE, NAME, PATH
+from harness.client import INTERFACE, NAME, PATH
 
 NAME_IN_USE = 'warning default: Service name is already in use: org.velmoraos.installationhandler'
 ASKED_BEFORE = [
@@ -13,17 +13,17 @@ ASKED_BEFORE = [
 ]
 
 
-def asked(traffic):
+def asked(monitor):
     """Who was called, and how, but for the bus itself."""
-    return [(message.destination, message.member) for message in traffic.messages(kind='method-call')
+    return [(message.destination, message.member) for message in monitor.messages(kind='method-call')
             if message.destination != 'org.freedesktop.DBus']
 
 
-def test_name_is_asked_for_once_and_not_for_others_to_take(program, session_bus, session_traffic):
+def test_name_is_asked_for_once_and_not_for_others_to_take(program, session_bus, session_monitor):
     program.start()
 
     sender = session_bus.name_of_process(program.process.pid)
-    requests = [message.arguments for message in session_traffic.messages(sender) if message.member == 'RequestName']
+    requests = [message.arguments for message in session_monitor.messages(sender) if message.member == 'RequestName']
     do_not_queue = 4
     assert requests == [('org.velmoraos.installationhandler', do_not_queue)]
     replace_existing, exists = 2, 3
@@ -42,7 +42,7 @@ def test_object_answers_what_was_asked_before_the_name_was_there(system_bus, pro
     assert call.wait() == ()
 
 
-def test_proxies_are_made_before_the_name(processes, session_bus, session_traffic, standins, program):
+def test_proxies_are_made_before_the_name(processes, session_bus, session_monitor, standins, program):
     """That of the launcher model before all others."""
     developer_mode = standins.start('developer-mode')
     developer_mode.hang('Introspect')
@@ -50,7 +50,7 @@ def test_proxies_are_made_before_the_name(processes, session_bus, session_traffi
     program.launch()
     processes.wait_until(lambda: 'Introspect hangs' in developer_mode.process.text, 'the service to look at a peer')
     assert not session_bus.has_owner(NAME)
-    assert asked(session_traffic) == [('org.orrinmobile.rozzle', 'Introspect')]
+    assert asked(session_monitor) == [('org.orrinmobile.rozzle', 'Introspect')]
 
     developer_mode.release('Introspect')
     session_bus.wait_owner(NAME)
@@ -66,24 +66,24 @@ def test_name_that_is_refused_ends_the_service(system_bus, program, scripted_bus
     assert program.log() == [NAME_IN_USE]
 
 
-def test_second_service_gives_up(service, second_program, session_bus, client, signals, system_traffic):
+def test_second_service_gives_up(service, second_program, session_bus, client, signals, system_monitor):
     """Not before it has got to know its peers."""
     owner = session_bus.ask('GetNameOwner', '(s)', NAME)
 
     assert second_program.launch().wait_exit() == 1
 
     assert second_program.log() == [NAME_IN_USE]
-    assert asked(system_traffic) == ASKED_BEFORE
+    assert asked(system_monitor) == ASKED_BEFORE
     assert session_bus.ask('GetNameOwner', '(s)', NAME) == owner
     client.install([])
     assert signals.wait('installFinished') == (True, '')
     assert service.log() == []
 
 
-def test_service_without_session_bus_gives_up(program, system_traffic):
+def test_service_without_session_bus_gives_up(program, system_monitor):
     """Not before it has got to know its peers on the other bus."""
     program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/absent'})
 
     assert program.wait_exit() == 1
     assert program.log() == ['warning default: Could not connect to session bus.']
-    assert asked(system_traffic) == ASKED_BEFORE
+    assert asked(system_monitor) == ASKED_BEFORE

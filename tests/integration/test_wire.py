@@ -4,7 +4,7 @@
 
 import pytest
 from gi.repository import Gio, GLib
-from support.client import INTERFACE, NAME, PATH
+from harness.client import INTERFACE, NAME, PATH
 
 
 @pytest.mark.parametrize('signature, arguments', [
@@ -12,19 +12,19 @@ from support.client import INTERFACE, NAME, PATH
     ('asb', ([], True)),
     ('asbb', ([], True, True)),
 ])
-def test_method_takes(service, client, signals, session_bus, session_traffic, signature, arguments):
+def test_method_takes(service, client, signals, session_bus, session_monitor, signature, arguments):
     assert client.call('installFiles', f'({signature})', *arguments) == ()
 
     assert signals.wait('installFinished') == (True, '')
     service.barrier()
     name = session_bus.name_of_process(service.process.pid)
-    (call,) = [message for message in session_traffic.messages(kind='method-call') if message.member == 'installFiles']
+    (call,) = [message for message in session_monitor.messages(kind='method-call') if message.member == 'installFiles']
     assert call.signature == signature
-    (reply,) = [message for message in session_traffic.messages(name) if message.reply_serial == call.serial]
+    (reply,) = [message for message in session_monitor.messages(name) if message.reply_serial == call.serial]
     assert (reply.kind, reply.signature) == ('method-return', '')
 
 
-def test_reply_may_be_left_out(service, client, signals, session_bus, session_traffic):
+def test_reply_may_be_left_out(service, client, signals, session_bus, session_monitor):
     message = Gio.DBusMessage.new_method_call(NAME, PATH, INTERFACE, 'installFiles')
     message.set_body(GLib.Variant('(as)', ([],)))
     message.set_flags(Gio.DBusMessageFlags.NO_REPLY_EXPECTED)
@@ -32,7 +32,7 @@ def test_reply_may_be_left_out(service, client, signals, session_bus, session_tr
 
     assert signals.wait('installFinished') == (True, '')
     service.barrier()
-    sent = session_traffic.messages(session_bus.name_of_process(service.process.pid))
+    sent = session_monitor.messages(session_bus.name_of_process(service.process.pid))
     assert message.get_serial() not in [reply.reply_serial for reply in sent]
 
 
@@ -55,7 +55,7 @@ def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, s
     assert ('needConfirm' in signals.names()) == (not sdk_mode)
 
 
-def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_traffic):
+def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_monitor):
     standins.start('package-manager', installs='nothing')
     dialog.use('Confirming')
 
@@ -64,7 +64,7 @@ def test_signals_are_for_everybody(standins, service, client, signals, dialog, s
     signals.wait('installFinished')
     owner = session_bus.name_of_process(service.process.pid)
     assert [(signal.destination, signal.path, signal.interface, signal.member, signal.signature, signal.arguments)
-            for signal in session_traffic.messages(owner, 'signal')] == [
+            for signal in session_monitor.messages(owner, 'signal')] == [
         (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'needConfirm', '', ()),
         (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'installFinished', 'bs',
          (True, ''))]

@@ -2,16 +2,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Tests of the two PackageKits, the real one and the stand-in, with the fixtures of the integration tests."""
 
-import sys
-from pathlib import Path
-
 import pytest
-
-TESTS = Path(__file__).resolve().parent.parent
-sys.path[:0] = [str(TESTS), str(TESTS / 'integration'), str(TESTS / 'packagekit'), str(TESTS.parent / 'simulator')]
-
-# pylint: disable=wrong-import-position
-from packagekitclient import PackageKitClient  # noqa: E402
+from packagekitclient import PackageKitClient
 
 pytest_plugins = ['support.fixtures']
 

@@ -3,7 +3,7 @@
 """PackageKit's stand-in, as the library sees it that the service uses."""
 
 import pytest
-from support.standins import SIMULATOR
+from harness.standins import SIMULATOR
 from support.transactionsignals import (EXIT_FAILED, destroy, error_code, finished, item_progress, package_found,
                                         packages_found)
 

@@ -2,14 +2,11 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Tests of what gets installed, and of what the documents say about it, on a device in a sandbox."""
 
-import sys
 from pathlib import Path
 
 import pytest
 
-TESTS = Path(__file__).resolve().parent.parent
-sys.path[:0] = [str(TESTS), str(TESTS / 'integration'), str(TESTS.parent / 'simulator')]
-
+SOURCE = Path(__file__).resolve().parents[2]
 pytest_plugins = ['support.fixtures']
 
 
@@ -24,4 +21,4 @@ def build(pytestconfig):
 
 @pytest.fixture(scope='session')
 def source():
-    return TESTS.parent
+    return SOURCE

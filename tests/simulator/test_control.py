@@ -6,8 +6,8 @@ import time
 
 import pytest
 from gi.repository import GLib
+from harness.client import Client
 from standin.remoteerror import RemoteError
-from support.client import Client
 
 ASK = {'name': 'ru.quon.developermode', 'path': '/', 'interface': 'ru.quon.developermode'}
 METHOD = 'IsSilentInstallationEnabled'

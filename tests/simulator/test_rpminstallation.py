@@ -5,9 +5,9 @@
 from pathlib import Path
 
 import pytest
+from harness.client import Client
 from packages import damage
 from standin.remoteerror import RemoteError
-from support.client import Client
 
 MANAGER = {'name': 'ru.quon.ZARN', 'path': '/ru/quon/ZARN', 'interface': 'ru.quon.ZARN'}
 

@@ -6,8 +6,8 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
+from harness.client import Client
 from standin.remoteerror import RemoteError
-from support.client import Client
 from support.packagekit import install
 
 MANAGER = {'name': 'ru.quon.ZARN', 'path': '/ru/quon/ZARN', 'interface': 'ru.quon.ZARN'}

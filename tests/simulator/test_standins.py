@@ -9,8 +9,8 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
+from harness.client import Client
 from standin.remoteerror import RemoteError
-from support.client import Client
 
 SIMULATOR = Path(__file__).resolve().parents[2] / 'simulator'
 MCE = {'name': 'com.nokia.mce', 'path': '/com/nokia/mce/request', 'interface': 'com.nokia.mce.request'}

@@ -4,14 +4,14 @@
 
 import signal
 
+from harness.bus import PrivateBus
+from harness.client import Client
+from harness.service import Service
+from harness.signalrecorder import SignalRecorder
+from harness.standins import StandIns
 from standin.names import BUSES
 
-from .bus import Bus
-from .client import Client
 from .removalrequests import METHODS
-from .service import Service
-from .signalrecorder import SignalRecorder
-from .standins import StandIns
 
 
 class BusFaults:
@@ -74,8 +74,8 @@ class BusFaults:
         for name, bus in self._buses.items():
             if bus.process.alive:
                 self.kill(name)
-        self._buses = {'system': Bus.system(self._processes),
-                       'session': Bus.session(self._processes, self._environment)}
+        self._buses = {'system': PrivateBus.system(self._processes),
+                       'session': PrivateBus.session(self._processes, self._environment)}
         self.scene.start_peers(StandIns(self._processes, self._buses['system'], self._buses['session'],
                                         self._environment))
         self.start_service()

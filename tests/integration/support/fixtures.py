@@ -5,22 +5,22 @@
 from functools import partial
 
 import pytest
+from harness.bus import SESSION_ADDRESS, PrivateBus
+from harness.busmonitor import BusMonitor
+from harness.client import Client
+from harness.processes import DEADLINE, Processes
+from harness.screen import Screen
+from harness.service import PROGRAM, Service
+from harness.signalrecorder import SignalRecorder
+from harness.standins import StandIns
 from packages import build_package
 
-from .bus import SESSION_ADDRESS, Bus
 from .catalogues import Catalogues
-from .client import Client
 from .devicestate import DeviceState, is_device
 from .dialog import Dialog
 from .packagekit import PackageKit, install
-from .processes import DEADLINE_S, Processes
-from .screen import Screen
 from .scriptedbus import ScriptedBus
 from .scriptlet import WaitingScriptlet
-from .service import PROGRAM, Service
-from .signalrecorder import SignalRecorder
-from .standins import StandIns
-from .traffic import Traffic
 
 PROCESSES = pytest.StashKey[Processes]()
 
@@ -86,13 +86,13 @@ def environment(device):
 @pytest.fixture
 def system_bus(processes):
     """A fresh system bus."""
-    return Bus.system(processes)
+    return PrivateBus.system(processes)
 
 
 @pytest.fixture
 def session_bus(processes, environment):
     """A fresh session bus."""
-    return Bus.session(processes, environment)
+    return PrivateBus.session(processes, environment)
 
 
 @pytest.fixture
@@ -131,7 +131,7 @@ def second_program(processes, system_bus, session_bus, environment):
 @pytest.fixture
 def run_client(processes, environment):
     """Runs the program in client mode: `run_client('install', file, seconds=20)`, its exit status and its lines."""
-    def run(*arguments, seconds=DEADLINE_S, **variables):
+    def run(*arguments, seconds=DEADLINE, **variables):
         process = processes.start('client', [PROGRAM, *arguments], {**environment, **WHOLE_STACKS, **variables})
         return processes.wait_end(process, seconds), process.lines()
     return run
@@ -158,15 +158,15 @@ def signals(session_bus, processes):
 
 
 @pytest.fixture
-def system_traffic(system_bus, processes):
+def system_monitor(system_bus, processes):
     """Everything that goes over the system bus from now on."""
-    return Traffic(system_bus, processes)
+    return BusMonitor(system_bus, processes)
 
 
 @pytest.fixture
-def session_traffic(session_bus, processes):
+def session_monitor(session_bus, processes):
     """Everything that goes over the session bus from now on."""
-    return Traffic(session_bus, processes)
+    return BusMonitor(session_bus, processes)
 
 
 @pytest.fixture
@@ -188,7 +188,7 @@ def catalogues(tmp_path):
 @pytest.fixture
 def screen(processes):
     """A display with keyboard and pointer; start the service with `program.start(environment=screen.environment())`."""
-    return Screen(processes)
+    return Screen.in_memory(processes)
 
 
 @pytest.fixture

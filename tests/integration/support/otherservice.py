@@ -3,8 +3,7 @@
 """Somebody else in the service's place."""
 
 from gi.repository import Gio, GLib
-
-from .client import INTERFACE, NAME, PATH
+from harness.client import INTERFACE, NAME, PATH
 
 DESCRIPTION = f'''<node><interface name="{INTERFACE}">
     <method name="installFiles"><arg type="s" direction="in"/></method>

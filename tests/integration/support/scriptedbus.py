@@ -5,8 +5,7 @@
 from pathlib import Path
 
 from gi.repository import Gio, GLib
-
-from .client import PendingCall
+from harness.client import PendingCall
 
 DAEMON = 'org.freedesktop.DBus'
 SOCKET = Path('/run/user/0/scripted-bus')

@@ -6,7 +6,7 @@ import os
 import select
 from pathlib import Path
 
-from .processes import DEADLINE_S
+from harness.processes import DEADLINE
 
 PID, GO = Path('/tmp/scriptlet-pid'), Path('/tmp/scriptlet-go')
 
@@ -35,7 +35,7 @@ class WaitingScriptlet:
             return
         with GO.open('r+b', buffering=0) as go:
             go.write(b'\n')
-            ended, _, _ = select.select([self._rpm], [], [], DEADLINE_S)
+            ended, _, _ = select.select([self._rpm], [], [], DEADLINE)
         os.close(self._rpm)
         self._rpm = None
         assert ended, 'rpm has not ended in time'

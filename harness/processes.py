@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""All processes of a test, and waiting for what they do."""
+"""All processes of a test or of the demo, and waiting for what they do."""
 
 import os
 import signal
@@ -9,7 +9,8 @@ from gi.repository import GLib
 
 from .process import Process
 
-DEADLINE_S = 20
+# Seconds, for everything that is waited for. Only a failure takes that long.
+DEADLINE = 60
 SANITIZER_REPORTS = (
     'ERROR: AddressSanitizer',
     'ERROR: LeakSanitizer',
@@ -22,21 +23,35 @@ class WaitFailed(AssertionError):
 
 
 class Processes:
-    """Starts the processes of one test and notices when one of them ends unasked."""
+    """Starts processes and notices when one of them ends unasked."""
 
     def __init__(self):
         self.all = []
 
-    def start(self, name, arguments, environment=None):
-        """Starts a program, in the environment of the tests plus the given variables."""
-        process = Process(name, [str(argument) for argument in arguments], {**os.environ, **(environment or {})})
+    def start(self, name, arguments, environment=None, log=None):
+        """Starts a program, in the environment of the caller plus the given variables; see Process for the log."""
+        process = Process(name, [str(argument) for argument in arguments], {**os.environ, **(environment or {})}, log)
         self.all.append(process)
         return process
 
-    def wait_until(self, condition, what, seconds=DEADLINE_S):
+    def run(self, name, arguments, environment=None):
+        """Runs a program to its end, which has to be a success, and returns its output."""
+        process = self.start(name, arguments, environment)
+        if self.wait_end(process):
+            raise WaitFailed(f'{name} failed with {process.returncode}: {process.text.strip()}')
+        return process.text
+
+    def wait_until(self, condition, what, seconds=DEADLINE):
         """Runs the main loop until the condition holds; fails at the deadline or when a process has died."""
         if not self.happens(condition, seconds, what):
             raise WaitFailed(f'not within {seconds} s: {what}')
+
+    def wait_line(self, process, accepts, what):
+        """Waits for a line of the output of a process that is accepted, and returns it."""
+        def found():
+            return next(filter(accepts, process.lines()), None)
+        self.wait_until(lambda: found() is not None, what)
+        return found()
 
     def happens(self, condition, seconds, what='nothing in particular'):
         """Runs the main loop until the condition holds (true) or the time is over (false)."""
@@ -57,7 +72,7 @@ class Processes:
         while GLib.MainContext.default().iteration(False):
             pass
 
-    def wait_end(self, process, seconds=DEADLINE_S):
+    def wait_end(self, process, seconds=DEADLINE):
         """Waits until a process has ended and returns its exit status, negative for a signal."""
         process.end_awaited = True
         self.wait_until(lambda: not process.alive, f'end of {process.name}', seconds)

@@ -1,13 +1,16 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What goes over a bus, seen by a monitor."""
+"""A monitor of what goes over a bus."""
 
 import itertools
 from typing import NamedTuple
 
 from gi.repository import Gio, GLib
 
-MARKER_INTERFACE = 'org.velmoraos.simulator.Marker'
+from .bus import DAEMON
+from .processes import DEADLINE
+
+MARKER_INTERFACE = 'org.velmoraos.harness.Marker'
 
 
 class Message(NamedTuple):
@@ -26,42 +29,43 @@ class Message(NamedTuple):
     reply_serial: int
 
 
-class Traffic:
+class BusMonitor:
     """Records all messages on one bus, from all programs to all, answered or not.
 
     Stand-ins stamp calls when they handle them; only the bus knows in which order a program has sent
     messages to different receivers, and that it has sent one to a receiver which is not there.
     """
 
-    def __init__(self, bus, processes):
+    def __init__(self, bus, processes, record=None):
+        """Appends to the list `record`, which several monitors may share."""
         self._bus = bus
         self._processes = processes
-        self._messages = []
+        self._messages = [] if record is None else record
         self._markers = itertools.count()
         self._monitor = bus.connect()
         self._monitor.call_sync('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus.Monitoring',
-                                'BecomeMonitor', GLib.Variant('(asu)', ([], 0)), None, Gio.DBusCallFlags.NONE, 20000,
-                                None)
+                                'BecomeMonitor', GLib.Variant('(asu)', ([], 0)), None, Gio.DBusCallFlags.NONE,
+                                DEADLINE * 1000, None)
         self._monitor.add_filter(self._passed)
 
     def messages(self, sender=None, kind=None):
         """All messages up to now, of one sender's unique name or of all."""
-        self._settle()
+        self.settle()
         return [message for message in self._messages if message.interface != MARKER_INTERFACE
                 and sender in (None, message.sender) and kind in (None, message.kind)]
 
     def calls(self, sender):
         """The method calls of a sender to other programs, but not to the bus itself, nor introspection."""
         return [message for message in self.messages(sender, 'method-call')
-                if message.destination != 'org.freedesktop.DBus'
-                and message.interface != 'org.freedesktop.DBus.Introspectable']
+                if message.destination != DAEMON[0] and message.interface != 'org.freedesktop.DBus.Introspectable']
 
-    def _settle(self):
+    def settle(self):
         """Waits until the monitor has seen all that the bus passed on before."""
+        name = self._bus.connection.get_unique_name()
         member = f'Marker{next(self._markers)}'
-        self._bus.connection.emit_signal(self._bus.connection.get_unique_name(), '/', MARKER_INTERFACE, member, None)
-        self._processes.wait_until(lambda: any(message.member == member for message in reversed(self._messages)),
-                                   'the monitor to catch up')
+        self._bus.connection.emit_signal(name, '/', MARKER_INTERFACE, member, None)
+        self._processes.wait_until(lambda: any((message.sender, message.member) == (name, member)
+                                               for message in reversed(self._messages)), 'the monitor to catch up')
 
     def _passed(self, _connection, message, incoming):
         """Runs in the connection's own thread, and consumes the message: a monitor must not answer."""

@@ -8,7 +8,7 @@ from standin.controlclient import ControlClient
 from standin.names import BUSES, TOGETHER
 from standin.remoteerror import RemoteError
 
-SIMULATOR = Path(__file__).resolve().parents[3] / 'simulator'
+SIMULATOR = Path(__file__).resolve().parents[1] / 'simulator'
 
 
 class StandIn(ControlClient):

@@ -3,7 +3,7 @@
 """The service as a process."""
 
 from .client import NAME, Client
-from .processes import DEADLINE_S
+from .processes import DEADLINE
 
 PROGRAM = '/usr/bin/velmora-installationhandler'
 WARNING = 'warning default: '
@@ -38,7 +38,7 @@ class Service:
         self._processes.run_pending()
         return self.process is not None and self.process.alive
 
-    def wait_exit(self, seconds=DEADLINE_S):
+    def wait_exit(self, seconds=DEADLINE):
         """Waits for the end of the process and returns its exit status."""
         return self._processes.wait_end(self.process, seconds)
 
@@ -59,7 +59,7 @@ class Service:
         """The texts of the debug messages in the category "default" so far."""
         return [line[len(DEBUG):] for line in self.log() if line.startswith(DEBUG)]
 
-    def wait_for_log(self, text, count=1, seconds=DEADLINE_S):
+    def wait_for_log(self, text, count=1, seconds=DEADLINE):
         """Waits until `count` lines contain the text, and returns the last of these."""
         def found():
             return [line for line in self.process.lines() if text in line]

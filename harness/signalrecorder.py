@@ -7,7 +7,7 @@ from typing import NamedTuple
 from gi.repository import Gio
 
 from .client import INTERFACE, PATH
-from .processes import DEADLINE_S
+from .processes import DEADLINE
 
 
 class Signal(NamedTuple):
@@ -27,7 +27,7 @@ class SignalRecorder:
         connection.signal_subscribe(None, INTERFACE, None, PATH, None, Gio.DBusSignalFlags.NONE, self._received)
         # Signals are routed to this connection from the moment the bus has taken the subscription.
         connection.call_sync('org.freedesktop.DBus', '/', 'org.freedesktop.DBus.Peer', 'Ping', None, None,
-                             Gio.DBusCallFlags.NONE, 20000, None)
+                             Gio.DBusCallFlags.NONE, DEADLINE * 1000, None)
 
     def names(self):
         """The names of all signals so far."""
@@ -37,7 +37,7 @@ class SignalRecorder:
         """The arguments of each signal of a name."""
         return [signal.arguments for signal in self.all if signal.name == name]
 
-    def wait(self, name, count=1, seconds=DEADLINE_S):
+    def wait(self, name, count=1, seconds=DEADLINE):
         """Waits for the signal number `count` of a name, and returns its arguments."""
         self._processes.wait_until(lambda: len(self.arguments(name)) >= count, f'signal {name} number {count}', seconds)
         return self.arguments(name)[count - 1]

@@ -5,7 +5,7 @@
 from gi.repository import Gio, GLib
 from standin.remoteerror import RemoteError
 
-from .processes import DEADLINE_S
+from .processes import DEADLINE
 
 NAME = 'org.velmoraos.installationhandler'
 PATH = '/org/velmoraos/installationhandler'
@@ -26,7 +26,7 @@ class PendingCall:
         """Whether the reply, or an error, has come."""
         return self._reply is not None or self._error is not None
 
-    def wait(self, seconds=DEADLINE_S):
+    def wait(self, seconds=DEADLINE):
         """The values of the reply; an error reply raises RemoteError."""
         self._processes.wait_until(lambda: self.answered, f'the reply of {self._method}', seconds)
         if self._error:

@@ -12,14 +12,16 @@ from gi.repository import GLib
 class Process:
     """A running program with its standard output and error, kept line by line.
 
-    `returncode` is None while it runs, and like that of subprocess.Popen afterwards.
+    `returncode` is None while it runs, and like that of subprocess.Popen afterwards. The file `log`, if any, gets the
+    output too.
     """
 
-    def __init__(self, name, arguments, environment):
+    def __init__(self, name, arguments, environment, log=None):
         self.name = name
         self.text = ''
         self.returncode = None
         self.end_awaited = False
+        self._log = log
         self._popen = subprocess.Popen(arguments, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                        stderr=subprocess.STDOUT)
         self.pid = self._popen.pid
@@ -87,6 +89,9 @@ class Process:
                 return True
             if not chunk:
                 self._raw += b'\n' if self._raw else b''
+            if self._log:
+                with open(self._log, 'ab') as log:
+                    log.write(chunk)
             self._raw += chunk
             end = self._raw.rfind(b'\n') + 1
             self.text += self._raw[:end].decode(errors='backslashreplace')
