@@ -5,9 +5,9 @@
 
 #include "busmonitor.h"
 #include "devicefile.h"
-#include "devicetest.h"
 #include "journal.h"
 #include "messagelog.h"
+#include "testrunner.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusContext>
@@ -206,9 +206,6 @@ void CallerCheckTest::refusesWhoHasEnded()
     QCOMPARE(m_journal.entries(), QStringList(QStringLiteral("not privileged")));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<CallerCheckTest>(argc, argv);
-}
+VELMORA_TEST(CallerCheckTest, Gui)
 
 #include "tst_callercheck.moc"

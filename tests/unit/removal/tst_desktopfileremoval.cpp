@@ -5,8 +5,8 @@
 
 #include "desktopownerresolver.h"
 #include "devicefile.h"
-#include "devicetest.h"
 #include "roundtrip.h"
+#include "testrunner.h"
 
 #include <QDBusPendingCallWatcher>
 
@@ -186,9 +186,6 @@ void DesktopFileRemovalTest::outlivesTheHandler()
     QVERIFY(happens({}));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<DesktopFileRemovalTest>(argc, argv);
-}
+VELMORA_TEST(DesktopFileRemovalTest, Gui)
 
 #include "tst_desktopfileremoval.moc"

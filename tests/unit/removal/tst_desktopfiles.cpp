@@ -7,7 +7,7 @@
 #include "processstate.h"
 #include "rpmenvironment.h"
 #include "runcommand.h"
-#include "testbus.h"
+#include "testrunner.h"
 
 #include <QDir>
 #include <QTextCodec>
@@ -307,14 +307,6 @@ void DesktopFilesTest::keepsNothing()
     QCOMPARE(openFiles(), before);
 }
 
-int main(int argc, char **argv)
-{
-    requireDevice();
-    // Not as root's shell happens to have it.
-    qputenv("LC_ALL", "C.UTF-8");
-    QCoreApplication application(argc, argv);
-    DesktopFilesTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+VELMORA_TEST(DesktopFilesTest, Core)
 
 #include "tst_desktopfiles.moc"

@@ -4,6 +4,7 @@
 #include "desktopfiles.h"
 
 #include "fakerpmdatabase.h"
+#include "testrunner.h"
 
 #include <QScopeGuard>
 #include <QTextCodec>
@@ -148,6 +149,6 @@ void DesktopFilesCallsTest::asksNothingAboutAndroidPackages()
     QCOMPARE(FakeRpmDatabase::calls, QStringList());
 }
 
-QTEST_GUILESS_MAIN(DesktopFilesCallsTest)
+VELMORA_TEST(DesktopFilesCallsTest, Core)
 
 #include "tst_desktopfilescalls.moc"

@@ -3,7 +3,7 @@
 
 #include "ownersearchscene.h"
 
-#include "devicetest.h"
+#include "testrunner.h"
 
 #include <QMetaEnum>
 
@@ -213,9 +213,6 @@ void DesktopOwnerResolverTest::readsTheKeyAgain()
     QVERIFY(happens(reported + QStringList(Deleted)));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<DesktopOwnerResolverTest>(argc, argv);
-}
+VELMORA_TEST(DesktopOwnerResolverTest, Gui)
 
 #include "tst_desktopownerresolver.moc"

@@ -3,7 +3,7 @@
 
 #include "ownersearchscene.h"
 
-#include "devicetest.h"
+#include "testrunner.h"
 
 #include <memory>
 
@@ -106,9 +106,6 @@ void OwnerSearchFailureTest::belongsToItsParent()
     QVERIFY(parent.children().isEmpty());
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<OwnerSearchFailureTest>(argc, argv);
-}
+VELMORA_TEST(OwnerSearchFailureTest, Gui)
 
 #include "tst_ownersearchfailure.moc"

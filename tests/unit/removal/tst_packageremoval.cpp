@@ -4,8 +4,8 @@
 #include "handlerremovalscene.h"
 
 #include "devicefile.h"
-#include "devicetest.h"
 #include "roundtrip.h"
+#include "testrunner.h"
 
 #include <QDBusPendingCallWatcher>
 
@@ -310,9 +310,6 @@ void PackageRemovalTest::outlivesTheHandler()
     QVERIFY(happens({Deletion}));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<PackageRemovalTest>(argc, argv);
-}
+VELMORA_TEST(PackageRemovalTest, Gui)
 
 #include "tst_packageremoval.moc"

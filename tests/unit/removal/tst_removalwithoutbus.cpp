@@ -5,7 +5,7 @@
 #include "devicefile.h"
 #include "journal.h"
 #include "messagelog.h"
-#include "testbus.h"
+#include "testrunner.h"
 #include "uninstalltransactionpkgkit.h"
 
 #include <QCoreApplication>
@@ -80,13 +80,6 @@ void RemovalWithoutBusTest::findsTheAndroidApplication()
                           path + QLatin1String(" /data/app.apk"), QStringLiteral("deleted")}));
 }
 
-int main(int argc, char **argv)
-{
-    requireDevice();
-    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-    const QCoreApplication application(argc, argv);
-    RemovalWithoutBusTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+VELMORA_TEST(RemovalWithoutBusTest, Core)
 
 #include "tst_removalwithoutbus.moc"

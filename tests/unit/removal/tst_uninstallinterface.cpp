@@ -3,6 +3,7 @@
 
 #include "desktopownerresolver.h"
 #include "methodsof.h"
+#include "testrunner.h"
 #include "uninstalltransactionpkgkit.h"
 
 #include <QMetaEnum>
@@ -134,6 +135,6 @@ void UninstallInterfaceTest::isAbstract()
     QVERIFY((std::is_base_of_v<Package::Transaction, Package::UninstallTransactionPkgKit>));
 }
 
-QTEST_GUILESS_MAIN(UninstallInterfaceTest)
+VELMORA_TEST(UninstallInterfaceTest, Core)
 
 #include "tst_uninstallinterface.moc"

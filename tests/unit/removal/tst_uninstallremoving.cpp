@@ -3,7 +3,7 @@
 
 #include "uninstallscene.h"
 
-#include "devicetest.h"
+#include "testrunner.h"
 
 #include <QMetaEnum>
 
@@ -221,9 +221,6 @@ void UninstallRemovingTest::reportsFromWithinItsSignals()
     QCOMPARE(m_journal.entries().count(deletion()), 1);
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<UninstallRemovingTest>(argc, argv);
-}
+VELMORA_TEST(UninstallRemovingTest, Gui)
 
 #include "tst_uninstallremoving.moc"

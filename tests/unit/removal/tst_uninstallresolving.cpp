@@ -3,7 +3,7 @@
 
 #include "uninstallscene.h"
 
-#include "devicetest.h"
+#include "testrunner.h"
 
 using PackageKit::Transaction;
 
@@ -284,9 +284,6 @@ void UninstallResolvingTest::keepsRemovalsApart()
                     + m_packageKit->calls(2, QStringLiteral("RemovePackages(uint64 2, ['b;1;;'], false, false)"))));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<UninstallResolvingTest>(argc, argv);
-}
+VELMORA_TEST(UninstallResolvingTest, Gui)
 
 #include "tst_uninstallresolving.moc"

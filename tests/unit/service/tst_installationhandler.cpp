@@ -3,7 +3,7 @@
 
 #include "handlerscene.h"
 
-#include "devicetest.h"
+#include "testrunner.h"
 
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -268,9 +268,6 @@ void InstallationHandlerTest::quitsWhenIdle()
     QCOMPARE(QCoreApplication::exec(), 0);
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<InstallationHandlerTest>(argc, argv);
-}
+VELMORA_TEST(InstallationHandlerTest, Gui)
 
 #include "tst_installationhandler.moc"

@@ -4,7 +4,7 @@
 #include "handlerscene.h"
 
 #include "devicefile.h"
-#include "devicetest.h"
+#include "testrunner.h"
 
 namespace {
 
@@ -223,9 +223,6 @@ void InstallationQueueTest::mayBeSilentInSdkModeOnly()
     QTRY_COMPARE(state(), sdkMode ? Idle : QStringLiteral("1 running, 0 waiting"));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<InstallationQueueTest>(argc, argv);
-}
+VELMORA_TEST(InstallationQueueTest, Gui)
 
 #include "tst_installationqueue.moc"

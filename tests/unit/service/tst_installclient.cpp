@@ -3,10 +3,10 @@
 
 #include "installclient.h"
 
-#include "devicetest.h"
 #include "journal.h"
 #include "messagelog.h"
 #include "recordingpeer.h"
+#include "testrunner.h"
 
 #include <memory>
 #include <optional>
@@ -129,9 +129,6 @@ void InstallClientTest::failsWithoutService()
     QCOMPARE(m_journal.entries(), QStringList(Failure));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<InstallClientTest>(argc, argv);
-}
+VELMORA_TEST(InstallClientTest, Gui)
 
 #include "tst_installclient.moc"

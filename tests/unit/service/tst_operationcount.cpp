@@ -4,9 +4,9 @@
 #include "handlerscene.h"
 
 #include "devicefile.h"
-#include "devicetest.h"
 #include "installtransaction.h"
 #include "rpminfo.h"
+#include "testrunner.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -269,9 +269,6 @@ void OperationCountTest::leavesWaitingTransactionsAlive()
     delete transaction;
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<OperationCountTest>(argc, argv);
-}
+VELMORA_TEST(OperationCountTest, Gui)
 
 #include "tst_operationcount.moc"

@@ -3,10 +3,10 @@
 
 #include "busmonitor.h"
 #include "devicefile.h"
-#include "devicetest.h"
 #include "journal.h"
 #include "recordingpeer.h"
 #include "testdialog.h"
+#include "testrunner.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -267,9 +267,6 @@ void StartupTest::endsInReverseOrder()
                           QStringLiteral("engine destroyed"), QStringLiteral("application destroyed")}));
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<StartupTest>(argc, argv);
-}
+VELMORA_TEST(StartupTest, Gui)
 
 #include "tst_startup.moc"

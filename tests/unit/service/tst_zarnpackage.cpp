@@ -5,7 +5,7 @@
 
 #include "journal.h"
 #include "recordingpeer.h"
-#include "testbus.h"
+#include "testrunner.h"
 
 #include <QAssociativeIterable>
 #include <QDBusConnection>
@@ -31,7 +31,7 @@ constexpr int timeout = 20000; // milliseconds
 }
 
 /** The record on its way over a real bus. */
-class TestZarnPackage : public QObject
+class ZarnPackageTest : public QObject
 {
     Q_OBJECT
 
@@ -61,7 +61,7 @@ private:
     QDBusConnection m_bus{QString()};
 };
 
-void TestZarnPackage::initTestCase()
+void ZarnPackageTest::initTestCase()
 {
     const QString address = QString::fromLocal8Bit(qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
     m_manager = std::make_unique<RecordingPeer>(address, QStringList{service}, &m_journal);
@@ -69,19 +69,19 @@ void TestZarnPackage::initTestCase()
     QVERIFY(m_bus.isConnected());
 }
 
-void TestZarnPackage::cleanup()
+void ZarnPackageTest::cleanup()
 {
     m_journal.clear();
 }
 
-QDBusPendingCall TestZarnPackage::getPackage(const QString &destination, int replyTimeout) const
+QDBusPendingCall ZarnPackageTest::getPackage(const QString &destination, int replyTimeout) const
 {
     QDBusMessage call = QDBusMessage::createMethodCall(destination, path, service, QStringLiteral("GetPackage"));
     call << QStringLiteral("somename");
     return m_bus.asyncCall(call, replyTimeout);
 }
 
-void TestZarnPackage::isATypeByItsOwnName()
+void ZarnPackageTest::isATypeByItsOwnName()
 {
     const int type = qMetaTypeId<ZarnPackage>();
     QCOMPARE(QMetaType::type("ZarnPackage"), type);
@@ -95,19 +95,19 @@ void TestZarnPackage::isATypeByItsOwnName()
     QVERIFY(flags.testFlag(QMetaType::MovableType));
 }
 
-void TestZarnPackage::isUnknownToTheBusBeforehand()
+void ZarnPackageTest::isUnknownToTheBusBeforehand()
 {
     QCOMPARE(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>()), nullptr);
     registerZarnPackage();
     QVERIFY(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>()));
 }
 
-void TestZarnPackage::hasTheFormOfTextsByText()
+void ZarnPackageTest::hasTheFormOfTextsByText()
 {
     QCOMPARE(QByteArray(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>())), QByteArray("a{ss}"));
 }
 
-void TestZarnPackage::goesOutInKeyOrder_data()
+void ZarnPackageTest::goesOutInKeyOrder_data()
 {
     QTest::addColumn<QStringList>("keys");
     QTest::addColumn<QString>("arguments");
@@ -126,7 +126,7 @@ void TestZarnPackage::goesOutInKeyOrder_data()
                                               "'\uff5e': 'value of \uff5e'},)");
 }
 
-void TestZarnPackage::goesOutInKeyOrder()
+void ZarnPackageTest::goesOutInKeyOrder()
 {
     QFETCH(QStringList, keys);
     QFETCH(QString, arguments);
@@ -144,7 +144,7 @@ void TestZarnPackage::goesOutInKeyOrder()
              QStringList{QLatin1String("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take") + arguments});
 }
 
-void TestZarnPackage::comesInWhole_data()
+void ZarnPackageTest::comesInWhole_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<ZarnPackage>("package");
@@ -162,7 +162,7 @@ void TestZarnPackage::comesInWhole_data()
             << QByteArray("({'a': '1'}, 'more', true)") << ZarnPackage{{text("a"), text("1")}};
 }
 
-void TestZarnPackage::comesInWhole()
+void ZarnPackageTest::comesInWhole()
 {
     QFETCH(QByteArray, answer);
     m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values(answer));
@@ -180,7 +180,7 @@ void TestZarnPackage::comesInWhole()
     QTEST(pending.value(), "package");
 }
 
-void TestZarnPackage::replacesWhatWasThere()
+void ZarnPackageTest::replacesWhatWasThere()
 {
     m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("({'a': 'new'},)"));
     QDBusPendingCall call = getPackage(service);
@@ -191,7 +191,7 @@ void TestZarnPackage::replacesWhatWasThere()
     QCOMPARE(package, expected);
 }
 
-void TestZarnPackage::isRefusedInAnotherForm_data()
+void ZarnPackageTest::isRefusedInAnotherForm_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::newRow("texts in variants") << QByteArray("({'a': <'1'>},)");
@@ -206,7 +206,7 @@ void TestZarnPackage::isRefusedInAnotherForm_data()
     QTest::newRow("something before it") << QByteArray("(true, {'a': '1'})");
 }
 
-void TestZarnPackage::isRefusedInAnotherForm()
+void ZarnPackageTest::isRefusedInAnotherForm()
 {
     QFETCH(QByteArray, answer);
     m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values(answer));
@@ -223,7 +223,7 @@ void TestZarnPackage::isRefusedInAnotherForm()
     QVERIFY(pending.value().isEmpty());
 }
 
-void TestZarnPackage::isRefusedWithoutAnAnswer_data()
+void ZarnPackageTest::isRefusedWithoutAnAnswer_data()
 {
     QTest::addColumn<QString>("destination");
     QTest::addColumn<int>("replyTimeout");
@@ -238,7 +238,7 @@ void TestZarnPackage::isRefusedWithoutAnAnswer_data()
                                   << QStringLiteral("org.freedesktop.DBus.Error.NoReply");
 }
 
-void TestZarnPackage::isRefusedWithoutAnAnswer()
+void ZarnPackageTest::isRefusedWithoutAnAnswer()
 {
     QFETCH(QString, destination);
     QFETCH(int, replyTimeout);
@@ -251,7 +251,7 @@ void TestZarnPackage::isRefusedWithoutAnAnswer()
     QVERIFY(reply.value().isEmpty());
 }
 
-void TestZarnPackage::canBeWalkedByKey()
+void ZarnPackageTest::canBeWalkedByKey()
 {
     const QVariant record = QVariant::fromValue(
             ZarnPackage{{QStringLiteral("b"), QStringLiteral("2")}, {QStringLiteral("a"), QStringLiteral("1")}});
@@ -267,12 +267,6 @@ void TestZarnPackage::canBeWalkedByKey()
     QCOMPARE(iterable.value(QStringLiteral("b")).toString(), QStringLiteral("2"));
 }
 
-int main(int argc, char **argv)
-{
-    const TestBus bus("DBUS_SYSTEM_BUS_ADDRESS");
-    QCoreApplication application(argc, argv);
-    TestZarnPackage test;
-    return QTest::qExec(&test, argc, argv);
-}
+VELMORA_TEST(ZarnPackageTest, Gui)
 
 #include "tst_zarnpackage.moc"

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QTest>
+
+/** The application object that exists while a test class runs. */
+enum class TestApplication {
+    None, /**< No application object. */
+    Core, /**< A QCoreApplication. There is neither a system bus nor a session bus. */
+    Gui, /**< A QGuiApplication without a display, with a system bus and a session bus that only the test uses. */
+};
+
+/** Makes a test class known to the main() of its executable. Use VELMORA_TEST. */
+class TestRegistration
+{
+public:
+    using Run = int (*)(int argc, char **argv);
+
+    TestRegistration(const char *name, TestApplication application, Run function);
+
+    /** The registration that was made last; the others follow it through next(). */
+    static const TestRegistration *first();
+    const TestRegistration *next() const { return m_next; }
+
+    const char *name() const { return m_name; }
+
+    /** Creates the application object and runs the class with the arguments of Qt Test. */
+    int run(int argc, char **argv) const;
+
+private:
+    const char *m_name;
+    TestApplication m_application;
+    Run m_run;
+    const TestRegistration *m_next;
+};
+
+template<typename Test>
+int runTest(int argc, char **argv)
+{
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+/** Takes the place of QTEST_MAIN: `VELMORA_TEST(RpmInfoTest, Core)`. add_unit_tests() names the same class. */
+#define VELMORA_TEST(Class, application)                                                                               \
+    static const TestRegistration Class##Registration(#Class, TestApplication::application, runTest<Class>);
