@@ -2,9 +2,11 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The applications of the demo, made on the device like everything else: one of each kind that can be removed."""
 
+import subprocess
 from pathlib import Path
 
-from steps.program import run
+from harness.processes import DEADLINE
+from steps.progress import Failure
 
 SPEC = Path(__file__).parents[1] / 'application.spec'
 LAUNCHERS = Path('/usr/share/applications')
@@ -44,3 +46,11 @@ def lay_out(folder):
 def installed_packages():
     """The names of the packages that the device's RPM database knows."""
     return sorted(run('rpm', '--query', '--all', '--queryformat', '%{NAME}\n').split())
+
+
+def run(*command):
+    """Runs a program to its end; its output."""
+    result = subprocess.run(command, capture_output=True, text=True, timeout=DEADLINE, check=False)
+    if result.returncode:
+        raise Failure(f'{command[0]} failed with {result.returncode}: {result.stderr.strip() or result.stdout.strip()}')
+    return result.stdout

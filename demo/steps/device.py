@@ -1,0 +1,66 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The device that the demo runs on: its buses, its display, the stand-ins and the installation handler."""
+
+import os
+from threading import Thread
+
+from gi.repository import GLib
+from harness.bus import Bus
+from harness.busmonitor import BusMonitor
+from harness.client import NAME, Client
+from harness.processes import Processes, WaitFailed
+from harness.screen import PHONE, Screen
+from harness.signalrecorder import SignalRecorder
+from harness.standins import SIMULATOR
+
+
+class Device:
+    """The display is that of the person who watches, where there is one; else one in memory, which nobody can tap."""
+
+    def __init__(self):
+        self.processes = Processes()
+        self._system_bus = Bus.device_system(self.processes)
+        self._session_bus = Bus.device_session(self.processes)
+        self.client = Client(self._session_bus.connection, self.processes)
+        self.signals = SignalRecorder(self._session_bus.connection, self.processes)
+        self.watched = False
+        self.screen = None
+
+    def open_display(self):
+        """Opens the display, which the installation handler finds in its environment when the bus starts it."""
+        if 'DISPLAY' in os.environ:
+            try:
+                self.screen = Screen(self.processes, os.environ['DISPLAY'])
+                self.watched = True
+            except WaitFailed:
+                pass
+        if not self.watched:
+            self.screen = Screen.in_memory(self.processes, PHONE)
+        self._session_bus.ask('UpdateActivationEnvironment', '(a{ss})', self.environment())
+
+    def environment(self):
+        """The variables that a program needs to appear on the display, without graphics hardware."""
+        names = ('XAUTHORITY', 'QT_X11_NO_MITSHM')
+        return {**{name: os.environ[name] for name in names if name in os.environ}, **self.screen.environment(),
+                'QT_QUICK_BACKEND': 'software'}
+
+    def start_standins(self):
+        """Returns when all stand-ins of the platform services can be called."""
+        process = self.processes.start('stand-ins', [SIMULATOR / 'start-all'], log='/var/log/simulator.log')
+        self.processes.wait_line(process, 'ready all'.__eq__, 'start of the stand-ins')
+
+    def service_process(self):
+        """The process id of the installation handler, or None when it does not run."""
+        return self._session_bus.process_of(NAME)
+
+    def monitor_buses(self):
+        """The messages of both buses from now on, as a list that grows."""
+        messages = []
+        for bus in (self._session_bus, self._system_bus):
+            BusMonitor(bus, self.processes, messages)
+        return messages
+
+    def read_output(self):
+        """Keeps reading the output of all programs while the demo itself waits for something else."""
+        Thread(target=GLib.MainLoop().run, daemon=True).start()
