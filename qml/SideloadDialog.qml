@@ -9,11 +9,11 @@ import QtQuick.Templates 2.15 as T
 // "rpmInfo", shows the window full screen and destroys it after the answer.
 //
 // A user waits while this file is loaded, so it is lean: few bindings, one large font beside the application's own, and
-// no inline components, which would keep the engine from caching what it has compiled.
+// no inline components, because the engine does not cache a compiled file that has them.
 Window {
     id: dialog
 
-    // The user's answer: exactly one of the two, exactly once.
+    // The user's answer: exactly one of these signals, exactly once.
     signal requestInstall()
     signal dismissed()
 
@@ -21,8 +21,8 @@ Window {
 
     readonly property QtObject info: typeof rpmInfo === "undefined" ? null : rpmInfo
 
-    // A density-independent pixel, a 160th of an inch, in quarters so that multiples of four are whole. Displays are
-    // wrong about their size at times, hence the bounds.
+    // A density-independent pixel is a 160th of an inch, rounded to quarters so that four of them are a whole number. The
+    // bounds are for displays that report a wrong size.
     readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40))) / 4
     readonly property real gap: 16 * dp
     readonly property real fontSize: Qt.application.font.pixelSize
@@ -35,15 +35,32 @@ Window {
         }
     }
 
-    // Package text comes from strangers. What would be invisible, start a new line or turn the direction of its
-    // surroundings is replaced by something harmless, and the middle of what is too long is left out.
+    // Characters that show nothing, or that change the direction of the text around them, in UTF-16.
+    readonly property var deceptive: new RegExp("[" + [
+        "\\u0000-\\u001f\\u007f-\\u009f", // control characters
+        "\\u00ad", // soft hyphen
+        "\\u034f", // combining grapheme joiner
+        "\\u061c\\u200e\\u200f\\u202a-\\u202e", // direction marks, embeddings and overrides
+        "\\u115f\\u1160\\u3164\\uffa0", // Hangul fillers
+        "\\u17b4\\u17b5", // Khmer inherent vowels
+        "\\u180b-\\u180e", // Mongolian variation selectors and vowel separator
+        "\\u200b", // zero width space
+        "\\u2060-\\u206f", // word joiner, invisible operators, direction isolates, deprecated format characters
+        "\\ufff0-\\ufffb", // interlinear annotations and unassigned specials
+    ].join("") + "]|" + [
+        "[\\udb40-\\udb43][\\udc00-\\udfff]", // U+E0000 to U+E0FFF: tags, variation selectors
+        "\\ud80d[\\udc30-\\udc3f]", // U+13430 to U+1343F: format controls of Egyptian hieroglyphs
+        "\\ud82f[\\udca0-\\udca3]", // U+1BCA0 to U+1BCA3: format controls of shorthand
+        "\\ud834[\\udd73-\\udd7a]", // U+1D173 to U+1D17A: format controls of musical notation
+    ].join("|"), "g")
+
+    // Makes text of a package, which may come from anybody, safe to show: one line without deceptive characters. A text
+    // that is too long loses its middle.
     function harmless(text, longest) {
-        // What is cut through goes as a whole.
+        // A surrogate pair that the cut would halve is left out.
         const shown = text.length > longest ? text.slice(0, longest / 2).replace(/[\ud800-\udbff]$/, "") + "…"
                                               + text.slice(-longest / 2).replace(/^[\udc00-\udfff]/, "") : text
-        return shown.replace(/\s+/g, " ").replace(
-            /[\u0000-\u001f\u007f-\u009f\u00ad\u034f\u061c\u115f\u1160\u17b4\u17b5\u180b-\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u206f\u3164\uffa0\ufff0-\ufffb]|[\udb40-\udb43][\udc00-\udfff]|\ud80d[\udc30-\udc3f]|\ud82f[\udca0-\udca3]|\ud834[\udd73-\udd7a]/g,
-            "\ufffd")
+        return shown.replace(/\s+/g, " ").replace(deceptive, "\ufffd")
     }
 
     function mix(from, to, part) {
@@ -54,7 +71,7 @@ Window {
         body.contentY = Math.max(0, Math.min(body.contentHeight - body.height, body.contentY + distance))
     }
 
-    // Whoever moves about by keyboard sees where they are.
+    // Scrolls to an item that has the keyboard focus.
     function reveal(item) {
         if (item.activeFocus) {
             const top = item.mapToItem(content, 0, 0).y - body.contentY
@@ -62,8 +79,8 @@ Window {
         }
     }
 
-    // A key that is still held down from before the dialog came up is no answer: it is known by its being repeated. The
-    // buttons, which take the Space key themselves, leave it alone likewise.
+    // A key that was pressed before the dialog came up and is still held down repeats. A repeated key is no answer; the
+    // buttons, which handle the Space key themselves, ignore its repetition too.
     function handleKey(event) {
         event.accepted = true
         switch (event.key) {
@@ -100,12 +117,12 @@ Window {
 
     title: question.text
     color: palette.base
-    // The size it is going to be shown at, so that nothing is laid out twice.
+    // The window has the size of the screen from the beginning, so that the layout is computed only once.
     width: Screen.width
     height: Screen.height
     onClosing: answer(dismissed)
-    // Nobody can answer what cannot be painted. Without this the toolkit would end the whole program. Not at once, since
-    // the next file's dialog comes up in answer, and the error may come while this one is still being shown.
+    // A dialog that cannot be painted counts as dismissed; without a handler Qt would end the whole program. The answer is
+    // given later, because it opens the next file's dialog, and the error may come while this one is still being shown.
     onSceneGraphError: Qt.callLater(answer, dismissed)
 
     SystemPalette { id: palette }
@@ -116,13 +133,14 @@ Window {
         readonly property real column: width - 2 * dialog.gap
         readonly property real needed: content.height + actions.height + 1.5 * dialog.gap
 
-        // All of a phone's screen, with the buttons in reach of the thumb; on anything wider, as little as is needed.
+        // The page fills a phone's screen, so that the thumb reaches the buttons. On a wider screen it is only as high as
+        // its content.
         x: Math.round((dialog.width - width) / 2)
         y: Math.round((dialog.height - height) / 2)
         width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.fontSize))
         height: dialog.width > width ? Math.min(dialog.height, needed) : dialog.height
         focus: true
-        // A control follows the locale, unlike the application, whose direction is that of the toolkit's catalogue.
+        // The direction of a control is that of the locale; the application's is that of Qt's own catalogue.
         LayoutMirroring.enabled: cancel.mirrored
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.Dialog
@@ -223,7 +241,7 @@ Window {
                     horizontalAlignment: Text.AlignLeft
                     wrapMode: Text.Wrap
                 }
-                // Above the details: no text of a stranger is long enough to push it away.
+                // The warning stands above the package's texts, so that a long text cannot push it off the screen.
                 Text {
                     id: warning
                     Accessible.role: Accessible.StaticText
@@ -249,7 +267,7 @@ Window {
                     id: card
                     width: page.column
                     height: details.height
-                    // Letters with heaps of marks reach far beyond their lines.
+                    // A letter with many combining marks reaches far beyond its line.
                     clip: true
                     radius: dialog.gap / 2
                     color: dialog.mix(palette.base, palette.text, 0.06)
@@ -342,7 +360,7 @@ Window {
             }
         }
 
-        // Which part of the text is to be seen, when there is more than fits.
+        // Shows which part of the text is visible, when it does not all fit.
         Rectangle {
             visible: body.interactive
             anchors.right: parent.right
