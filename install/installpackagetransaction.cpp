@@ -5,7 +5,7 @@
 
 #include "installationerror.h"
 #include "packagemanagercall.h"
-#include "paths.h"
+#include "systempaths.h"
 #include "transactionview.h"
 
 #include <aboutsettings.h>
@@ -88,7 +88,7 @@ void InstallPackageTransaction::processNextFile()
     // the one to judge it.
     m_rpmInfo.readPackage(m_files.takeFirst());
 
-    if (isSilentInstallationAllowed() || QFile::exists(Paths::EmulatorMarker)) {
+    if (isSilentInstallationAllowed() || QFile::exists(SystemPaths::EmulatorMarker)) {
         installCurrentRpm();
     } else if (!m_view) {
         // The end of the road is intended: nobody may install unasked.

@@ -3,7 +3,8 @@
 
 #include "rpminfo.h"
 
-#include "openable.h"
+#include "openswithoutblocking.h"
+#include "rpmconfiguration.h"
 #include "rpmhandle.h"
 
 #include <QDebug>
@@ -11,21 +12,11 @@
 
 #include <rpm/rpmcli.h>
 #include <rpm/rpmlib.h>
-#include <rpm/rpmmacro.h>
 
 #include <cerrno>
 #include <cstring>
 
 namespace {
-
-// librpm keeps what every earlier load has left; without dropping that first,
-// each read would cost the process tens of kilobytes for good.
-void loadRpmConfiguration()
-{
-    rpmFreeMacros(nullptr);
-    rpmFreeRpmrc();
-    rpmReadConfigFiles(nullptr, nullptr);
-}
 
 // An unknown or untrusted key does not keep a header from being read.
 bool isReadable(rpmRC result)
@@ -92,7 +83,7 @@ void RpmInfo::readPackage(const QString &path)
         return;
     }
 
-    loadRpmConfiguration();
+    RpmConfiguration::reload();
     const RpmHandle<rpmts> ts(rpmtsCreate());
     Header headerRead = nullptr;
     const rpmRC result = rpmReadPackageFile(ts.get(), fd.get(), file.constData(), &headerRead);

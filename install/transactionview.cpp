@@ -4,7 +4,7 @@
 #include "transactionview.h"
 
 #include "busnames.h"
-#include "paths.h"
+#include "systempaths.h"
 #include "rpminfo.h"
 
 #include <QDBusConnection>
@@ -96,7 +96,7 @@ void TransactionView::showDialog(const QString &qmlFile)
 {
     emit needConfirm();
 
-    const QUrl url = QUrl::fromLocalFile(Paths::Dialogs + QLatin1Char('/') + qmlFile);
+    const QUrl url = QUrl::fromLocalFile(SystemPaths::Dialogs + QLatin1Char('/') + qmlFile);
     auto component = createComponent(m_engine, url);
     if (component->status() != QQmlComponent::Ready) {
         qWarning() << "Problems creating dialog component" << component->errors();

@@ -5,8 +5,7 @@
 
 #include "busnames.h"
 #include "desktopownerresolver.h"
-#include "installationhandler.h"
-#include "packagemanagercall.h"
+#include "packageremoval.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -17,20 +16,17 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-DesktopFileRemoval::DesktopFileRemoval(InstallationHandler *handler, QDBusInterface *packageManager,
-                                       QDBusInterface *hooks)
-    : m_handler(handler)
-    , m_packageManager(packageManager)
+DesktopFileRemoval::DesktopFileRemoval(const PackageRemoval::IsZarnPackage &isZarnPackage, QDBusInterface *hooks,
+                                       PackageRemoval *packageRemoval, QObject *parent)
+    : QObject(parent)
+    , m_isZarnPackage(isZarnPackage)
     , m_hooks(hooks)
+    , m_packageRemoval(packageRemoval)
 {
 }
 
 void DesktopFileRemoval::removePackageByDesktopFile(const QString &desktopFile)
 {
-    if (!m_handler->isCallerPrivileged()) {
-        qWarning() << "removePackageByDesktopFile called from non-privileged process";
-        return;
-    }
     if (!QFileInfo(desktopFile).isFile()) {
         qWarning() << "void InstallationHandler::removePackageByDesktopFile(const QString&)"
                    << "bad desktop file:" << desktopFile;
@@ -45,8 +41,8 @@ void DesktopFileRemoval::removePackageByDesktopFile(const QString &desktopFile)
     }
 }
 
-// The hook is told whether or not the file could be deleted, and by the short
-// name; the package manager below goes by the long one.
+// The hook hears the file name up to its first dot. The package manager, below,
+// is asked for the name up to the last one (Known behaviour 40).
 void DesktopFileRemoval::removeUserLauncher(const QString &desktopFile)
 {
     if (!QFile::remove(desktopFile)) {
@@ -63,35 +59,35 @@ void DesktopFileRemoval::removeUserLauncher(const QString &desktopFile)
 void DesktopFileRemoval::removeSystemLauncher(const QString &desktopFile)
 {
     const QString package = QFileInfo(desktopFile).completeBaseName();
-    if (isZarnPackage(m_packageManager, package)) {
-        m_handler->removePackages({package});
+    if (m_isZarnPackage(package)) {
+        m_packageRemoval->removePackages({package}, false);
     } else {
         findOwner(desktopFile);
     }
 }
 
-// The search is counted as an operation until an owner has been found. Nothing
-// lowers the count when none is, and every further owner lowers it again:
-// Known behaviour 22, 23.
+// A search that finds nobody is never reported as ended, and one that finds
+// several owners is reported so for each of them (Known behaviour 22, 23).
 void DesktopFileRemoval::findOwner(const QString &desktopFile)
 {
     auto *resolver = new DesktopOwnerResolver(desktopFile);
-    m_handler->beginTransaction();
-    QObject::connect(resolver, &DesktopOwnerResolver::ownerPackageFound, m_handler,
-                     [this](const QString &package) { handleOwnerPackageFound(package); });
-    QObject::connect(resolver, &DesktopOwnerResolver::ownerApkFound, m_handler,
-                     [this](const QString &launcher, const QString &) { handleOwnerApkFound(launcher); });
+    emit searchStarted();
+    connect(resolver, &DesktopOwnerResolver::ownerPackageFound, this, &DesktopFileRemoval::handleOwnerPackageFound);
+    connect(resolver, &DesktopOwnerResolver::ownerApkFound, this, &DesktopFileRemoval::handleOwnerApkFound);
 }
 
 void DesktopFileRemoval::handleOwnerPackageFound(const QString &package)
 {
-    m_handler->endTransaction();
-    m_handler->removePackages({package});
+    emit ownerFound();
+    m_packageRemoval->removePackages({package}, false);
 }
 
-void DesktopFileRemoval::handleOwnerApkFound(const QString &desktopFile)
+// The daemon finds the application by its launcher; the package file served the search only.
+void DesktopFileRemoval::handleOwnerApkFound(const QString &desktopFile, const QString &apk)
 {
-    m_handler->endTransaction();
+    Q_UNUSED(apk)
+
+    emit ownerFound();
     QDBusInterface zindro(BusNames::Zindro::Service, BusNames::Zindro::Path, BusNames::Zindro::Interface,
                           QDBusConnection::systemBus());
     const QDBusMessage reply = zindro.call(QDBus::Block, QStringLiteral("removeFile"), desktopFile);

@@ -3,15 +3,15 @@
 
 #include "desktopfiles.h"
 
-#include "paths.h"
+#include "rpmconfiguration.h"
 #include "rpmhandle.h"
+#include "systempaths.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <rpm/rpmdb.h>
 #include <rpm/rpmfi.h>
-#include <rpm/rpmlib.h>
 
 #include <algorithm>
 
@@ -20,18 +20,9 @@ namespace {
 const QString AndroidLauncherPrefix = QStringLiteral("zindro_launcher_");
 const QString AndroidPackagePrefix = QStringLiteral("ambrel-apk-");
 
-void loadRpmConfigurationOnce()
-{
-    static bool loaded = false;
-    if (!loaded) {
-        rpmReadConfigFiles(nullptr, nullptr);
-        loaded = true;
-    }
-}
-
 bool isLauncher(const QString &file)
 {
-    return file.startsWith(Paths::Applications) && file.endsWith(QLatin1String(".desktop"));
+    return file.startsWith(SystemPaths::Applications) && file.endsWith(QLatin1String(".desktop"));
 }
 
 QStringList findAndroidLaunchers(const QString &name)
@@ -40,7 +31,7 @@ QStringList findAndroidLaunchers(const QString &name)
     application.replace(QLatin1Char('.'), QLatin1Char('_'));
     const QString pattern = AndroidLauncherPrefix + application + QStringLiteral("*.desktop");
 
-    const QFileInfoList entries = QDir(Paths::Applications).entryInfoList({pattern});
+    const QFileInfoList entries = QDir(SystemPaths::Applications).entryInfoList({pattern});
     QStringList files;
     std::transform(entries.cbegin(), entries.cend(), std::back_inserter(files),
                    [](const QFileInfo &entry) { return entry.filePath(); });
@@ -49,7 +40,7 @@ QStringList findAndroidLaunchers(const QString &name)
 
 QStringList findInstalledLaunchers(const QString &name)
 {
-    loadRpmConfigurationOnce();
+    RpmConfiguration::loadOnce();
     const RpmHandle<rpmts> ts(rpmtsCreate());
     const QByteArray key = name.toLocal8Bit();
     const RpmHandle<rpmdbMatchIterator> packages(rpmtsInitIterator(ts.get(), RPMDBI_NAME, key.constData(), 0));

@@ -3,7 +3,7 @@
 
 #include "desktopownerresolver.h"
 
-#include "packagekitaccess.h"
+#include "packagekitsignals.h"
 #include "systembus.h"
 
 #include <mdesktopentry.h>
@@ -24,17 +24,18 @@ QString readApk(const QString &desktopFile)
 
 }
 
-// An Android application that a native package carries is removed as that
-// package: its owner is the owner of the Android package file.
+// For an Android launcher the search is for the owner of the Android package
+// file: a native package that carries the application is removed as a whole.
 DesktopOwnerResolver::DesktopOwnerResolver(const QString &desktopFile, QObject *parent)
     : QObject(parent)
     , m_desktopFile(desktopFile)
 {
-    if (!PackageKitAccess::prepare()) {
-        // Whoever wants to hear of the end can connect and count the search only after this.
+    if (!SystemBus::isConnected()) {
+        // Not at once: the creator connects to the signals only after construction.
         QTimer::singleShot(0, this, &DesktopOwnerResolver::handleUnreachable);
         return;
     }
+    subscribeToPackageKitSignals();
     const QString apk = readApk(m_desktopFile);
     const QString term = apk.isEmpty() ? m_desktopFile : apk;
     auto *search = PackageKit::Daemon::searchFiles(term, PackageKit::Transaction::FilterInstalled);
@@ -61,7 +62,7 @@ void DesktopOwnerResolver::handleError(PackageKit::Transaction::Error error, con
     qWarning() << "Error on resolving desktop file owner" << error << details;
 }
 
-// A search that could not begin ends like one that failed.
+// A search without a system bus ends like one that failed.
 void DesktopOwnerResolver::handleUnreachable()
 {
     handleError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
@@ -77,7 +78,7 @@ void DesktopOwnerResolver::handleFinished(PackageKit::Transaction::Exit status, 
     if (m_ownerFound) {
         return;
     }
-    // Read again: the search may have taken a while, and the file may be another.
+    // The file may have changed during the search.
     const QString apk = readApk(m_desktopFile);
     if (!apk.isEmpty()) {
         emit ownerApkFound(m_desktopFile, apk);

@@ -4,7 +4,6 @@
 #include "packageremoval.h"
 
 #include "desktopfiles.h"
-#include "installationhandler.h"
 #include "packagemanagercall.h"
 #include "uninstalltransactionpkgkit.h"
 
@@ -15,9 +14,10 @@
 #include <QStandardPaths>
 #include <QVariantMap>
 
-PackageRemoval::PackageRemoval(InstallationHandler *handler, QDBusInterface *packageManager,
-                               QDBusInterface *launcherModel)
-    : m_handler(handler)
+PackageRemoval::PackageRemoval(const IsZarnPackage &isZarnPackage, QDBusInterface *packageManager,
+                               QDBusInterface *launcherModel, QObject *parent)
+    : QObject(parent)
+    , m_isZarnPackage(isZarnPackage)
     , m_packageManager(packageManager)
     , m_launcherModel(launcherModel)
 {
@@ -26,7 +26,7 @@ PackageRemoval::PackageRemoval(InstallationHandler *handler, QDBusInterface *pac
 void PackageRemoval::removePackages(const QStringList &packageNames, bool keepUserdata)
 {
     for (const QString &name : packageNames) {
-        if (isZarnPackage(m_packageManager, name)) {
+        if (m_isZarnPackage(name)) {
             removeViaZarn(name, keepUserdata);
         } else {
             removeViaRpm(name);
@@ -48,14 +48,13 @@ void PackageRemoval::removeViaZarn(const QString &name, bool keepUserdata)
         options.insert(QStringLiteral("KeepUserData"), true);
     }
     const QDBusPendingCall call = callPackageManager(m_packageManager, QStringLiteral("Remove"), name, options);
-    auto *watcher = new QDBusPendingCallWatcher(call, m_handler);
-    m_handler->beginTransaction();
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_handler,
-                     [handler = m_handler, name](QDBusPendingCallWatcher *finished) {
-                         const QDBusPendingReply<> reply = *finished;
-                         handler->handleRemovalFinished(name, reply.isError() ? reply.error().message() : QString());
-                         finished->deleteLater();
-                     });
+    auto *watcher = new QDBusPendingCallWatcher(call, parent());
+    emit started();
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, name](QDBusPendingCallWatcher *answered) {
+        const QDBusPendingReply<> reply = *answered;
+        emit finished(name, reply.isError() ? reply.error().message() : QString());
+        answered->deleteLater();
+    });
 }
 
 void PackageRemoval::removeViaRpm(const QString &name)
@@ -67,16 +66,14 @@ void PackageRemoval::removeViaRpm(const QString &name)
     }
 
     auto *transaction = new Package::UninstallTransactionPkgKit({name}, false);
-    QObject::connect(transaction, &Package::Transaction::success, m_handler,
-                     [handler = m_handler, name] { handler->handleRemovalFinished(name, QString()); });
-    QObject::connect(
-            transaction, &Package::Transaction::failure, m_handler,
-            [handler = m_handler, name](const QString &details) { handler->handleRemovalFinished(name, details); });
+    connect(transaction, &Package::Transaction::success, this, [this, name] { emit finished(name, QString()); });
+    connect(transaction, &Package::Transaction::failure, this,
+            [this, name](const QString &details) { emit finished(name, details); });
     transaction->start();
-    m_handler->beginTransaction();
+    emit started();
 }
 
-// The home screen marks the launcher; whether it can is no concern of the removal.
+// The home screen marks the launcher. The removal goes on whether it could or not.
 void PackageRemoval::announceUpdate(const QString &name, const QString &desktopFile)
 {
     m_launcherModel->call(QDBus::Block, QStringLiteral("updatingStarted"), name, QString(), QString(), desktopFile);

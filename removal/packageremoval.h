@@ -3,33 +3,53 @@
 
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
-class InstallationHandler;
+#include <functional>
+
 class QDBusInterface;
 
 /**
- * Removes packages by name, each through the back end that owns it: the
- * package manager, or PackageKit for native packages. The home screen's
- * launcher model hears which launchers are affected. Each removal ends in the
- * handler's handleRemovalFinished().
+ * Removes packages by name, each through the back end that owns it: the package
+ * manager, or PackageKit for native packages. The home screen's launcher model
+ * hears which launchers are affected.
+ *
+ * Each removal is reported by started() and later by finished(). The service
+ * object owns the instance, as its parent.
  */
-class PackageRemoval
+class PackageRemoval : public QObject
 {
-public:
-    /** All are borrowed and outlive the removals. */
-    PackageRemoval(InstallationHandler *handler, QDBusInterface *packageManager, QDBusInterface *launcherModel);
+    Q_OBJECT
 
-    /** keepUserdata is honoured by the package manager only; PackageKit knows no such thing. */
+public:
+    /** Whether the package manager knows a package of this name; may block. */
+    using IsZarnPackage = std::function<bool(const QString &name)>;
+
+    /** The proxies are borrowed and outlive the instance. */
+    PackageRemoval(const IsZarnPackage &isZarnPackage, QDBusInterface *packageManager, QDBusInterface *launcherModel,
+                   QObject *parent);
+
+    /**
+     * packageNames: RPM package names. keepUserdata is for the package manager only;
+     * PackageKit has no such option.
+     */
     void removePackages(const QStringList &packageNames, bool keepUserdata);
+
+Q_SIGNALS:
+    /** A back end has been asked to remove a package. */
+    void started();
+
+    /** A back end has answered; errorString is its text, and empty when the package is gone. */
+    void finished(const QString &packageName, const QString &errorString);
 
 private:
     void removeViaZarn(const QString &name, bool keepUserdata);
     void removeViaRpm(const QString &name);
     void announceUpdate(const QString &name, const QString &desktopFile);
 
-    InstallationHandler *const m_handler;
+    const IsZarnPackage m_isZarnPackage;
     QDBusInterface *const m_packageManager;
     QDBusInterface *const m_launcherModel;
 };

@@ -3,7 +3,7 @@
 
 #include "uninstalltransactionpkgkit.h"
 
-#include "packagekitaccess.h"
+#include "packagekitsignals.h"
 #include "systembus.h"
 
 #include <PackageKit/Daemon>
@@ -27,18 +27,19 @@ UninstallTransactionPkgKit::~UninstallTransactionPkgKit()
 void UninstallTransactionPkgKit::start()
 {
     qDebug() << "UninstallTransactionPkgKit::start:" << m_packageNames;
-    if (!PackageKitAccess::prepare()) {
-        // Whoever starts a removal counts it only after this, and its end must not come before.
+    if (!SystemBus::isConnected()) {
+        // Not at once: the caller counts the removal only after start() has returned.
         QTimer::singleShot(0, this, &UninstallTransactionPkgKit::handleUnreachable);
         return;
     }
+    subscribeToPackageKitSignals();
     auto *resolve = PackageKit::Daemon::resolve(m_packageNames, PackageKit::Transaction::FilterInstalled);
     connect(resolve, &PackageKit::Transaction::finished, this, &UninstallTransactionPkgKit::slotResolveFinished);
     connect(resolve, &PackageKit::Transaction::errorCode, this, &UninstallTransactionPkgKit::slotResolveError);
     connect(resolve, &PackageKit::Transaction::package, this, &UninstallTransactionPkgKit::slotResolved);
 }
 
-// A removal that could not begin ends like one whose names could not be resolved.
+// A removal without a system bus ends like one whose names could not be resolved.
 void UninstallTransactionPkgKit::handleUnreachable()
 {
     slotResolveError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
@@ -57,7 +58,7 @@ void UninstallTransactionPkgKit::slotResolveError(PackageKit::Transaction::Error
     giveUp(details);
 }
 
-// Runs after an error too, as long as this object still exists.
+// Also runs after an error, if it comes before the deferred deletion.
 void UninstallTransactionPkgKit::slotResolveFinished(PackageKit::Transaction::Exit status, uint runtime)
 {
     Q_UNUSED(status)
@@ -74,7 +75,9 @@ void UninstallTransactionPkgKit::slotResolveFinished(PackageKit::Transaction::Ex
 
 void UninstallTransactionPkgKit::uninstall(const QStringList &ids)
 {
-    if (!PackageKitAccess::prepare()) {
+    // PackageKit-Qt connects to signals at once, and QtDBus ends the process when
+    // the bus has gone.
+    if (!SystemBus::isConnected()) {
         slotUninstallError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
         return;
     }
@@ -102,7 +105,7 @@ void UninstallTransactionPkgKit::slotUninstallError(PackageKit::Transaction::Err
     giveUp(details);
 }
 
-// An unsuccessful end is reported by the error before it, if there was one.
+// An unsuccessful end reports nothing: the error before it has done so.
 void UninstallTransactionPkgKit::slotUninstallFinished(PackageKit::Transaction::Exit status, uint runtime)
 {
     qDebug() << "slotUninstallFinished:" << m_packageNames << status << runtime;

@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusReply>
 #include <QDebug>
 #include <QScopedValueRollback>
 #include <QUrl>
@@ -24,7 +25,7 @@ namespace {
 
 constexpr auto IdleTimeout = 30s;
 
-// Installing and removing may take the package manager this long.
+// The package manager may take this long to install or remove a package.
 constexpr std::chrono::milliseconds PackageManagerTimeout = 15min;
 
 QStringList toLocalFiles(const QStringList &fileUrls)
@@ -48,8 +49,10 @@ InstallationHandler::InstallationHandler(QObject *parent)
     , m_packageManager(BusNames::PackageManager::Service, BusNames::PackageManager::Path,
                        BusNames::PackageManager::Interface, QDBusConnection::systemBus())
     , m_hooks(BusNames::Hooks::Service, BusNames::Hooks::Path, BusNames::Hooks::Interface, QDBusConnection::systemBus())
-    , m_packageRemoval(this, &m_packageManager, &m_launcherModel)
-    , m_desktopFileRemoval(this, &m_packageManager, &m_hooks)
+    , m_packageRemoval([this](const QString &name) { return isZarnPackage(name); }, &m_packageManager, &m_launcherModel,
+                       this)
+    , m_desktopFileRemoval([this](const QString &name) { return isZarnPackage(name); }, &m_hooks, &m_packageRemoval,
+                           this)
 {
     registerZarnPackage();
     m_packageManager.setTimeout(static_cast<int>(PackageManagerTimeout.count()));
@@ -60,6 +63,12 @@ InstallationHandler::InstallationHandler(QObject *parent)
     m_idleTimer.start();
 
     connect(&m_transactionView, &TransactionView::needConfirm, this, &InstallationHandler::needConfirm);
+
+    connect(&m_packageRemoval, &PackageRemoval::started, this, &InstallationHandler::beginTransaction);
+    connect(&m_packageRemoval, &PackageRemoval::finished, this, &InstallationHandler::handleRemovalFinished);
+    // A search counts as an operation until it has found an owner.
+    connect(&m_desktopFileRemoval, &DesktopFileRemoval::searchStarted, this, &InstallationHandler::beginTransaction);
+    connect(&m_desktopFileRemoval, &DesktopFileRemoval::ownerFound, this, &InstallationHandler::endTransaction);
 }
 
 void InstallationHandler::setEngine(QQmlEngine *engine)
@@ -87,8 +96,8 @@ void InstallationHandler::installFiles(const QStringList &fileUrls, bool sdkMode
     }
 }
 
-// Goes by the caller's own strings, and by whatever name the file yields, an
-// empty one included.
+// The reader gets the strings of the caller as they are. An unreadable file has
+// no name, and the empty name is removed then (Known behaviour 14).
 void InstallationHandler::removeInstalledVersions(const QStringList &fileUrls, bool keepUserdata)
 {
     for (const QString &fileUrl : fileUrls) {
@@ -105,12 +114,24 @@ void InstallationHandler::removePackages(const QStringList &packageNames, bool k
 
 void InstallationHandler::removePackageByDesktopFile(const QString &desktopFile)
 {
+    if (!isCallerPrivileged()) {
+        qWarning() << "removePackageByDesktopFile called from non-privileged process";
+        return;
+    }
     m_desktopFileRemoval.removePackageByDesktopFile(desktopFile);
 }
 
 bool InstallationHandler::isCallerPrivileged()
 {
     return CallerCheck::isPrivileged(*this);
+}
+
+// Any error counts as "no". PackageKit is asked then, so an absent or silent
+// package manager does not keep a native package from being removed.
+bool InstallationHandler::isZarnPackage(const QString &name)
+{
+    const QDBusReply<ZarnPackage> reply = m_packageManager.call(QDBus::Block, QStringLiteral("GetPackage"), name);
+    return reply.isValid();
 }
 
 void InstallationHandler::handleRemovalFinished(const QString &packageName, const QString &errorString)
@@ -120,7 +141,7 @@ void InstallationHandler::handleRemovalFinished(const QString &packageName, cons
     } else {
         qDebug() << "Failed to uninstall" << packageName << errorString;
     }
-    // The home screen is told whatever the outcome, and need not listen.
+    // The home screen hears of failed removals too, and its answer does not matter.
     m_launcherModel.call(QDBus::Block, QStringLiteral("updatingFinished"), packageName);
     endTransaction();
     emit removalFinished(errorString.isEmpty(), errorString);
@@ -142,15 +163,15 @@ void InstallationHandler::transactionFinished(bool success, const QString &error
     }
 }
 
-// What finishes inside its own start() is followed by the next one from here
-// rather than from inside its end: the stack stays flat, however many wait.
+// A loop starts the transactions that finish inside their own start(), so that a
+// long queue of them does not make the stack grow.
 void InstallationHandler::processNextTransaction()
 {
     bool finished = true;
     while (finished && !m_pendingTransactions.isEmpty()) {
         finished = startNextTransaction();
     }
-    // Others may have finished meanwhile: what counts is the state now.
+    // Other operations may have ended in the meantime.
     updateIdleTimer();
 }
 

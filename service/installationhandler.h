@@ -20,17 +20,17 @@ class QQmlEngine;
 
 /**
  * The service's one object on the session bus, interface
- * "org.velmoraos.installationhandler", and its hub: the queue of installation
- * transactions, the count of operations in flight, the idle timer that ends the
- * process, and the proxies and the dialog controller that it lends out. The work is
- * done by the transactions and the removals.
+ * "org.velmoraos.installationhandler", and its hub. It holds the queue of
+ * installation transactions, the count of operations in flight, the idle timer
+ * that ends the process, and the D-Bus proxies and the dialog controller that it
+ * lends out. The transactions and the removals do the work and report by signals.
  *
- * Requests return nothing, and their answers do not wait for the outcomes, which
- * follow as signals. A removal, also that of an installation in sdk mode, is
- * answered only after every "GetPackage" (up to 15 minutes a name),
+ * Requests return nothing and are answered before their outcome, which follows
+ * as a signal. The exception are removals, including that of an installation in
+ * sdk mode. They are answered after every "GetPackage" (up to 15 minutes a name),
  * "updatingStarted" and "OnRemove" (up to 25 seconds a call) that comes before
- * it; other requests wait meanwhile. Every invokable method and every signal is
- * part of the bus interface.
+ * the removal, and other requests wait meanwhile. Every invokable method and
+ * every signal is part of the bus interface.
  */
 class InstallationHandler : public QObject, protected QDBusContext
 {
@@ -64,16 +64,6 @@ public:
      */
     Q_INVOKABLE void removePackageByDesktopFile(const QString &desktopFile);
 
-    /** One more operation in flight, and one fewer; the process does not end while there are any. */
-    void beginTransaction();
-    void endTransaction();
-
-    /** The common end of one package removal; errorString is empty when the package is gone. */
-    void handleRemovalFinished(const QString &packageName, const QString &errorString);
-
-    /** Whether the call that is being handled may go on; if not, it has been answered. */
-    bool isCallerPrivileged();
-
 Q_SIGNALS:
     /** An installation transaction has ended, as InstallTransaction::transactionFinished() says. */
     void installFinished(bool success, const QString &errorString);
@@ -88,6 +78,11 @@ private Q_SLOTS:
     void transactionFinished(bool success, const QString &errorString, InstallPackageTransaction *transaction);
 
 private:
+    void beginTransaction();
+    void endTransaction();
+    void handleRemovalFinished(const QString &packageName, const QString &errorString);
+    bool isCallerPrivileged();
+    bool isZarnPackage(const QString &name);
     void removeInstalledVersions(const QStringList &fileUrls, bool keepUserdata);
     void processNextTransaction();
     bool startNextTransaction();
@@ -103,6 +98,6 @@ private:
     QDBusInterface m_hooks;
     PackageRemoval m_packageRemoval;
     DesktopFileRemoval m_desktopFileRemoval;
-    // Of which start() has been called and has neither returned nor reported the end.
+    // The transaction whose start() is running; null again as soon as that transaction has finished.
     InstallTransaction *m_starting = nullptr;
 };

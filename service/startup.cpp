@@ -5,7 +5,7 @@
 
 #include "busnames.h"
 #include "installationhandler.h"
-#include "paths.h"
+#include "systempaths.h"
 
 #include <mdeclarativecache.h>
 
@@ -24,7 +24,7 @@ namespace {
 std::unique_ptr<QTranslator> installCatalogue(const QString &name)
 {
     auto translator = std::make_unique<QTranslator>();
-    translator->load(name, Paths::Translations);
+    translator->load(name, SystemPaths::Translations);
     QCoreApplication::installTranslator(translator.get());
     return translator;
 }
@@ -32,7 +32,7 @@ std::unique_ptr<QTranslator> installCatalogue(const QString &name)
 std::unique_ptr<QTranslator> installLocaleCatalogue(const QString &name)
 {
     auto translator = std::make_unique<QTranslator>();
-    translator->load(QLocale(), name, QStringLiteral("-"), Paths::Translations);
+    translator->load(QLocale(), name, QStringLiteral("-"), SystemPaths::Translations);
     QCoreApplication::installTranslator(translator.get());
     return translator;
 }

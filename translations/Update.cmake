@@ -3,12 +3,12 @@
 
 # cmake -DLUPDATE=<program> "-DCATALOGUES=<file>;..." -P Update.cmake, in the folder of the catalogues.
 
-file(GLOB sources ../service/*.cpp ../install/*.cpp ../removal/*.cpp ../qml/*.qml)
+file(GLOB sources ../common/*.cpp ../service/*.cpp ../install/*.cpp ../removal/*.cpp ../qml/*.qml)
 execute_process(
     COMMAND "${LUPDATE}" -silent -locations none -no-obsolete ${sources} -ts ${CATALOGUES}
     COMMAND_ERROR_IS_FATAL ANY)
 
-# lupdate removes the license comment.
+# lupdate drops the comment.
 string(CONCAT licence "<!--\nSPDX-FileCopyrightText: velmora-installationhandler contributors\n"
     "SPDX-License-Identifier: BSD-3-Clause\n-->\n")
 foreach(catalogue IN LISTS CATALOGUES)

@@ -9,9 +9,9 @@ PROPERTY_READERS = {'Get': 'ss', 'GetAll': 's'}
 
 
 class StandInObject(DBusMockObject):
-    """A dbusmock object whose calls come through the gate.
+    """A dbusmock object whose calls come through the gate, which also keeps the log.
 
-    `objects` maps the path of each object that it answers for to that object's one interface.
+    It answers for further objects too, each with one interface, in `objects` by path.
     """
 
     def __init__(self, bus, path, interface, properties):
@@ -19,10 +19,10 @@ class StandInObject(DBusMockObject):
         self.objects = {path: interface}
 
     def log(self, msg):
-        """Does nothing, because the recorder writes the log."""
+        """Nothing: the recorder writes the log."""
 
     def offers(self, call):
-        """Whether the object path, interface, method and signature of a call exist."""
+        """Whether a call has an object path, interface, method and signature that exist."""
         if call.path not in self.objects:
             return False
         if call.interface == PROPERTIES_INTERFACE:

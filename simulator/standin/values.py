@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Conversions of D-Bus values: levels of variants, and text for people."""
+"""D-Bus values: their levels of variants, and how people write them."""
 
 import dbus
 
@@ -16,7 +16,7 @@ def out_of_variant(value):
 
 
 def plain(value):
-    """A value as text for people."""
+    """A value as a person writes it."""
     if isinstance(value, dbus.Boolean):
         return 'true' if value else 'false'
     if isinstance(value, str):

@@ -6,15 +6,14 @@
 #include <QLocale>
 #include <QTranslator>
 
-/** Loads the catalogues of a locale as the service does, the locale's own over the English, for the object's lifetime.
- */
+/** The program speaks a locale's language while the object lives, as the service does: its own over the English. */
 class Catalogues
 {
 public:
     explicit Catalogues(const QLocale &locale = QLocale::c());
     ~Catalogues();
 
-    /** Whether the locale has a catalogue of its own. */
+    /** Whether there is a catalogue of the locale's own. */
     bool hasOwn() const { return m_hasOwn; }
 
 private:

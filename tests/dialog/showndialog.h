@@ -13,46 +13,42 @@
 
 #include <memory>
 
-/** The installed dialog in an engine of its own, shown, with the answers that it gives. */
+/** The installed dialog on screen, in an engine of its own, and the answers that it gives. */
 class ShownDialog
 {
 public:
     /**
-     * texts: the package to show, borrowed; may be null. size: of the window, in pixels.
-     * Aborts the program if the dialog cannot be created or shown.
+     * texts: of the package, borrowed. size: of the window, in pixels.
+     * The program fails unless the dialog can be created and shown.
      */
-    explicit ShownDialog(PackageTexts *texts = PackageTexts::ordinary(), const QSize &size = QSize(540, 960));
+    explicit ShownDialog(PackageTexts *texts, const QSize &size = QSize(540, 960));
 
-    /** Shows the dialog in an engine that has no property for a package. */
-    struct WithoutPackage
-    {
-    };
-    explicit ShownDialog(WithoutPackage withoutPackage);
+    /** In an engine that knows of no package. */
+    ShownDialog();
 
     QQuickWindow *window() const { return m_window.get(); }
 
-    /** Whether the dialog was visible before show() was called. */
+    /** Whether it was on screen before anybody had shown it. */
     bool wasVisibleEarly() const { return m_wasVisibleEarly; }
 
-    /** The item of this id; aborts the program if there is none. */
+    /** The item of this id; fails the program if there is none. */
     QQuickItem *item(const char *id) const;
 
-    /** All visible text items. */
+    /** Every item that shows text and is to be seen. */
     QList<QQuickItem *> texts() const;
 
-    /** The rectangle of an item in the window. */
+    /** Where an item is, in the window. */
     static QRectF place(const QQuickItem *item);
-    QRectF place(const char *id) const { return place(item(id)); }
 
-    /** Waits until the window has been laid out and painted again. */
+    /** Waits until the window has laid out and painted what has changed. */
     void awaitFrame() const;
 
+    /** What is on screen. */
     QImage picture() const;
 
-    /** The numbers of answers: to install, to cancel, and both. */
+    /** How often the user's answer was given: yes and no. */
     int requested() const { return m_requested->count(); }
     int dismissed() const { return m_dismissed->count(); }
-    int answers() const { return requested() + dismissed(); }
 
 private:
     void show(const QSize &size);

@@ -9,7 +9,7 @@ from pathlib import Path
 import pytest
 
 PROJECT = Path(__file__).resolve().parents[2]
-SOURCES = sorted(path for pattern in ('service/*.cpp', 'install/*.cpp', 'removal/*.cpp', 'qml/*.qml')
+SOURCES = sorted(path for pattern in ('common/*.cpp', 'service/*.cpp', 'install/*.cpp', 'removal/*.cpp', 'qml/*.qml')
                  for path in PROJECT.glob(pattern))
 CATALOGUES = sorted((PROJECT / 'translations').glob('*.ts'))
 ENGLISH = PROJECT / 'translations/velmora-installationhandler_eng_en.ts'

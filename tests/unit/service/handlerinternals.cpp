@@ -51,6 +51,10 @@ struct Hooks : Key<QDBusInterface InstallationHandler::*>
 {
     friend Member memberOf(Hooks);
 };
+struct End : Key<void (InstallationHandler::*)()>
+{
+    friend Member memberOf(End);
+};
 
 template struct Open<Count, &InstallationHandler::m_transactionCount>;
 template struct Open<Pending, &InstallationHandler::m_pendingTransactions>;
@@ -60,6 +64,7 @@ template struct Open<LauncherModel, &InstallationHandler::m_launcherModel>;
 template struct Open<DeveloperMode, &InstallationHandler::m_developerMode>;
 template struct Open<PackageManager, &InstallationHandler::m_packageManager>;
 template struct Open<Hooks, &InstallationHandler::m_hooks>;
+template struct Open<End, &InstallationHandler::endTransaction>;
 
 }
 
@@ -106,4 +111,9 @@ const QDBusInterface &HandlerInternals::hooks(InstallationHandler *handler)
 void HandlerInternals::setPackageManagerTimeout(InstallationHandler *handler, int timeout)
 {
     (handler->*memberOf(PackageManager())).setTimeout(timeout);
+}
+
+void HandlerInternals::endTransaction(InstallationHandler *handler)
+{
+    (handler->*memberOf(End()))();
 }

@@ -28,4 +28,7 @@ const QDBusInterface &hooks(InstallationHandler *handler);
 /** The package manager has to answer within so many milliseconds. */
 void setPackageManagerTimeout(InstallationHandler *handler, int timeout);
 
+/** Ends an operation, whether or not one is in flight. */
+void endTransaction(InstallationHandler *handler);
+
 }

@@ -96,7 +96,7 @@ void OperationCountTest::countsWhatNeverEnds()
 
 void OperationCountTest::noticesOneEndTooMany()
 {
-    m_handler->endTransaction();
+    HandlerInternals::endTransaction(m_handler.get());
     QCOMPARE(entries(), QStringList(QStringLiteral("warning: Transaction count out of sync!")));
     QCOMPARE(state(), Idle);
 
@@ -118,7 +118,7 @@ void OperationCountTest::beginsTheIdleTimeAnew()
 
     QElapsedTimer since;
     since.start();
-    m_handler->endTransaction();
+    HandlerInternals::endTransaction(m_handler.get());
     const int remaining = timer->remainingTime();
     QVERIFY(remaining >= IdleTime - since.elapsed() - Rounding);
 }

@@ -9,7 +9,7 @@
  * Files and directories of the system that the service reads. They are fixed:
  * nothing moves them.
  */
-namespace Paths {
+namespace SystemPaths {
 
 /** The translation catalogues. */
 inline const QString Translations = QStringLiteral("/usr/share/translations");

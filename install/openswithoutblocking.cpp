@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "openable.h"
+#include "openswithoutblocking.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

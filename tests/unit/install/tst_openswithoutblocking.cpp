@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "openable.h"
+#include "openswithoutblocking.h"
 #include "processstate.h"
 #include "specialfiles.h"
 
@@ -11,7 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-class TestOpenable : public QObject
+class OpensWithoutBlockingTest : public QObject
 {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ private:
     SpecialFiles m_files;
 };
 
-void TestOpenable::initTestCase()
+void OpensWithoutBlockingTest::initTestCase()
 {
     QFile file(m_files.path(QStringLiteral("file")));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -41,7 +41,7 @@ void TestOpenable::initTestCase()
     QVERIFY(m_files.makeLink(QStringLiteral("link to a terminal"), m_files.terminal()));
 }
 
-void TestOpenable::tellsWhatBlocks_data()
+void OpensWithoutBlockingTest::tellsWhatBlocks_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("opens");
@@ -66,7 +66,7 @@ void TestOpenable::tellsWhatBlocks_data()
     QTest::newRow("URL of a FIFO") << QLatin1String("file://") + m_files.fifo() << true;
 }
 
-void TestOpenable::tellsWhatBlocks()
+void OpensWithoutBlockingTest::tellsWhatBlocks()
 {
     QFETCH(QString, path);
     const QStringList openBefore = openFiles();
@@ -76,7 +76,7 @@ void TestOpenable::tellsWhatBlocks()
     QCOMPARE(openFiles(), openBefore);
 }
 
-void TestOpenable::goesByThePathAlone()
+void OpensWithoutBlockingTest::goesByThePathAlone()
 {
     // "-" is a file like any other, whatever the standard input is.
     const QString before = QDir::currentPath();
@@ -89,7 +89,7 @@ void TestOpenable::goesByThePathAlone()
     QVERIFY(!opens);
 }
 
-void TestOpenable::refusesEvenWithSomebodyAtTheOtherEnd()
+void OpensWithoutBlockingTest::refusesEvenWithSomebodyAtTheOtherEnd()
 {
     const int writer = open(QFile::encodeName(m_files.fifo()).constData(), O_RDWR | O_CLOEXEC);
     QVERIFY(writer >= 0);
@@ -98,7 +98,7 @@ void TestOpenable::refusesEvenWithSomebodyAtTheOtherEnd()
     QVERIFY(!opens);
 }
 
-void TestOpenable::takesNoTerminalForItsOwn()
+void OpensWithoutBlockingTest::takesNoTerminalForItsOwn()
 {
     const QByteArray terminal = m_files.terminal().toUtf8();
     const pid_t child = fork();
@@ -116,6 +116,6 @@ void TestOpenable::takesNoTerminalForItsOwn()
     QCOMPARE(WEXITSTATUS(status), 0);
 }
 
-QTEST_GUILESS_MAIN(TestOpenable)
+QTEST_GUILESS_MAIN(OpensWithoutBlockingTest)
 
-#include "tst_openable.moc"
+#include "tst_openswithoutblocking.moc"
