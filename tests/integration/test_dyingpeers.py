@@ -6,7 +6,6 @@ from dataclasses import dataclass
 from typing import Callable
 
 import pytest
-from support.faulttable import FaultTable, print_lines
 
 REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 ASKED = ('"Unable install package without confirm: The installation is not running in sdk mode. '
@@ -91,14 +90,6 @@ CASES = [(method, fault) for method in PEERS for fault in FAULTS
          if (method, fault) != ('Notify', 'dies after its answer')]
 
 
-@pytest.fixture(scope='module')
-def table(request):
-    """What came of each fault, shown when all have been tried."""
-    rows = FaultTable('call', 'fault', 'what the caller sees', 'the next request')
-    yield rows
-    print_lines(request.config, rows.lines())
-
-
 @pytest.fixture
 def peer(request, standins, system_bus, session_bus):
     """The peer at fault, not started."""
@@ -106,9 +97,9 @@ def peer(request, standins, system_bus, session_bus):
 
 
 @pytest.mark.parametrize('peer, fault', CASES, indirect=['peer'])
-def test_fault(peer, standins, program, client, signals, dialog, device, table, fault):
+def test_fault(peer, standins, program, client, signals, dialog, device, installation_table, fault):
     what = FAULTS[fault]
-    row = table.begin(peer.method, fault)
+    row = installation_table.begin(peer.method, fault)
     dialog.use('Confirming')
     if peer.method == 'Notify':
         device.set_policy(REFUSING_POLICY)

@@ -2,21 +2,21 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The device's translation catalogues."""
 
-import shutil
 import subprocess
 from pathlib import Path
-from xml.sax.saxutils import quoteattr, escape
+from xml.sax.saxutils import escape, quoteattr
+
+from .devicestate import KeptFolder
 
 FOLDER = Path('/usr/share/translations')
 
 
-class Catalogues:
+class Catalogues(KeptFolder):
     """Adds catalogues to the installed ones, and takes catalogues away."""
 
     def __init__(self, work, kept_copy):
+        super().__init__(FOLDER, kept_copy)
         self._work = work
-        self._kept_copy = kept_copy
-        shutil.copytree(FOLDER, kept_copy)
 
     def install(self, name, texts):
         """Compiles a catalogue, "zarn-de", of texts by their identifiers, and installs it in place of any other."""
@@ -31,8 +31,3 @@ class Catalogues:
         """Leaves none at all."""
         for catalogue in FOLDER.iterdir():
             catalogue.unlink()
-
-    def restore(self):
-        """Puts the installed ones back."""
-        shutil.rmtree(FOLDER)
-        shutil.copytree(self._kept_copy, FOLDER)

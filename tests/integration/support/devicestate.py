@@ -16,6 +16,21 @@ def is_device():
     return INIT in Path('/proc/1/cmdline').read_text(encoding='utf-8')
 
 
+class KeptFolder:
+    """A folder of the device that a test changes, and that gets its contents back."""
+
+    def __init__(self, folder, copy):
+        self._folder = folder
+        self._copy = copy
+        shutil.copytree(folder, copy)
+
+    def restore(self):
+        """Puts the contents back. The folder itself may be a mount point."""
+        for entry in self._folder.iterdir():
+            entry.unlink()
+        shutil.copytree(self._copy, self._folder, dirs_exist_ok=True)
+
+
 class DeviceState:
     """The device's policy, emulator marker, HOME and installed packages."""
 

@@ -6,13 +6,15 @@ import json
 import shutil
 from pathlib import Path
 
+from .devicestate import KeptFolder
+
 INSTALLED_FOLDER = Path('/usr/share/velmora-installationhandler')
 INSTALLED_DIALOG = INSTALLED_FOLDER / 'SideloadDialog.qml'
 VARIANTS = Path(__file__).resolve().parent.parent / 'dialogs'
 COMMANDS = Path('/run/test-dialog-commands')
 
 
-class Dialog:
+class Dialog(KeptFolder):
     """Chooses the dialog of a test, and answers it.
 
     Without a choice it is the installed one. The dialogs of a service process are numbered from 1, in the
@@ -20,10 +22,9 @@ class Dialog:
     """
 
     def __init__(self, service, kept_copy):
+        super().__init__(INSTALLED_FOLDER, kept_copy)
         self._service = service
-        self._kept_copy = kept_copy
         self._commands = 0
-        shutil.copytree(INSTALLED_FOLDER, kept_copy)
         shutil.rmtree(COMMANDS, ignore_errors=True)
         COMMANDS.mkdir()
 
@@ -46,8 +47,3 @@ class Dialog:
         """Lets a "controlled" dialog emit signals at once, one after the other: "requestInstall", "dismissed"."""
         self._commands += 1
         (COMMANDS / f'{number}-{self._commands}-{"-".join(signals)}').touch()
-
-    def restore(self):
-        """Puts the installed dialog back."""
-        shutil.rmtree(INSTALLED_FOLDER)
-        shutil.copytree(self._kept_copy, INSTALLED_FOLDER)

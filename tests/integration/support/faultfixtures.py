@@ -6,11 +6,8 @@ import pytest
 from packages import build_package
 
 from .busfaults import BusFaults
-from .faulttable import removal_table
 from .removalfaults import RemovalFaults
 from .removalscene import RemovalScene
-
-__all__ = ['app_package', 'make_bus_faults', 'removal_scene', 'removal_table', 'try_faults']
 
 
 @pytest.fixture(scope='module')

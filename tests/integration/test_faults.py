@@ -1,0 +1,206 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Peers and buses that are absent, return, die, hang or answer nonsense in removals of every kind."""
+
+import os
+
+import pytest
+from harness.client import INTERFACE, PATH
+from standin.remoteerror import RemoteError
+from support.faulttable import written
+from support.removalfaults import CALL_FAULTS, CRASH, NO_REPLY
+from support.removalrequests import (ALL, ANDROID_LAUNCHER, DELETED, MANAGED_LAUNCHER, MANAGED_PACKAGE, NATIVE_LAUNCHER,
+                                     NATIVE_PACKAGE, OWN_LAUNCHER, REMOVED, SDK_MODE, SEARCHED_IN_VAIN, End)
+
+pytestmark = pytest.mark.side_by_side(2 * os.cpu_count())
+
+UNKNOWN_OWNER = End(log='Error on resolving desktop file owner')
+HOOK_FAILED = End(log="Failed to call ZARN hook 'OnRemove'")
+ANDROID_FAILED = End(log='failed to remove android app:')
+NO_PACKAGE_KIT = 'The name org.freedesktop.PackageKit was not provided by any .service files'
+WRONG_TYPE = 'Unexpected reply signature: got "a{sv}", expected "o"'
+
+
+def without_manager(end):
+    """The end of all that happens because the answer of the package manager is missing."""
+    return {('any', 'absent'): end, **{('GetPackage', fault): end for fault in CALL_FAULTS},
+            ('Remove', 'dies'): End(((False, NO_REPLY),))}
+
+
+def reported_twice(text):
+    """Of a request that never began the library reports both the error and the end. Known behaviour 25."""
+    return End(((False, text), *REMOVED), DELETED)
+
+
+# The ends that differ from the usual one, by kind of removal, peer, call and fault. PackageKit receives the names that the
+# package manager does not know, and is asked for the owners of launchers.
+ENDS = {
+    (MANAGED_PACKAGE.name, 'package-manager'): without_manager(End(REMOVED, DELETED)),
+    (MANAGED_LAUNCHER.name, 'package-manager'): without_manager(SEARCHED_IN_VAIN),
+    (SDK_MODE.name, 'package-manager'): without_manager(End(REMOVED, DELETED)),
+    (NATIVE_PACKAGE.name, 'package-kit'): {
+        ('any', 'absent'): reported_twice(NO_PACKAGE_KIT),
+        ('CreateTransaction', 'dies'): reported_twice(NO_REPLY),
+        ('CreateTransaction', 'wrong type'): reported_twice(WRONG_TYPE),
+        ('Resolve', 'dies'): CRASH,
+        ('RemovePackages', 'dies'): CRASH,
+        # Neither an error nor an end ever comes. Known behaviour 31.
+        ('Resolve', 'wrong type'): End(call='Resolve'),
+        ('RemovePackages', 'wrong type'): End(call='RemovePackages'),
+    },
+    (NATIVE_LAUNCHER.name, 'package-kit'): {
+        ('any', 'absent'): UNKNOWN_OWNER,
+        ('CreateTransaction', 'dies'): UNKNOWN_OWNER,
+        ('CreateTransaction', 'wrong type'): UNKNOWN_OWNER,
+        ('SearchFiles', 'dies'): UNKNOWN_OWNER,
+        # It has searched too late for what was planned, and knows nothing.
+        ('SearchFiles', 'hangs'): SEARCHED_IN_VAIN,
+        ('Resolve', 'dies'): CRASH,
+        ('RemovePackages', 'dies'): CRASH,
+        # Neither an error nor an end ever comes. Known behaviour 31.
+        ('SearchFiles', 'wrong type'): SEARCHED_IN_VAIN,
+        ('Resolve', 'wrong type'): End(call='Resolve'),
+        ('RemovePackages', 'wrong type'): End(call='RemovePackages'),
+    },
+    (OWN_LAUNCHER.name, 'runtime-manager'): {('any', 'absent'): HOOK_FAILED, ('OnRemove', 'dies'): HOOK_FAILED},
+    # The search never ends. Known behaviour 31.
+    (ANDROID_LAUNCHER.name, 'package-kit'): {('SearchFiles', 'wrong type'): SEARCHED_IN_VAIN},
+    (ANDROID_LAUNCHER.name, 'android-support'): {
+        ('any', 'absent'): ANDROID_FAILED,
+        ('removeFile', 'dies'): ANDROID_FAILED,
+        ('removeFile', 'wrong type'): ANDROID_FAILED,
+    },
+}
+
+# The ends of removals at a system bus that is lost, and at one that never was there. Known behaviour 42.
+LOST_BUS = {
+    OWN_LAUNCHER.name: HOOK_FAILED,
+    ANDROID_LAUNCHER.name: ANDROID_FAILED,
+}
+ABSENT_BUS = {**LOST_BUS, MANAGED_LAUNCHER.name: UNKNOWN_OWNER, NATIVE_LAUNCHER.name: UNKNOWN_OWNER}
+
+
+@pytest.mark.parametrize('request_, peer', [(request, peer) for request in ALL for peer in request.peers()],
+                         ids=lambda value: getattr(value, 'name', value))
+def test_peer(try_faults, request_, peer):
+    try_faults(request_, peer, ENDS.get((request_.name, peer), {}))
+
+
+@pytest.mark.parametrize('request_', ALL, ids=lambda request: request.name)
+def test_system_bus(make_bus_faults, removal_table, request_):
+    faults = make_bus_faults(request_)
+    faults.start_service()
+    scene = faults.scene
+
+    def check(fault, end):
+        row = removal_table.begin(request_.name, 'system bus', request_.last if fault == 'dies' else 'any', fault)
+        outcomes = scene.wait_end(end)
+        assert outcomes == end.outcomes, row
+        row.append(written(outcomes))
+        return row
+
+    scene.expect(request_.usual)
+    faults.stop('system')
+    request_.ask(scene)
+    assert scene.outcomes() == ()
+    faults.resume('system')
+    check('hangs', request_.usual).append(scene.repeat())
+
+    end = LOST_BUS.get(request_.name, End(((False, 'Not connected to D-Bus server'),)))
+    faults.ask_and_hold(end)
+    faults.kill('system')
+    died = check('dies', end)
+
+    # This service has lost its bus for good. To one that never had it things look a little different.
+    faults.service.kill()
+    faults.start_service()
+    scene.set_up_files()
+    end = ABSENT_BUS.get(request_.name, End(((False, 'Not connected to the system bus'),)))
+    scene.ask(end).wait()
+    absent = check('absent', end)
+
+    faults.start_anew()
+    scene.set_up()
+    scene.ask(request_.usual).wait()
+    returned = check('returns', request_.usual)
+    following = scene.repeat()
+    for row in (died, absent, returned):
+        row.append(following)
+
+
+@pytest.mark.parametrize('request_', ALL, ids=lambda request: request.name)
+def test_session_bus(make_bus_faults, removal_table, request_):
+    """The removal goes on whatever becomes of the bus of the caller, who is told as long as there is one. The service
+    does not look for another bus: the next one has a service of its own."""
+    faults = make_bus_faults(request_)
+    faults.start_service()
+    scene = faults.scene
+    usual = request_.usual
+
+    def begin(fault):
+        return removal_table.begin(request_.name, 'session bus', 'any' if fault == 'returns' else request_.last, fault)
+
+    row = begin('hangs')
+    peer = faults.ask_and_hold(usual)
+    faults.stop('session')
+    peer.release(request_.last)
+    assert scene.outcomes() == ()
+    faults.resume('session')
+    outcomes = scene.wait_end(usual)
+    assert outcomes == usual.outcomes
+    row += [written(outcomes), scene.repeat()]
+
+    died = begin('dies')
+    peer = faults.ask_and_hold(usual)
+    faults.kill('session')
+    peer.release(request_.last)
+    if usual.outcomes:
+        scene.wait_log('Uninstalled "app"')
+    if request_ in (NATIVE_PACKAGE, NATIVE_LAUNCHER):
+        scene.wait_log(usual.log)
+    faults.wait_settled()
+    assert faults.service.alive
+    died.append(written(scene.outcomes()))
+
+    faults.start_anew()
+    returned = begin('returns')
+    returned += [scene.repeat(), scene.repeat()]
+    died.append(returned[-1])
+
+
+def test_absent_session_bus(make_bus_faults, removal_table):
+    """Nobody can ask for anything."""
+    faults = make_bus_faults(ALL[0])
+    row = removal_table.begin('any', 'session bus', 'any', 'absent')
+    faults.kill('session')
+
+    service = faults.launch_service()
+
+    assert service.wait_exit() == 1
+    assert service.log() == ['warning default: Could not connect to session bus.']
+    row.append('no service')
+    faults.start_anew()
+    row.append(faults.scene.repeat())
+
+
+def test_wrong_type_of_session_bus(system_bus, program, scripted_bus, removal_table):
+    """All that the service asks the bus is who the caller of a removal by launcher is."""
+    row = removal_table.begin('any launcher', 'session bus', 'process of the caller', 'wrong type')
+    program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': scripted_bus.address})
+    scripted_bus.wait_name_request()
+    scripted_bus.grant_name()
+
+    def ask():
+        return scripted_bus.start_call(PATH, INTERFACE, 'removePackageByDesktopFile', '(s)', '/absent.desktop').wait()
+
+    scripted_bus.answers['GetConnectionUnixProcessID'] = '(s)', str(os.getpid())
+    with pytest.raises(RemoteError) as refusal:
+        ask()
+    assert (refusal.value.name, refusal.value.message) == \
+        ('org.freedesktop.DBus.Error.AccessDenied', 'PID 0 is not in privileged group')
+    row.append(refusal.value.message)
+
+    scripted_bus.answers['GetConnectionUnixProcessID'] = '(u)', os.getpid()
+    assert ask() == ()
+    program.wait_for_log('bad desktop file: "/absent.desktop"')
+    row.append('allowed')
