@@ -16,7 +16,7 @@ from harness.standins import SIMULATOR
 
 
 class Device:
-    """The display is that of the person who watches, where there is one; else one in memory, which nobody can tap."""
+    """The display is that of the person who starts the demo, if there is one, and else one in memory."""
 
     def __init__(self):
         self.processes = Processes()
@@ -28,7 +28,7 @@ class Device:
         self.screen = None
 
     def open_display(self):
-        """Opens the display, which the installation handler finds in its environment when the bus starts it."""
+        """Opens the display and puts it into the environment of the services that the bus starts."""
         if 'DISPLAY' in os.environ:
             try:
                 self.screen = Screen(self.processes, os.environ['DISPLAY'])
@@ -40,13 +40,13 @@ class Device:
         self._session_bus.ask('UpdateActivationEnvironment', '(a{ss})', self.environment())
 
     def environment(self):
-        """The variables that a program needs to appear on the display, without graphics hardware."""
+        """The environment variables of a program that shows windows on the display, without graphics hardware."""
         names = ('XAUTHORITY', 'QT_X11_NO_MITSHM')
         return {**{name: os.environ[name] for name in names if name in os.environ}, **self.screen.environment(),
                 'QT_QUICK_BACKEND': 'software'}
 
     def start_standins(self):
-        """Returns when all stand-ins of the platform services can be called."""
+        """Starts the stand-ins of the platform services, and waits until all of them can be called."""
         process = self.processes.start('stand-ins', [SIMULATOR / 'start-all'], log='/var/log/simulator.log')
         self.processes.wait_line(process, 'ready all'.__eq__, 'start of the stand-ins')
 
@@ -62,5 +62,5 @@ class Device:
         return messages
 
     def read_output(self):
-        """Keeps reading the output of all programs while the demo itself waits for something else."""
+        """Reads the output of all programs in a thread, while the demo itself waits for a shell."""
         Thread(target=GLib.MainLoop().run, daemon=True).start()

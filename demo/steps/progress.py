@@ -1,18 +1,24 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Tells the watcher what happens, while it happens."""
+"""Prints the progress of the demo."""
 
 import time
 from contextlib import contextmanager
 
+from harness.processes import WaitFailed
+from standin.remoteerror import RemoteError
+
 
 class Failure(Exception):
-    """Something that should have happened did not; the text says what, in plain words."""
+    """A step of the demo has failed; the text says how, in plain words."""
+
+
+FAILURES = (Failure, WaitFailed, RemoteError)
 
 
 @contextmanager
 def step(text):
-    """One step of the demo: its text first, and how it went when it is over. Gives a function that shows it goes on."""
+    """Prints the text of a step, and its outcome and duration at the end. Yields a function that prints a dot."""
     print(f'{text} ...', end='', flush=True)
     begin = time.monotonic()
     try:
@@ -24,5 +30,5 @@ def step(text):
 
 
 def detail(text):
-    """A fact that the step before has brought to light."""
+    """Prints a fact about the step before."""
     print(f'    {text}', flush=True)

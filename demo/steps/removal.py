@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Removals by launcher, one through each back end."""
+"""Removals by launcher, one by each back end."""
 
 import json
 from dataclasses import dataclass
@@ -20,7 +20,7 @@ METHODS_OF_PACKAGE_KIT = ('Resolve', 'SearchFiles', 'RemovePackages')
 
 @dataclass(frozen=True)
 class Removal:
-    """A launcher, by whom its application is removed, and the messages on the buses that show it."""
+    """A launcher, the back end that removes its application, and the bus messages that show it."""
 
     launcher: Path
     back_end: str
@@ -29,34 +29,36 @@ class Removal:
 
 
 REMOVALS = (
-    Removal(HELLO_LAUNCHER, 'the package manager removes the application',
+    Removal(HELLO_LAUNCHER, 'the package manager',
             ('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished', 'removalFinished'), HELLO),
-    Removal(NOTES_LAUNCHER, 'PackageKit removes the RPM package',
-            ('SearchFiles', 'updatingStarted', 'Resolve', 'RemovePackages', 'updatingFinished', 'removalFinished'), NOTES),
-    Removal(OWN_LAUNCHER, "the service deletes the user's own launcher", ('OnRemove',)),
-    Removal(ANDROID_LAUNCHER, 'Android support removes the application', ('SearchFiles', 'removeFile')),
+    Removal(NOTES_LAUNCHER, 'PackageKit',
+            ('SearchFiles', 'updatingStarted', 'Resolve', 'RemovePackages', 'updatingFinished', 'removalFinished'),
+            NOTES),
+    Removal(OWN_LAUNCHER, 'the service itself', ('OnRemove',)),
+    Removal(ANDROID_LAUNCHER, 'Android support', ('SearchFiles', 'removeFile')),
 )
 
 
 def show_removals(device):
-    """Removes one application after the other; the messages on the buses, and what is left."""
+    """Removes one application after the other, and shows the bus messages and the files that are left."""
     messages = device.monitor_buses()
     for removal in REMOVALS:
         if not removal.launcher.is_file():
             raise Failure(f'there is no launcher {removal.launcher}')
         messages.clear()
-        with step(f'Removing by {removal.launcher.name}; {removal.back_end}'):
+        with step(f'Removing the application of {removal.launcher.name}; {removal.back_end} does it'):
             device.client.remove_launcher(removal.launcher)
             device.processes.wait_until(
                 lambda: not set(removal.messages) - {message.member for message in messages},
                 f'{", ".join(removal.messages)} on the buses')
-            # The service answers when it has heard of the end itself.
+            # The service answers after it has handled the end of the removal.
             device.client.introspect()
         show_messages([message for message in messages if message.interface in INTERFACES
                        or (message.interface == PACKAGE_KIT and message.member in METHODS_OF_PACKAGE_KIT)])
-        check_disk(removal)
-    if installed_packages() != [CLOCK]:
-        raise Failure(f'RPM should know {CLOCK} alone, but knows {installed_packages()}')
+        check_files(removal, installed_packages(device.processes))
+    left = installed_packages(device.processes)
+    if left != [CLOCK]:
+        raise Failure(f'only {CLOCK} should be installed, but the packages are {left}')
 
 
 def show_messages(messages):
@@ -66,13 +68,13 @@ def show_messages(messages):
             raise Failure('the application was not removed')
 
 
-def check_disk(removal):
-    """Shows what is left."""
-    packages = installed_packages()
+def check_files(removal, packages):
+    """Checks that the application is gone, and shows the launchers and packages that are left."""
     if removal.launcher.exists():
         raise Failure(f'{removal.launcher} is still there')
     if removal.package and (removal.package in packages or Path('/usr/bin', removal.package).exists()):
         raise Failure(f'{removal.package} is still installed')
-    detail(f'gone: {removal.launcher}')
-    detail(f'left there: {", ".join(sorted(path.name for path in removal.launcher.parent.iterdir())) or "nothing"}')
-    detail(f'left in the RPM database: {", ".join(packages)}')
+    folder = removal.launcher.parent
+    detail(f'removed: {removal.launcher}')
+    detail(f'launchers left in {folder}: {", ".join(sorted(path.name for path in folder.iterdir())) or "none"}')
+    detail(f'RPM packages left: {", ".join(packages)}')
