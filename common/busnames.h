@@ -5,9 +5,7 @@
 
 #include <QString>
 
-/**
- * Names on the buses: of this service and of the peers that it calls.
- */
+/** Bus names, object paths and interfaces of this service and of its peers. */
 namespace BusNames {
 
 /** This service, on the session bus. */

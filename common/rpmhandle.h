@@ -13,7 +13,7 @@
 #include <memory>
 #include <type_traits>
 
-/** Releases librpm's handles, each in librpm's own way. */
+/** Deleters of librpm's handles. */
 struct RpmRelease
 {
     void operator()(FD_t file) const { Fclose(file); }

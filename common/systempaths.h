@@ -6,8 +6,8 @@
 #include <QString>
 
 /**
- * Files and directories of the system that the service reads. They are fixed:
- * nothing moves them.
+ * Files and directories of the system that the service reads. No option or
+ * environment variable changes them.
  */
 namespace SystemPaths {
 

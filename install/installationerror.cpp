@@ -22,7 +22,7 @@ QString InstallationError::describe(const QString &errorName)
     const QString code = errorCode(errorName);
     const QByteArray id = "zarn_installation_error_desc_" + code.toUtf8();
     const QString description = qtTrId(id.constData(), -1);
-    // One after the other, and from %2 on: a description may hold a %1 of its
-    // own, which then receives the code.
+    // Two calls, and no %1 in the pattern: a %1 in the description receives the
+    // code (Known behaviour 66).
     return QStringLiteral("%2 (code: %3)").arg(description).arg(code); // clazy:exclude=qstring-arg
 }

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/** What the user is told about an installation that the package manager refused. */
+/** Texts for the user about installations that the package manager refused. */
 namespace InstallationError {
 
 /**

@@ -61,7 +61,7 @@ void InstallPackageTransaction::start()
     processNextFile();
 }
 
-// Tells the user that the policy forbids it; the caller gets the same text.
+// Returns the text of the notification, which the caller of the service gets too.
 QString InstallPackageTransaction::notifyDisallowed()
 {
     Notification notification;
@@ -84,14 +84,13 @@ void InstallPackageTransaction::processNextFile()
         return;
     }
 
-    // A file that cannot be read is not refused here: the package manager is
-    // the one to judge it.
+    // The package manager decides about a file that cannot be read (Known behaviour 43).
     m_rpmInfo.readPackage(m_files.takeFirst());
 
     if (isSilentInstallationAllowed() || QFile::exists(SystemPaths::EmulatorMarker)) {
         installCurrentRpm();
     } else if (!m_view) {
-        // The end of the road is intended: nobody may install unasked.
+        // The transaction stops here for good, since nobody can be asked.
         qWarning() << "Unable to show the confirmation dialog";
         m_success = false;
     } else {
@@ -157,8 +156,8 @@ void InstallPackageTransaction::handleInstallCancelled()
     processNextFile();
 }
 
-// The description says what went wrong; the package's name and the package
-// manager's own message, meant for developers, take no part in it.
+// Users get a translated description. The package manager's own message is meant
+// for developers.
 void InstallPackageTransaction::appendInstallationError(const QString &packageName, const QString &errorName,
                                                         const QString &errorMessage)
 {

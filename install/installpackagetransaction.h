@@ -13,16 +13,18 @@ class QDBusPendingCallWatcher;
 
 /**
  * Installs package files one after the other: reads the header, asks the user
- * where the device wants that, hands the file to the package manager, and
- * gathers the failures. Never finishes when it has to ask and has no view, when
- * the dialog cannot be loaded, or when it has no package manager.
+ * unless the installation is silent, hands the file to the package manager, and
+ * gathers the failures.
+ *
+ * It never finishes if it has to ask and has no view or no dialog (Known
+ * behaviour 52), or if it has no package manager.
  */
 class InstallPackageTransaction : public InstallTransaction
 {
     Q_OBJECT
 
 public:
-    /** files: local paths, taken from the front; sdkMode: may go without asking. */
+    /** files: local paths. sdkMode: install without asking where developer mode allows it. */
     InstallPackageTransaction(const QStringList &files, bool sdkMode);
 
     /** The proxies are borrowed and outlive the transaction. */
@@ -33,7 +35,7 @@ public:
     void start() override;
 
 Q_SIGNALS:
-    /** Part of the interface, never emitted: the view tells when it asks. */
+    /** Never emitted. TransactionView::needConfirm() says that the user is asked. */
     void needShowConfirm();
 
 private Q_SLOTS:

@@ -10,14 +10,14 @@
 class InstallPackageTransaction;
 class TransactionView;
 
-// moc registers the signal's argument for queued use only if it knows the type.
+// moc registers the type of a signal's argument only if it knows the type.
 Q_DECLARE_OPAQUE_POINTER(InstallPackageTransaction *)
 Q_DECLARE_METATYPE(InstallPackageTransaction *)
 
 /**
- * One installation request in progress. Whoever creates it owns it, attaches
- * the dialog controller, starts it once, and releases it after
- * transactionFinished, which comes at most once and possibly inside start().
+ * One installation request in progress. Its creator owns it, attaches the dialog
+ * controller, starts it once, and releases it after transactionFinished(). This
+ * signal comes at most once, and may come inside start().
  */
 class InstallTransaction : public QObject
 {
@@ -31,9 +31,9 @@ public:
 
 Q_SIGNALS:
     /**
-     * success is true exactly when nothing failed. errorString has one line for
-     * each failed file; a refusal by the policy, or by the user for all files up
-     * to then, is one line for all of them.
+     * The request has ended. success is true exactly when nothing failed. errorString
+     * has one line for each failed file. A refusal by the policy is one line for all
+     * files, and a refusal by the user one line for all files up to then.
      */
     void transactionFinished(bool success, const QString &errorString, InstallPackageTransaction *transaction);
 };

@@ -18,7 +18,7 @@
 
 namespace {
 
-// An unknown or untrusted key does not keep a header from being read.
+// A header can be read although its key is unknown or untrusted.
 bool isReadable(rpmRC result)
 {
     return result == RPMRC_OK || result == RPMRC_NOTTRUSTED || result == RPMRC_NOKEY;

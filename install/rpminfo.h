@@ -8,8 +8,8 @@
 #include <QVariant>
 
 /**
- * The header of one RPM package file, as far as this service needs it, readable
- * from QML. Filled by readPackage(), again and again if need be; the change
+ * The header values of one RPM package file that this service needs, readable
+ * from QML. One object can read several files one after the other. The change
  * signals are never emitted, since the object is filled before it is published.
  */
 class RpmInfo : public QObject
@@ -24,14 +24,14 @@ public:
     RpmInfo();
 
     /**
-     * Reads the header of the file at path, blocking; verifies the signature too
-     * where the file has a header-and-payload signature, which reads all of it.
-     * After a failed read isValid() is false and name, version and summary are
-     * still those of the file before.
+     * Reads the header of the file at path, and blocks meanwhile. If the file has a
+     * header-and-payload signature, the signature is verified, which reads the whole
+     * file. After a failed read isValid() is false, and name, version and summary
+     * are those of the previous file (Known behaviour 44).
      */
     void readPackage(const QString &path);
 
-    /** Whether the last read got through the header. */
+    /** Whether the last read has read the whole header. */
     bool isValid() const;
 
     /** Whether the last file has a header-and-payload signature that verified. */

@@ -20,18 +20,18 @@
 
 namespace {
 
-// How long MCE keeps the display on for the dialog, and how long it may be
-// prolonged by input, in milliseconds.
+// MCE keeps the display on for this long, and prolongs it by this long after
+// input; in milliseconds.
 constexpr qint32 DisplayOnDuration = 30000;
 constexpr qint32 DisplayOnRenewal = 30000;
 
-// How long the display lingers after the dialog has gone. MCE receives a
+// The display stays on for this long after the dialog has gone. MCE receives a
 // thousand times the number: Known behaviour 62.
 constexpr qint32 LingerConfirmed = 3000;
 constexpr qint32 LingerDismissed = 1000;
 constexpr qint32 LingerDisplayOff = 0;
 
-// What MCE answers is of no importance: the dialog works without it.
+// The answer is ignored, since the dialog works without MCE.
 template<typename... Arguments>
 void requestMce(const QString &method, Arguments... arguments)
 {
@@ -40,8 +40,8 @@ void requestMce(const QString &method, Arguments... arguments)
     mce.call(QDBus::Block, method, arguments...);
 }
 
-// QQmlComponent cannot load anything without an engine, and crashes on trying:
-// an empty component, which is never ready, stands for that.
+// QQmlComponent crashes when it loads a file without an engine. An empty
+// component, which is never ready, takes its place then.
 std::unique_ptr<QQmlComponent> createComponent(QQmlEngine *engine, const QUrl &url)
 {
     return engine ? std::make_unique<QQmlComponent>(engine, url, nullptr) : std::make_unique<QQmlComponent>();
@@ -107,10 +107,10 @@ void TransactionView::showDialog(const QString &qmlFile)
         qWarning() << "Failed to cast component to window" << component->errors();
         return;
     }
-    // Each showing has a component of its own, which goes with its window.
+    // The component lives as long as its window.
     component.release()->setParent(m_window);
 
-    // Signals that QML declares have no pointer to a member.
+    // A signal that QML declares has no pointer to a member.
     connect(m_window, SIGNAL(requestInstall()), this, SLOT(handleInstallationConfirmed()));
     connect(m_window, SIGNAL(dismissed()), this, SLOT(handleDialogDismissed()));
     beginDisplayNotification();
@@ -146,8 +146,8 @@ void TransactionView::displayStateChanged()
     }
 }
 
-// The window is gone before anybody hears of the refusal: the next file's
-// dialog may be shown in answer to it.
+// The window goes before the signal, since a receiver may show the dialog of the
+// next file.
 void TransactionView::cancel(qint32 linger)
 {
     endDisplayNotification(linger);

@@ -17,9 +17,9 @@ class RpmInfo;
  * installed, and keeps the display on meanwhile (MCE, system bus). The display
  * going off counts as a refusal.
  *
- * After showConfirmation() one of installationConfirmed() and
- * installationCancelled() follows, unless the dialog cannot be loaded: then a
- * warning is logged and nothing follows.
+ * Each showConfirmation() is followed by installationConfirmed() or
+ * installationCancelled(). If the dialog cannot be loaded, a warning is logged and
+ * no signal follows (Known behaviour 52).
  */
 class TransactionView : public QObject
 {
@@ -40,7 +40,7 @@ public:
     /** Takes the dialog away without an answer. */
     void closeWindow();
 
-    /** Shows the dialog for info, which is borrowed until the answer and seen by QML as "rpmInfo". */
+    /** Shows the dialog. QML sees info, which is borrowed until the answer, as "rpmInfo". */
     void showConfirmation(RpmInfo *info);
 
 Q_SIGNALS:

@@ -82,7 +82,7 @@ void DesktopFileRemoval::handleOwnerPackageFound(const QString &package)
     m_packageRemoval->removePackages({package}, false);
 }
 
-// The daemon finds the application by its launcher; the package file served the search only.
+// The daemon finds the application by its launcher. The package file only served the search.
 void DesktopFileRemoval::handleOwnerApkFound(const QString &desktopFile, const QString &apk)
 {
     Q_UNUSED(apk)

@@ -9,10 +9,10 @@
 #include <QString>
 
 /**
- * Finds out who owns a launcher file: native packages, by PackageKit's file
- * search, or an Android application, by the launcher's own "X-zindro-apkfile"
- * key. Starts when it is created and deletes itself when the search has ended.
- * Finding nobody is not reported.
+ * Finds the owner of a launcher file. Native packages are found by PackageKit's
+ * file search, an Android application by the key "X-zindro-apkfile" of the
+ * launcher. The search starts at construction, and the object deletes itself when
+ * the search has ended. No signal says that there is no owner.
  */
 class DesktopOwnerResolver : public QObject
 {
@@ -23,10 +23,10 @@ public:
     explicit DesktopOwnerResolver(const QString &desktopFile, QObject *parent = nullptr);
 
 Q_SIGNALS:
-    /** A native package owns the launcher, or the Android package that it starts; once for each such package. */
+    /** A native package owns the launcher, or the launcher's Android package file; once for each such package. */
     void ownerPackageFound(const QString &package);
 
-    /** No native package does, and the launcher starts an Android application; at most once, at the end. */
+    /** No native package owns either, and the launcher has an Android package file; at most once, at the end. */
     void ownerApkFound(const QString &desktopFile, const QString &apk);
 
 private Q_SLOTS:

@@ -73,7 +73,7 @@ void PackageRemoval::removeViaRpm(const QString &name)
     emit started();
 }
 
-// The home screen marks the launcher. The removal goes on whether it could or not.
+// The answer is ignored: a removal does not depend on the home screen.
 void PackageRemoval::announceUpdate(const QString &name, const QString &desktopFile)
 {
     m_launcherModel->call(QDBus::Block, QStringLiteral("updatingStarted"), name, QString(), QString(), desktopFile);

@@ -9,9 +9,9 @@
 namespace Package {
 
 /**
- * A removal of installed packages. It owns itself: create it with new, connect,
- * start() it, and never delete it. It reports failure() or success(), then
- * finished(), and is deleted afterwards.
+ * A removal of installed packages, which owns itself: create it with new, connect
+ * to its signals, start() it, and never delete it. It reports failure() or
+ * success(), then finished(), and deletes itself.
  */
 class Transaction : public QObject
 {
@@ -22,17 +22,17 @@ public:
 
     virtual void start() = 0;
 
-    /** Reports failure("cancelled") and ends; what the back end is doing goes on. */
+    /** Reports failure("cancelled") and ends. The back end is not stopped. */
     virtual void cancel();
 
-    /** Whether cancel() would stop what the back end is doing; false unless a kind of transaction can. */
+    /** Whether cancel() would stop the back end, which no transaction of this kind can. */
     virtual bool canCancel();
 
 Q_SIGNALS:
-    /** How far the removal is, in the back end's own percentage. */
+    /** The progress of the removal; value is the back end's percentage, unchanged. */
     void progress(int value);
 
-    /** details: the back end's text. */
+    /** The removal has failed; details is the back end's text. */
     void failure(const QString &details);
 
     /** The packages are gone, or were not there. */

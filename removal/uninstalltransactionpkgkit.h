@@ -12,19 +12,19 @@
 namespace Package {
 
 /**
- * Removes packages by name through PackageKit: resolves the names among the
- * installed packages, then removes what was found, never with dependants.
- * Names that are not installed count as removed.
+ * Removes packages by name through PackageKit. It resolves the names among the
+ * installed packages and then removes the packages found, without dependants.
+ * A name that is not installed counts as removed.
  *
- * Reports nothing at all when the removal ends unsuccessfully without an error,
- * and twice when PackageKit goes on after an error: Known behaviour 20, 25, 28.
+ * Nothing is reported if the removal ends unsuccessfully without an error, and
+ * two ends if PackageKit goes on after an error: Known behaviour 20, 25, 28.
  */
 class UninstallTransactionPkgKit : public Transaction
 {
     Q_OBJECT
 
 public:
-    /** autoremove: remove what only these packages needed, too. */
+    /** autoremove: also remove packages that only these packages needed. */
     UninstallTransactionPkgKit(const QStringList &packageNames, bool autoremove);
     ~UninstallTransactionPkgKit() override;
 

@@ -17,7 +17,7 @@ bool CallerCheck::isPrivileged(const QDBusContext &context)
     if (process.group() == QLatin1String("privileged") || process.owner() == QLatin1String("root")) {
         return true;
     }
-    // The text speaks of the group whichever of the two was missed.
+    // The text names the group only, although the user was looked at too (Known behaviour 12).
     context.sendErrorReply(QDBusError::AccessDenied, QStringLiteral("PID %1 is not in privileged group").arg(pid));
     return false;
 }

@@ -5,15 +5,17 @@
 
 class QDBusContext;
 
-/** Who may call what. */
+/** The check of the rights of a D-Bus caller. */
 namespace CallerCheck {
 
 /**
- * Whether the sender of the method call that context is handling runs in the
- * group "privileged" or as the user "root", by its entry in /proc. If not, the
- * call has been answered with org.freedesktop.DBus.Error.AccessDenied and the
- * method must do nothing more. Blocks until the bus daemon has told the
- * sender's process ID; a sender that cannot be found is refused.
+ * Whether the sender of the current method call runs in the group "privileged"
+ * or as the user "root", by its entry in /proc. A sender that cannot be found
+ * does not.
+ *
+ * context: the object that handles the call. If the result is false, the call has
+ * been answered with org.freedesktop.DBus.Error.AccessDenied, and the method must
+ * do nothing more. Blocks until the bus daemon has told the sender's process ID.
  */
 bool isPrivileged(const QDBusContext &context);
 

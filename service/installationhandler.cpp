@@ -84,7 +84,7 @@ void InstallationHandler::installFiles(const QStringList &fileUrls, bool sdkMode
     }
 
     auto *transaction = new InstallPackageTransaction(files, sdkMode);
-    // In this order: the outcome is on the bus before the transaction is released.
+    // The order matters: the signal is on the bus before the transaction is released.
     connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::installFinished);
     connect(transaction, &InstallTransaction::transactionFinished, this, &InstallationHandler::transactionFinished);
     transaction->setDeveloperModeInterface(&m_developerMode);

@@ -26,7 +26,7 @@ class QQmlEngine;
  * lends out. The transactions and the removals do the work and report by signals.
  *
  * Requests return nothing and are answered before their outcome, which follows
- * as a signal. The exception are removals, including that of an installation in
+ * as a signal. Removals are the exception, including that of an installation in
  * sdk mode. They are answered after every "GetPackage" (up to 15 minutes a name),
  * "updatingStarted" and "OnRemove" (up to 25 seconds a call) that comes before
  * the removal, and other requests wait meanwhile. Every invokable method and
@@ -54,7 +54,7 @@ public:
     /**
      * Removes installed packages by name; each ends in a removalFinished of its own.
      * PackageKit may cause none, or more than one: Known behaviour 20, 25, 28.
-     * keepUserdata: leave what the applications have stored, where the back end can.
+     * keepUserdata: leave the data of the applications, where the back end can.
      */
     Q_INVOKABLE void removePackages(const QStringList &packageNames, bool keepUserdata = false);
 
@@ -65,7 +65,7 @@ public:
     Q_INVOKABLE void removePackageByDesktopFile(const QString &desktopFile);
 
 Q_SIGNALS:
-    /** An installation transaction has ended, as InstallTransaction::transactionFinished() says. */
+    /** An installation request has ended; for the arguments see InstallTransaction::transactionFinished(). */
     void installFinished(bool success, const QString &errorString);
 
     /** A package removal has ended; errorString is the back end's text. */

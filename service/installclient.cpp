@@ -16,10 +16,10 @@ int requestInstallation(const char *file)
     QDBusInterface service(BusNames::InstallationHandler::Service, BusNames::InstallationHandler::Path,
                            BusNames::InstallationHandler::Interface, QDBusConnection::sessionBus());
 
-    // One plain string, although the service's method takes a list: Known behaviour 1.
+    // The argument is a plain string, although the service's method takes a list: Known behaviour 1.
     const QDBusError error(service.call(QDBus::Block, QStringLiteral("installFiles"), QString::fromUtf8(file)));
     if (error.isValid()) {
-        // The compilers spell Q_FUNC_INFO differently; the log does not.
+        // Q_FUNC_INFO would differ from compiler to compiler, and this text must not.
         qWarning() << "int main(int, char**)" << "failed to request file installation:";
         return 1;
     }

@@ -4,11 +4,11 @@
 #pragma once
 
 /**
- * The client mode: asks the running service over the session bus to install
- * the package file that the user named on the command line, UTF-8, and sends
- * it just as it was typed. Blocks until the service has answered the request;
- * the outcome of the installation is not waited for.
+ * Runs the client mode: asks the service, over the session bus, to install a
+ * package file. Blocks until the service has answered the request, but not until
+ * the installation has ended.
  *
- * Returns the exit status: 0, or 1 after a warning when the answer is an error.
+ * file: path or URL in UTF-8, sent as the user typed it. Returns the exit status,
+ * which is 0, or 1 after a warning when the answer is an error.
  */
 int requestInstallation(const char *file);

@@ -20,7 +20,7 @@
 
 namespace {
 
-// A missing catalogue is no error: the texts then come from another one.
+// A missing catalogue is no error, since another one has the text.
 std::unique_ptr<QTranslator> installCatalogue(const QString &name)
 {
     auto translator = std::make_unique<QTranslator>();
@@ -37,7 +37,7 @@ std::unique_ptr<QTranslator> installLocaleCatalogue(const QString &name)
     return translator;
 }
 
-// The object comes before the name, so that whoever sees the name can call it.
+// The object comes first, so that a client that sees the name can call it.
 bool publish(InstallationHandler *handler)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
@@ -50,7 +50,7 @@ bool publish(InstallationHandler *handler)
         return false;
     }
     if (!bus.registerService(BusNames::InstallationHandler::Service)) {
-        // A fixed text, not a value, so without quotes.
+        // The name is part of the fixed text, so it has no quotes.
         qWarning() << "Service name is already in use:" << qPrintable(BusNames::InstallationHandler::Service);
         return false;
     }
@@ -67,8 +67,8 @@ int runService(int &argc, char **argv)
     // Closing the dialog must not end the service; only the idle timer does.
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    // The last one installed is asked first: the locale's texts before the
-    // engineering English, the package manager's before our own.
+    // Qt asks the translator that was installed last first. So the locale's texts
+    // come before the engineering English, and the package manager's before ours.
     const auto engineeringEnglish = installCatalogue(QStringLiteral("velmora-installationhandler_eng_en"));
     const auto locale = installLocaleCatalogue(QStringLiteral("velmora-installationhandler"));
     const auto zarnEngineeringEnglish = installCatalogue(QStringLiteral("zarn_eng_en"));

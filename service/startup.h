@@ -4,12 +4,12 @@
 #pragma once
 
 /**
- * The service mode: builds the application, installs the translations,
+ * Runs the service mode: builds the application, installs the translations,
  * publishes the InstallationHandler on the session bus and runs the event loop
  * until the handler's idle timer ends it. argc and argv go to the application
  * object and must outlive the call.
  *
- * Returns the exit status: the event loop's, or 1 after a warning when the
- * session bus, the object path or the bus name cannot be had.
+ * Returns the exit status of the event loop. Without the session bus, the object
+ * path or the bus name it logs a warning and returns 1.
  */
 int runService(int &argc, char **argv);
