@@ -8,18 +8,18 @@
 #include <csignal>
 #include <functional>
 
-/** What the open file descriptors of this process refer to. */
+/** The open file descriptors of this process with their files. */
 QStringList openFiles();
 
 /**
- * How many bytes more are allocated after a call than before it, on the average of 300 calls. The debug messages of the
- * default category are not shown meanwhile.
+ * The number of bytes that a call leaves allocated, on the average of 300 calls. The debug messages of the default
+ * category are not shown meanwhile.
  */
 qint64 bytesGainedPerCall(const std::function<void()> &call);
 
 /**
- * Interrupts a blocking system call after a few seconds, so that a test which ought not to block fails instead of
- * hanging; ends the process when that does not help.
+ * Interrupts a blocking system call after 20 seconds, so that the test fails instead of hanging. Ends the process when
+ * that does not help.
  */
 class Deadline
 {
