@@ -1,135 +1,245 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "accesspolicyscene.h"
+#include "accesspolicy.h"
 
 #include "devicefile.h"
-#include "devicetest.h"
+#include "journal.h"
+#include "listeningsocket.h"
+#include "literals.h"
+#include "messagelog.h"
+#include "nobody.h"
+#include "processstate.h"
+#include "testrunner.h"
+
+#include <QTemporaryDir>
+
+#include <functional>
+#include <optional>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using Velmora::AccessPolicy;
 
-/** What a policy file can say, and what the policy makes of it. */
-class AccessPolicyTest : public AccessPolicyScene
+namespace {
+
+using Make = std::function<bool(const char *path)>;
+
+// What the policy says, besides the reasons why it is unusable.
+const QString Allowed;
+const QString Forbidden = "forbidden"_s;
+
+QByteArray withValue(const QByteArray &value)
 {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init() { setUpScene(); }
-    void cleanup() { tearDownScene(); }
-
-    void allowsWhereTheFileIsAbsent();
-    void understands_data();
-    void understands();
-    void refusesContents_data();
-    void refusesContents();
-    void readsTheFileAtEachQuestion();
-    void asksTheDeviceByDefault();
-    void belongsToItsParent();
-
-private:
-    static QByteArray ofSize(int size);
-};
-
-void AccessPolicyTest::allowsWhereTheFileIsAbsent()
-{
-    verifyAnswer(path(), true);
-    verifyAnswer(path() + QStringLiteral("/of/a/folder/that/is/absent"), true);
+    return "[Applications]\nInstallationEnabled=" + value + "\n";
 }
 
-QByteArray AccessPolicyTest::ofSize(int size)
+QByteArray ofSize(int size)
 {
     const QByteArray end = "\n" + withValue("true");
     return "#" + QByteArray(size - end.size() - 1, 'x') + end;
 }
 
-void AccessPolicyTest::understands_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<bool>("enabled");
-
-    QTest::newRow("true") << withValue("true") << true;
-    QTest::newRow("false") << withValue("false") << false;
-    QTest::newRow("blanks around true") << withValue("  true \t ") << true;
-    QTest::newRow("blanks around false") << withValue("  false \t ") << false;
-    QTest::newRow("blanks around the key") << QByteArray("[Applications]\n  InstallationEnabled  =false") << false;
-    QTest::newRow("no line feed at the end") << QByteArray("[Applications]\nInstallationEnabled=false") << false;
-    QTest::newRow("carriage returns") << QByteArray("[Applications]\r\nInstallationEnabled=false\r\n") << false;
-    QTest::newRow("empty file") << QByteArray() << true;
-    QTest::newRow("blank lines and comments") << QByteArray("\n# a comment\n\n") << true;
-    QTest::newRow("no key") << QByteArray("[Applications]\n") << true;
-    QTest::newRow("another key") << QByteArray("[Applications]\nRemovalEnabled=false\n") << true;
-    QTest::newRow("key in small letters") << QByteArray("[Applications]\ninstallationenabled=false\n") << true;
-    QTest::newRow("key of a language") << QByteArray("[Applications]\nInstallationEnabled[de]=false\n") << true;
-    QTest::newRow("key in a comment") << QByteArray("[Applications]\n#InstallationEnabled=false\n") << true;
-    QTest::newRow("another group") << QByteArray("[Browser]\nInstallationEnabled=false\n") << true;
-    QTest::newRow("group among others") << QByteArray(
-            "[Browser]\nInstallationEnabled=true\n[Applications]\nInstallationEnabled=false\n[Mail]\n")
-                                        << false;
-    QTest::newRow("twice, the last counts")
-            << QByteArray("[Applications]\nInstallationEnabled=true\nInstallationEnabled=false\n") << false;
-    QTest::newRow("group twice, the last counts") << withValue("true") + withValue("false") << false;
-    QTest::newRow("text of another script")
-            << QByteArray("# käyttöoikeudet \xe2\x82\xac\n") + withValue("true") << true;
-    QTest::newRow("largest file") << ofSize(65536) << true;
 }
 
-void AccessPolicyTest::understands()
+Q_DECLARE_METATYPE(Make)
+
+/** Policy files, good, bad and absent, in a folder that each test has for itself. */
+class AccessPolicyTest : public QObject
 {
-    QFETCH(QByteArray, contents);
-    QFETCH(bool, enabled);
-    write(contents);
-    verifyAnswer(path(), enabled);
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void allowsWhereTheFileIsAbsent();
+    void judgesTheContents_data();
+    void judgesTheContents();
+    void refusesAllButRegularFiles_data();
+    void refusesAllButRegularFiles();
+    void refusesAFileInPlaceOfTheFolder();
+    void refusesAFileThatMayNotBeOpened();
+    void refusesAFileThatCannotBeRead();
+    void refusesAHugeFileAtOnce();
+    void followsALink();
+    void readsTheFileAtEachQuestion();
+    void asksTheDeviceByDefault();
+    void belongsToItsParent();
+
+private:
+    QString path(const QString &name = "access-policy.conf"_s) const { return m_folder->filePath(name); }
+    QByteArray encodedPath() const { return QFile::encodeName(path()); }
+    void write(const QByteArray &contents) const;
+
+    /** One question's answer, the log, and that no file is left open. */
+    static void check(const QString &path, const QString &outcome);
+
+    std::optional<QTemporaryDir> m_folder;
+};
+
+void AccessPolicyTest::init()
+{
+    m_folder.emplace();
+    QVERIFY(chmod(QFile::encodeName(m_folder->path()).constData(), 0755) == 0);
 }
 
-void AccessPolicyTest::refusesContents_data()
+void AccessPolicyTest::write(const QByteArray &contents) const
+{
+    QFile file(path());
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(file.errorString()));
+    QCOMPARE(file.write(contents), qint64(contents.size()));
+}
+
+void AccessPolicyTest::check(const QString &path, const QString &outcome)
+{
+    Journal journal;
+    const MessageLog log(&journal);
+    const QStringList openBefore = openFiles();
+    const Deadline deadline;
+    QCOMPARE(AccessPolicy(path).applicationInstallationEnabled(), outcome == Allowed);
+    QVERIFY2(!deadline.hasPassed(), "The policy waited for the file");
+    QCOMPARE(openFiles(), openBefore);
+
+    const QString warning = "warning: Access policy \"%1\" is unusable, installation is disabled: \"%2\""_s;
+    const bool usable = outcome == Allowed || outcome == Forbidden;
+    QCOMPARE(journal.entries(), usable ? QStringList() : QStringList(warning.arg(path, outcome)));
+}
+
+void AccessPolicyTest::allowsWhereTheFileIsAbsent()
+{
+    check(path(), Allowed);
+    check(path("a/folder/that/is/absent"_s), Allowed);
+}
+
+void AccessPolicyTest::judgesTheContents_data()
 {
     QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QString>("outcome");
+    const auto row = [](const char *name, const QByteArray &contents, const QString &outcome) {
+        QTest::newRow(name) << contents << outcome;
+    };
 
-    const QString noBoolean = QStringLiteral("InstallationEnabled is neither true nor false");
-    const QList<QByteArray> values{
-            "1",   "0",     "yes",        "no",    "True",         "TRUE",           "FALSE", "",
-            "tru", "truee", "true false", "true;", "\\\"true\\\"", "true # comment", "null",  "\xd1\x82true"};
-    for (const QByteArray &value : values) {
-        QTest::newRow(("value '" + value + "'").constData()) << withValue(value) << noBoolean;
+    row("true", withValue("true"), Allowed);
+    row("false", withValue("false"), Forbidden);
+    row("blanks around true", withValue("  true \t "), Allowed);
+    row("blanks around false", withValue("  false \t "), Forbidden);
+    row("blanks around the key", "[Applications]\n  InstallationEnabled  =false", Forbidden);
+    row("no line feed at the end", "[Applications]\nInstallationEnabled=false", Forbidden);
+    row("carriage returns", "[Applications]\r\nInstallationEnabled=false\r\n", Forbidden);
+    row("empty file", "", Allowed);
+    row("blank lines and comments", "\n# a comment\n\n", Allowed);
+    row("no key", "[Applications]\n", Allowed);
+    row("another key", "[Applications]\nRemovalEnabled=false\n", Allowed);
+    row("key in small letters", "[Applications]\ninstallationenabled=false\n", Allowed);
+    row("key of a language", "[Applications]\nInstallationEnabled[de]=false\n", Allowed);
+    row("key in a comment", "[Applications]\n#InstallationEnabled=false\n", Allowed);
+    row("another group", "[Browser]\nInstallationEnabled=false\n", Allowed);
+    row("group among others", "[Browser]\nInstallationEnabled=true\n" + withValue("false") + "[Mail]\n", Forbidden);
+    row("twice, the last counts", withValue("true") + "InstallationEnabled=false\n", Forbidden);
+    row("group twice, the last counts", withValue("true") + withValue("false"), Forbidden);
+    row("text of another script", "# käyttöoikeudet €\n" + withValue("true"), Allowed);
+    row("largest file", ofSize(65536), Allowed);
+    row("too large", ofSize(65537), "larger than 64 KiB"_s);
+
+    const QString noBoolean = "InstallationEnabled is neither true nor false"_s;
+    for (const char *value : {"1", "0", "yes", "no", "True", "TRUE", "FALSE", "", "tru", "truee", "true false", "true;",
+                              "\\\"true\\\"", "true # comment", "null", "\xd1\x82true"}) {
+        row(qPrintable("value '%1'"_s.arg(QString::fromUtf8(value))), withValue(value), noBoolean);
     }
-    QTest::newRow("last value is no boolean")
-            << withValue("true") + QByteArray("InstallationEnabled=maybe\n") << noBoolean;
+    row("last value is no boolean", withValue("true") + "InstallationEnabled=maybe\n", noBoolean);
 
-    const QString noText = QStringLiteral("not UTF-8 text");
-    QTest::newRow("zeros, as after a crash") << QByteArray(4096, '\0') << noText;
-    QTest::newRow("one zero") << QByteArray(1, '\0') << noText;
-    QTest::newRow("zero after the value") << withValue(QByteArray("true\0", 5)) << noText;
-    QTest::newRow("zeros before the policy") << QByteArray(16, '\0') + "\n" + withValue("true") << noText;
-    QTest::newRow("program") << QByteArray("\177ELF\2\1\1\0\0\0", 10) << noText;
-    QTest::newRow("Latin-1") << QByteArray("# k\xe4ytt\xf6oikeudet\n") + withValue("true") << noText;
-    QTest::newRow("UTF-16") << QByteArray("\xff\xfe[\0A\0p\0", 8) << noText;
+    const QString noText = "not UTF-8 text"_s;
+    row("zeros, as after a crash", QByteArray(4096, '\0'), noText);
+    row("one zero", QByteArray(1, '\0'), noText);
+    row("zero after the value", withValue(QByteArray("true\0", 5)), noText);
+    row("zeros before the policy", QByteArray(16, '\0') + "\n" + withValue("true"), noText);
+    row("program", QByteArray("\177ELF\2\1\1\0\0\0", 10), noText);
+    row("Latin-1", "# k\xe4ytt\xf6oikeudet\n" + withValue("true"), noText);
+    row("UTF-16", QByteArray("\xff\xfe[\0A\0p\0", 8), noText);
 
-    // What is wrong with a malformed file is told in GLib's words.
-    QTest::newRow("no group") << QByteArray("InstallationEnabled=true\n")
-                              << QStringLiteral("Key file does not start with a group");
-    QTest::newRow("no key file")
-            << QByteArray("installation is enabled\n")
-            << QStringLiteral(
-                       "Key file contains line “installation is enabled” which is not a key-value pair, group, or "
-                       "comment");
-    QTest::newRow("group without end")
-            << QByteArray("[Applications\nInstallationEnabled=true\n")
-            << QStringLiteral(
-                       "Key file contains line “[Applications” which is not a key-value pair, group, or comment");
-    QTest::newRow("key without value")
-            << withValue("true") + QByteArray("InstallationEnabled\n")
-            << QStringLiteral("Key file contains line “InstallationEnabled” which is not a key-value pair, group, or "
-                              "comment");
-    QTest::newRow("too large") << ofSize(65537) << QStringLiteral("larger than 64 KiB");
+    // GLib tells why a file is malformed.
+    const QString noLine = "Key file contains line “%1” which is not a key-value pair, group, or comment"_s;
+    row("no group", "InstallationEnabled=true\n", "Key file does not start with a group"_s);
+    row("no key file", "installation is enabled\n", noLine.arg("installation is enabled"_s));
+    row("group without end", "[Applications\nInstallationEnabled=true\n", noLine.arg("[Applications"_s));
+    row("key without value", withValue("true") + "InstallationEnabled\n", noLine.arg("InstallationEnabled"_s));
 }
 
-void AccessPolicyTest::refusesContents()
+void AccessPolicyTest::judgesTheContents()
 {
     QFETCH(QByteArray, contents);
-    QFETCH(QString, reason);
+    QFETCH(QString, outcome);
     write(contents);
-    verifyRefusal(path(), reason);
+    check(path(), outcome);
+}
+
+void AccessPolicyTest::refusesAllButRegularFiles_data()
+{
+    QTest::addColumn<Make>("make");
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char *name, const Make &make, const char *reason) {
+        QTest::newRow(name) << make << reason;
+    };
+    row("folder", [](const char *path) { return mkdir(path, 0755) == 0; }, "not a regular file");
+    row("pipe", [](const char *path) { return mkfifo(path, 0644) == 0; }, "not a regular file");
+    row("endless", [](const char *path) { return symlink("/dev/zero", path) == 0; }, "not a regular file");
+    row("link to nothing", [](const char *path) { return symlink("absent", path) == 0; }, "No such file or directory");
+    row(
+            "link to itself", [](const char *path) { return symlink(path, path) == 0; },
+            "Too many levels of symbolic links");
+    const auto listen = [](const char *path) {
+        const ListeningSocket socket(QFile::decodeName(path));
+        return true;
+    };
+    row("socket", listen, "No such device or address");
+}
+
+void AccessPolicyTest::refusesAllButRegularFiles()
+{
+    QFETCH(Make, make);
+    QFETCH(QString, reason);
+    QVERIFY(make(encodedPath().constData()));
+    check(path(), reason);
+}
+
+void AccessPolicyTest::refusesAFileInPlaceOfTheFolder()
+{
+    write(withValue("true"));
+    check(path() + "/access-policy.conf"_s, "Not a directory"_s);
+}
+
+void AccessPolicyTest::refusesAFileThatMayNotBeOpened()
+{
+    write(withValue("true"));
+    QVERIFY(chmod(encodedPath().constData(), 0600) == 0);
+    {
+        const Nobody nobody;
+        check(path(), "Permission denied"_s);
+    }
+    QVERIFY(chmod(encodedPath().constData(), 0644) == 0);
+    QVERIFY(chmod(QFile::encodeName(m_folder->path()).constData(), 0700) == 0);
+    const Nobody nobody;
+    check(path(), "Permission denied"_s);
+}
+
+void AccessPolicyTest::refusesAFileThatCannotBeRead()
+{
+    // This file can be opened by root, and fails when it is read.
+    check("/proc/self/mem"_s, "Input/output error"_s);
+}
+
+void AccessPolicyTest::refusesAHugeFileAtOnce()
+{
+    write({});
+    QVERIFY(truncate(encodedPath().constData(), qint64(1) << 40) == 0);
+    check(path(), "larger than 64 KiB"_s);
+}
+
+void AccessPolicyTest::followsALink()
+{
+    write(withValue("false"));
+    QVERIFY(QFile::link(path(), path("link"_s)));
+    check(path("link"_s), Forbidden);
 }
 
 void AccessPolicyTest::readsTheFileAtEachQuestion()
@@ -145,22 +255,17 @@ void AccessPolicyTest::readsTheFileAtEachQuestion()
 void AccessPolicyTest::asksTheDeviceByDefault()
 {
     QVERIFY(AccessPolicy().applicationInstallationEnabled());
-    const DeviceFile file(QStringLiteral("/etc/velmora/access-policy.conf"), withValue("false"));
+    const DeviceFile file("/etc/velmora/access-policy.conf"_s, withValue("false"));
     QVERIFY(!AccessPolicy().applicationInstallationEnabled());
 }
 
 void AccessPolicyTest::belongsToItsParent()
 {
     QObject parent;
-    const auto *child = new AccessPolicy(&parent);
-    QCOMPARE(child->parent(), &parent);
-    const auto *sibling = new AccessPolicy(path(), &parent);
-    QCOMPARE(sibling->parent(), &parent);
+    QCOMPARE((new AccessPolicy(&parent))->parent(), &parent);
+    QCOMPARE((new AccessPolicy(path(), &parent))->parent(), &parent);
 }
 
-int main(int argc, char **argv)
-{
-    return runOnDevice<AccessPolicyTest>(argc, argv);
-}
+VELMORA_TEST(AccessPolicyTest, Core)
 
 #include "tst_accesspolicy.moc"

@@ -3,10 +3,12 @@
 
 #include "mdeclarativecache.h"
 
+#include "literals.h"
+#include "testrunner.h"
+
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQuickView>
-#include <QTest>
 
 #include <memory>
 
@@ -38,8 +40,8 @@ void MDeclarativeCacheTest::makesTheApplicationFromTheCommandLine()
 
     QCOMPARE(QCoreApplication::instance(), application.get());
     QVERIFY(!application->parent());
-    QCOMPARE(QGuiApplication::platformName(), QStringLiteral("offscreen"));
-    QCOMPARE(QCoreApplication::arguments(), QStringList({QStringLiteral("handler"), QStringLiteral("install")}));
+    QCOMPARE(QGuiApplication::platformName(), "offscreen"_s);
+    QCOMPARE(QCoreApplication::arguments(), QStringList({"handler"_s, "install"_s}));
     QCOMPARE(line.count, 2);
 }
 
@@ -74,6 +76,6 @@ void MDeclarativeCacheTest::makesHiddenViewsWithEngines()
     QCOMPARE(object->property("answer").toInt(), 42);
 }
 
-QTEST_APPLESS_MAIN(MDeclarativeCacheTest)
+VELMORA_TEST(MDeclarativeCacheTest, None)
 
 #include "tst_mdeclarativecache.moc"

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "notification.h"
+#include "qmcedisplay.h"
+
+#include "journal.h"
+#include "literals.h"
+#include "messagelog.h"
+#include "testrunner.h"
+
+#include <QDBusConnection>
+
+/** The classes that use a bus, on a device that has none. */
+class PlatformWithoutBusTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void losesANotificationInSilence();
+    void takesTheDisplayForOn();
+
+private:
+    Journal m_journal;
+    MessageLog m_log{&m_journal};
+};
+
+void PlatformWithoutBusTest::losesANotificationInSilence()
+{
+    Notification notification;
+    notification.setBody("text"_s);
+    notification.publish();
+    QVERIFY(!QDBusConnection::sessionBus().isConnected());
+    QCOMPARE(notification.body(), "text"_s);
+    QCOMPARE(m_journal.entries(), QStringList());
+}
+
+void PlatformWithoutBusTest::takesTheDisplayForOn()
+{
+    const QMceDisplay display;
+    connect(&display, &QMceDisplay::stateChanged, this, [this] { m_journal.add("changed"_s); });
+    QVERIFY(!QDBusConnection::systemBus().isConnected());
+
+    QCoreApplication::processEvents();
+    QCOMPARE(display.state(), QMceDisplay::DisplayOn);
+    QCOMPARE(m_journal.entries(), QStringList());
+}
+
+VELMORA_TEST(PlatformWithoutBusTest, Core)
+
+#include "tst_platformwithoutbus.moc"
