@@ -48,6 +48,10 @@ class BusMonitor:
                                 DEADLINE * 1000, None)
         self._monitor.add_filter(self._passed)
 
+    def close(self):
+        """Leaves the bus, which then need not copy its messages any more."""
+        self._monitor.close_sync(None)
+
     def messages(self, sender=None, kind=None):
         """All messages up to now, of one sender's unique name or of all."""
         self.settle()

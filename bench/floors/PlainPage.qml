@@ -4,7 +4,7 @@
 import QtQuick 2.15
 import QtQuick.Window 2.15
 
-// The floor of a dialog: three texts and two areas that can be touched.
+// The floor of the dialog: three texts and two touch areas.
 Window {
     id: page
 

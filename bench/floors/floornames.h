@@ -5,10 +5,7 @@
 
 #include <QString>
 
-/**
- * Where floors are found on the session bus: the service's path and interface
- * under a name of their own, so that both can run side by side.
- */
+/** Where the floors are on the session bus: the service's path, under a name of their own, so that both can run. */
 namespace FloorNames {
 inline const QString Service = QStringLiteral("org.velmoraos.installationfloor");
 inline const QString Path = QStringLiteral("/org/velmoraos/installationhandler");

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The floor of start-up and of idling: the library and bus calls that no
-// service of this kind can do without, one after the other.
+// The floor of start-up and of idling: the library and bus calls that no service of this kind can do without, one after
+// the other. It is linked with librpm, but has no need to call it yet.
 
 #include "floornames.h"
 

@@ -5,7 +5,7 @@
 import os
 import sys
 
-from . import dialog, idle, installation, lookup, neighbours, reads, removal, startup
+from . import dialog, idle, installation, lookup, reads, removal, startup
 from .figure import table
 
 GROUPS = {
@@ -16,17 +16,16 @@ GROUPS = {
     'read': reads.figures,
     'lookup': lookup.figures,
     'dialog': dialog.figures,
-    'neighbours': neighbours.figures,
 }
 
 
 def main(names):
     os.environ['QT_QPA_PLATFORM'] = 'offscreen'
     rows = []
-    for name in names or GROUPS:
-        for row in GROUPS[name]():
-            rows.append(row)
-            print(f'measured: {row.name}', file=sys.stderr, flush=True)
+    for name, figures in GROUPS.items():
+        if not names or name in names:
+            print(f'measuring: {name}', file=sys.stderr, flush=True)
+            rows += figures()
     print(table(rows))
 
 

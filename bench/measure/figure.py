@@ -6,109 +6,61 @@ from dataclasses import dataclass
 from statistics import median
 
 
-@dataclass(frozen=True)
-class AtMost:
-    """A bar: the ratio of product to floor, or the product's value itself."""
-
-    limit: float
-    of_floor: bool = True
-
-    def __str__(self):
-        return f'≤ {self.limit:g}' + (' ×' if self.of_floor else '')
-
-    def is_met(self, ours, bare):
-        return (ours / bare if self.of_floor else ours) <= self.limit
-
-
-@dataclass(frozen=True)
-class AtMostMore(AtMost):
-    """A bar: by how much the product's value is above the floor's."""
-
-    def __str__(self):
-        return f'≤ floor + {self.limit:g}'
-
-    def is_met(self, ours, bare):
-        return ours - bare <= self.limit
-
-
 @dataclass
-class Figure:
-    """Samples of the product, and those of its floor taken in turn with them."""
-
-    name: str
-    unit: str
-    product: list
-    floor: list
-    bar: AtMost = None
-
-    def ratios(self):
-        return [ours / bare for ours, bare in zip(self.product, self.floor)]
-
-    def ratio(self):
-        """None where the bar is for the product's value itself: such values may well be 0."""
-        if self.bar and not self.bar.of_floor:
-            return None
-        return median(self.product) / median(self.floor)
-
-    def spread(self):
-        values = self.ratios() if self.ratio() is not None else self.product
-        return f'{number(min(values))}–{number(max(values))}'
-
-    def verdict(self):
-        if self.bar is None:
-            return ''
-        return 'met' if self.bar.is_met(median(self.product), median(self.floor)) else 'MISSED'
-
-    def cells(self):
-        ratio = self.ratio()
-        return [
-            f'{self.name}, {self.unit}' if self.unit else self.name,
-            number(median(self.product)),
-            number(median(self.floor)),
-            f'{ratio:.3f}' if ratio is not None else '',
-            self.spread(),
-            str(self.bar or ''),
-            self.verdict(),
-        ]
-
-
-@dataclass
-class Neighbour:
-    """A program of the machine that does something alike, measured beside a figure of the product."""
+class Ratio:
+    """Samples, each taken beside one of what they are compared with. The verdict is about the median ratio of a pair."""
 
     name: str
     unit: str
     samples: list
-    product: list
+    compared: list
+    limit: float
 
     def cells(self):
-        ratio = median(self.samples) / median(self.product)
-        return [f'  beside it: {self.name}, {self.unit}', number(median(self.samples)), '',
-                f'{ratio:.2f} × ours', f'{number(min(self.samples))}–{number(max(self.samples))}', '', '']
+        ratios = [sample / other for sample, other in zip(self.samples, self.compared)]
+        ratio = median(ratios)
+        return [f'{self.name}, {self.unit}', number(median(self.samples)), number(median(self.compared)),
+                f'{ratio:.3f}', middle_half(ratios), f'≤ {self.limit:g} ×', verdict(ratio, self.limit)]
 
 
 @dataclass
-class Skipped:
-    """What could not be measured here, and why."""
+class Value:
+    """Samples that speak for themselves; those of the floor are there to be looked at."""
 
     name: str
-    reason: str
+    unit: str
+    samples: list
+    floor: list
+    limit: float
 
     def cells(self):
-        return [f'  skipped: {self.name} ({self.reason})', '', '', '', '', '', '']
+        value = median(self.samples)
+        return [f'{self.name}, {self.unit}', number(value), number(median(self.floor)) if self.floor else '', '',
+                middle_half(self.samples), f'≤ {self.limit:g}', verdict(value, self.limit)]
+
+
+def verdict(value, limit):
+    return 'met' if value <= limit else 'MISSED'
+
+
+def middle_half(samples):
+    """The quartiles; of few samples all."""
+    ordered = sorted(samples)
+    rest = len(ordered) // 4
+    return f'{number(ordered[rest])}–{number(ordered[-1 - rest])}' if len(ordered) > 1 else ''
 
 
 def number(value):
     return f'{value:,.0f}' if abs(value) >= 1000 else f'{value:.3g}'
 
 
-HEADER = ['figure', 'product', 'floor', 'ratio', 'spread', 'bar', '']
+HEADER = ['figure', 'product', 'compared', 'ratio', 'spread', 'bar', '']
 
 
 def table(rows):
     """The rows as one text, a line each, columns aligned."""
     cells = [HEADER] + [row.cells() for row in rows]
-    widths = [max(len(line[column]) for line in cells if line[1]) for column in range(len(HEADER))]
+    widths = [max(len(line[column]) for line in cells) for column in range(len(HEADER))]
     lines = []
     for line in cells:
         first, *others = (cell.ljust(width) if index == 0 else cell.rjust(width)

@@ -4,38 +4,36 @@
 
 import time
 
-from .environment import floor, peers, product
-from .figure import AtMost, Figure
+from .figure import Ratio, Value
+from .programs import PEERS, PRODUCT, STARTUP_FLOOR, in_turn, memory, running, settle, switches
 
-ROUNDS = 5
-PRIVATE = AtMost(1.3)
-RESIDENT = AtMost(1.10)
-WAKE_UPS = AtMost(0, of_floor=False)
+ROUNDS = 3
+PRIVATE_LIMIT = 1.3
+RESIDENT_LIMIT = 1.10
+WAKE_UPS_LIMIT = 0
 WATCHED = 20  # seconds
 
 
 def figures():
-    with peers():
-        rounds = [[memory(subject) for subject in (product(), floor('floor-startup'))] for _ in range(ROUNDS)]
-        wake_ups = [[count] for count in count_wake_ups()]
-    private, resident = ([[one[field] / 1024 for one in samples] for samples in zip(*rounds)] for field in (0, 1))
-    yield Figure('idle: private memory', 'MiB', *private, PRIVATE)
-    yield Figure('idle: resident memory', 'MiB', *resident, RESIDENT)
-    yield Figure(f'idle: wake-ups in {WATCHED} s', '', *wake_ups, WAKE_UPS)
+    with running(PEERS):
+        product, floor = in_turn(ROUNDS, memory_at_rest, PRODUCT, STARTUP_FLOOR)
+        for name, field, limit in (('private', 0, PRIVATE_LIMIT), ('resident', 1, RESIDENT_LIMIT)):
+            yield Ratio(f'idle: {name} memory', 'MiB', [one[field] for one in product], [one[field] for one in floor],
+                        limit)
+        yield Value(f'idle: wake-ups in {WATCHED} s', 'times', *wake_ups(), WAKE_UPS_LIMIT)
 
 
-def memory(subject):
-    with subject as service:
-        service.settle()
-        return service.memory('Private_Dirty'), service.memory('Rss')
+def memory_at_rest(program):
+    """Private and resident memory."""
+    with running(program) as process:
+        settle(process)
+        return memory(process, 'Private_Dirty') / 1024, memory(process, 'Rss') / 1024
 
 
-def count_wake_ups():
+def wake_ups():
     """Both at the same time; the service ends itself after 30 seconds, which leaves 10 to settle."""
-    with product() as ours, floor('floor-startup') as bare:
-        services = ours, bare
-        for service in services:
-            service.settle()
-        before = [service.switches() for service in services]
+    with running(PRODUCT) as product, running(STARTUP_FLOOR) as floor:
+        settle(product, floor)
+        before = [switches(process) for process in (product, floor)]
         time.sleep(WATCHED)
-        return [service.switches() - count for service, count in zip(services, before)]
+        return [[switches(process) - start] for process, start in zip((product, floor), before)]

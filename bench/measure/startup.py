@@ -2,50 +2,41 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """From exec to the name on the bus."""
 
-import shutil
-from contextlib import nullcontext
 from pathlib import Path
 
-from .environment import FLOOR_NAME, PRODUCT, PRODUCT_NAME, Service, peers, stopwatch, tool
-from .figure import AtMost, Figure, Skipped
+from .figure import Ratio
+from .programs import (PEERS, PRODUCT, STARTUP_FLOOR, in_turn, milliseconds, running, stopwatch,
+                       wait_for_event_loop)
 
-INSTRUCTION_ROUNDS = 3
+INSTRUCTION_ROUNDS = 2
 TIME_ROUNDS = 101
-INSTRUCTIONS = AtMost(1.10)
-TIME = AtMost(1.15)
+INSTRUCTIONS_LIMIT = 1.10
+TIME_LIMIT = 1.15
 
-# The floor that counts loads no more than its own calls need; the other one loads librpm too.
-SUBJECTS = [(PRODUCT_NAME, PRODUCT), (FLOOR_NAME, tool('floor-startup')), (FLOOR_NAME, tool('floor-startup-librpm'))]
+PROFILE = '/tmp/callgrind.out'
+CALLGRIND = ['valgrind', '--tool=callgrind', f'--callgrind-out-file={PROFILE}',
+             '--dump-after=QDBusConnection::registerService(QString const&)']
 
 
 def figures():
-    yield from instructions(nullcontext, 'platform absent')
-    yield from instructions(peers, 'platform there')
-    with peers():
-        times = [[value / 1000 for value in samples]
-                 for samples in stopwatch('startup', TIME_ROUNDS, *(word for subject in SUBJECTS for word in subject))]
-        yield Figure('start-up: time to name owned', 'ms', times[0], times[1], TIME)
-        yield Figure('  against the floor that loads librpm too', 'ms', times[0], times[2])
+    yield instructions('platform absent')
+    with running(PEERS):
+        yield instructions('platform there')
+        subjects = [word for name, command in (PRODUCT, STARTUP_FLOOR) for word in (name, *command)]
+        yield Ratio('start-up: time to name owned', 'ms',
+                    *milliseconds(stopwatch('startup', TIME_ROUNDS, *subjects)), TIME_LIMIT)
 
 
-def instructions(platform, where):
-    name = f'start-up: instructions to name owned, {where}'
-    if not shutil.which('valgrind'):
-        yield Skipped(name, 'valgrind is not installed')
-        return
-    with platform():
-        rounds = [[count(*subject) / 1e6 for subject in SUBJECTS] for _ in range(INSTRUCTION_ROUNDS)]
-    ours, bare, bare_with_librpm = zip(*rounds)
-    yield Figure(name, 'M', ours, bare, INSTRUCTIONS)
-    yield Figure('  against the floor that loads librpm too', 'M', ours, bare_with_librpm)
+def instructions(where):
+    return Ratio(f'start-up: instructions to name owned, {where}', 'M',
+                 *in_turn(INSTRUCTION_ROUNDS, count, PRODUCT, STARTUP_FLOOR), INSTRUCTIONS_LIMIT)
 
 
-def count(service, command):
-    """Instructions of the whole process until QtDBus has returned from requesting the name."""
-    profile = Path('/tmp/callgrind.out')
-    dump = Path(f'{profile}.1')
+def count(program):
+    """Millions of instructions of the whole process until QtDBus has returned from requesting the name."""
+    dump = Path(f'{PROFILE}.1')
     dump.unlink(missing_ok=True)
-    with Service(service, 'valgrind', '--tool=callgrind', f'--callgrind-out-file={profile}',
-                 '--dump-after=QDBusConnection::registerService(QString const&)', command) as process:
-        process.await_event_loop()
-    return next(int(line.split()[1]) for line in dump.read_text().splitlines() if line.startswith('totals:'))
+    with running(program, prefix=CALLGRIND):
+        wait_for_event_loop(program)
+    totals = next(line for line in dump.read_text().splitlines() if line.startswith('totals:'))
+    return int(totals.split()[1]) / 1e6

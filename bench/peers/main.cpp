@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The platform's services in one process, as fast as QtDBus lets them be, so
-// that the times are those of the program under test and not theirs.
+// The platform's services in one process, as fast as QtDBus lets them be, so that the measured times are those of the
+// program under test.
 
+#include "packagekit.h"
 #include "platform.h"
 
 #include <QCoreApplication>
@@ -30,6 +31,7 @@ int main(int argc, char **argv)
     PackageManager packageManager;
     Hooks hooks;
     MceRequests mce;
+    PackageKitDaemon packageKit;
     LauncherModel launcherModel;
     const QDBusConnection system = QDBusConnection::systemBus();
     const QDBusConnection session = QDBusConnection::sessionBus();
@@ -37,7 +39,8 @@ int main(int argc, char **argv)
             && publish(system, "ru.quon.ZARN", "/ru/quon/ZARN", &packageManager)
             && publish(system, "ru.quon.RuntimeManager", "/ru/quon/ZARN/Hooks", &hooks)
             && publish(system, "com.nokia.mce", "/com/nokia/mce/request", &mce)
-            // The last name: whoever sees it can call all of them.
+            && publish(system, "org.freedesktop.PackageKit", "/org/freedesktop/PackageKit", &packageKit)
+            // The last name: all the others are there when it is.
             && publish(session, "org.orrinmobile.rozzle", "/LauncherModel", &launcherModel);
     return published ? QCoreApplication::exec() : 1;
 }

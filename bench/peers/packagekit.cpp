@@ -1,19 +1,14 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// PackageKit's daemon in little, as fast as QtDBus lets it be, so that the times
-// are those of the program under test. It removes what was never installed; the
-// real daemon's "dummy" backend refuses every removal.
-
 #include "packagekit.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QTimer>
 
 namespace {
 
-// Of PackageKit's enumerations.
+// Values of PackageKit's enumerations.
 constexpr uint InfoInstalled = 1;
 constexpr uint StatusRemove = 6;
 constexpr uint ExitSuccess = 1;
@@ -38,7 +33,7 @@ void PackageKitTransaction::SetHints(const QStringList &hints)
     Q_UNUSED(hints)
 }
 
-// Reports follow the reply.
+// The signals follow the reply.
 void PackageKitTransaction::Resolve(qulonglong filter, const QStringList &packages)
 {
     Q_UNUSED(filter)
@@ -69,13 +64,4 @@ void PackageKitTransaction::finish()
 {
     emit Finished(ExitSuccess, 0);
     deleteLater();
-}
-
-int main(int argc, char **argv)
-{
-    QCoreApplication application(argc, argv);
-    PackageKitDaemon daemon;
-    QDBusConnection bus = QDBusConnection::systemBus();
-    bus.registerObject(QStringLiteral("/org/freedesktop/PackageKit"), &daemon, QDBusConnection::ExportAllContents);
-    return bus.registerService(QStringLiteral("org.freedesktop.PackageKit")) ? QCoreApplication::exec() : 1;
 }

@@ -7,7 +7,10 @@
 #include <QObject>
 #include <QStringList>
 
-/** PackageKit's daemon, which gives each request a transaction of its own. */
+/**
+ * PackageKit's daemon, reduced to the removal of packages. The real one would have to remove real packages, since its
+ * "dummy" backend refuses each removal.
+ */
 class PackageKitDaemon : public QObject
 {
     Q_OBJECT
@@ -20,7 +23,7 @@ private:
     int m_created = 0;
 };
 
-/** Finds every package installed, removes it at once, and goes when it has told so. */
+/** One transaction: all packages are installed, and removed at once. It is deleted after its end. */
 class PackageKitTransaction : public QObject
 {
     Q_OBJECT
@@ -33,7 +36,7 @@ public:
     Q_INVOKABLE void Resolve(qulonglong filter, const QStringList &packages);
     Q_INVOKABLE void RemovePackages(qulonglong flags, const QStringList &ids, bool allowDeps, bool autoremove);
 
-Q_SIGNALS:
+signals:
     void Package(uint info, const QString &id, const QString &summary);
     void ItemProgress(const QString &id, uint status, uint percentage);
     void Finished(uint exit, uint runtime);

@@ -24,7 +24,7 @@ using PackageRecord = QMap<QString, QString>;
 
 Q_DECLARE_METATYPE(PackageRecord)
 
-/** The package manager: installs and removes at once, and nothing at all. */
+/** The package manager; it reports at once that it has installed or removed, and does nothing. */
 class PackageManager : public QObject, protected QDBusContext
 {
     Q_OBJECT
@@ -33,19 +33,19 @@ class PackageManager : public QObject, protected QDBusContext
 public:
     Q_INVOKABLE void Install(const QString &path, const QVariantMap &options);
 
-    /** It knows all names that begin with "bench-"; any other package is a native one. */
+    /** Knows all names that begin with "bench-"; every other package is a native one. */
     Q_INVOKABLE PackageRecord GetPackage(const QString &name);
 
     Q_INVOKABLE void Remove(const QString &name, const QVariantMap &options);
 
-    /** When each "Install" came in, in microseconds of the monotonic clock; they are forgotten then. */
+    /** Returns when each "Install" came in, in microseconds of the monotonic clock, and forgets it. */
     Q_INVOKABLE QList<qlonglong> TakeStamps();
 
 private:
     QList<qlonglong> m_stamps;
 };
 
-/** The package manager's hooks, which nobody calls here. */
+/** The package manager's hooks; there for the service's proxy, and never called. */
 class Hooks : public QObject
 {
     Q_OBJECT
@@ -77,7 +77,7 @@ public:
     Q_INVOKABLE void notification_begin_req(const QString &name, int duration, int renewal);
     Q_INVOKABLE void notification_end_req(const QString &name, int linger);
 
-    /** Turns the display "on" or "off" and tells everybody. */
+    /** Turns the display "on" or "off", and emits the signal of that. */
     Q_INVOKABLE void TurnDisplay(const QString &state);
 
 private:

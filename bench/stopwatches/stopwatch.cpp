@@ -9,18 +9,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
-
-namespace {
-
-double processorTime()
-{
-    timespec time;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return 1e6 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_nsec);
-}
-
-}
 
 double now()
 {
@@ -28,20 +16,24 @@ double now()
     return duration<double, std::micro>(steady_clock::now().time_since_epoch()).count();
 }
 
-void print(int program, double value)
+void measureInTurn(int rounds, const std::vector<std::function<double()>> &functions)
 {
-    std::printf("%d %.1f\n", program, value);
-    std::fflush(stdout);
-}
-
-void printProcessorTimes(int rounds, const std::function<void()> (&functions)[2])
-{
-    for (int round = 0; round < rounds; ++round) {
-        for (int i = 0; i < 2; ++i) {
-            const double begun = processorTime();
-            functions[i]();
-            print(i, processorTime() - begun);
+    const size_t count = functions.size();
+    std::vector<std::vector<double>> results(static_cast<size_t>(rounds), std::vector<double>(count));
+    bool forward = true;
+    for (std::vector<double> &round : results) {
+        for (size_t i = 0; i < count; ++i) {
+            const size_t next = forward ? i : count - 1 - i;
+            round[next] = functions[next]();
         }
+        forward = !forward;
+    }
+    // Only now: a reader of the output would take its share of the processors.
+    for (const std::vector<double> &round : results) {
+        for (const double result : round) {
+            std::printf("%.2f ", result);
+        }
+        std::printf("\n");
     }
 }
 

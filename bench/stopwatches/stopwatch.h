@@ -6,22 +6,19 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 /** Microseconds of the monotonic clock. */
 double now();
 
-/** Prints one measurement: which of the programs it belongs to, counted from 0, and its value. */
-void print(int program, double value);
-
 /**
- * Runs two functions in turn and prints the microseconds of processor time that
- * each run took. For work that waits for nobody: that is all there is, then,
- * but for the disk.
+ * Runs all functions in each round, in alternating order, so that none of them always follows the same other one.
+ * Prints a line for each round in the end: the results, in the order of the functions.
  */
-void printProcessorTimes(int rounds, const std::function<void()> (&functions)[2]);
+void measureInTurn(int rounds, const std::vector<std::function<double()>> &functions);
 
-/** Runs the event loop until done() holds; ends the program with a word on what was awaited after 60 seconds. */
+/** Runs the event loop until done() holds; fails after 60 seconds. */
 void waitUntil(const std::function<bool()> &done, const QString &what);
 
-/** Ends the program with a word on what went wrong. */
+/** Ends the program with an error message. */
 [[noreturn]] void fail(const QString &what);

@@ -1,18 +1,22 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "bareread.h"
+#include "barerpm.h"
 
 #include <rpm/header.h>
+#include <rpm/rpmdb.h>
+#include <rpm/rpmfi.h>
 #include <rpm/rpmlib.h>
 #include <rpm/rpmmacro.h>
 #include <rpm/rpmtag.h>
 #include <rpm/rpmtd.h>
 #include <rpm/rpmts.h>
 
+#include <cstring>
+
 namespace {
 
-// Looks at every element, as whoever converts them has to.
+// A reader that converts the elements has to look at each of them.
 void walk(rpmtd td)
 {
     rpmtdInit(td);
@@ -38,7 +42,7 @@ QString firstText(rpmtd td)
     return QString::fromUtf8(rpmtdGetString(td));
 }
 
-void take(rpmtd td, PackageTexts *texts)
+void take(rpmtd td, BareRpm::Texts *texts)
 {
     walk(td);
     switch (rpmtdTag(td)) {
@@ -56,11 +60,20 @@ void take(rpmtd td, PackageTexts *texts)
     }
 }
 
+bool isLauncher(const char *path)
+{
+    const char folder[] = "/usr/share/applications/";
+    const char suffix[] = ".desktop";
+    const size_t length = std::strlen(path);
+    return std::strncmp(path, folder, sizeof folder - 1) == 0 && length >= sizeof suffix
+            && std::strcmp(path + length + 1 - sizeof suffix, suffix) == 0;
 }
 
-PackageTexts bareRead(const char *path)
+}
+
+BareRpm::Texts BareRpm::read(const char *path)
 {
-    PackageTexts texts;
+    Texts texts;
     FD_t fd = Fopen(path, "r");
     rpmFreeMacros(nullptr);
     rpmFreeRpmrc();
@@ -80,4 +93,27 @@ PackageTexts bareRead(const char *path)
     rpmtsFree(ts);
     Fclose(fd);
     return texts;
+}
+
+QStringList BareRpm::findLaunchers(const char *name)
+{
+    static const int configured = rpmReadConfigFiles(nullptr, nullptr);
+    Q_UNUSED(configured)
+
+    QStringList launchers;
+    rpmts ts = rpmtsCreate();
+    rpmdbMatchIterator iterator = rpmtsInitIterator(ts, RPMDBI_NAME, name, 0);
+    if (Header header = rpmdbNextIterator(iterator)) {
+        rpmfi files = rpmfiInit(rpmfiNew(ts, header, RPMTAG_BASENAMES, RPMFI_FLAGS_QUERY), 0);
+        while (rpmfiNext(files) >= 0) {
+            const char *path = rpmfiFN(files);
+            if (isLauncher(path)) {
+                launchers.append(QString::fromUtf8(path));
+            }
+        }
+        rpmfiFree(files);
+    }
+    rpmdbFreeIterator(iterator);
+    rpmtsFree(ts);
+    return launchers;
 }
