@@ -21,8 +21,8 @@ Window {
 
     readonly property QtObject info: typeof rpmInfo === "undefined" ? null : rpmInfo
 
-    // A density-independent pixel is a 160th of an inch, rounded to quarters so that four of them are a whole number. The
-    // bounds are for displays that report a wrong size.
+    // A density-independent pixel is a 160th of an inch, rounded to quarters so that four of them are a whole number.
+    // The bounds are for displays that report a wrong size.
     readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40))) / 4
     readonly property real gap: 16 * dp
     readonly property real fontSize: Qt.application.font.pixelSize
@@ -121,8 +121,8 @@ Window {
     width: Screen.width
     height: Screen.height
     onClosing: answer(dismissed)
-    // A dialog that cannot be painted counts as dismissed; without a handler Qt would end the whole program. The answer is
-    // given later, because it opens the next file's dialog, and the error may come while this one is still being shown.
+    // A dialog that cannot be painted counts as dismissed; without a handler Qt would end the whole program. The answer
+    // is given later: it opens the next file's dialog, and the error may come while this one is still being shown.
     onSceneGraphError: Qt.callLater(answer, dismissed)
 
     SystemPalette { id: palette }
@@ -133,8 +133,8 @@ Window {
         readonly property real column: width - 2 * dialog.gap
         readonly property real needed: content.height + actions.height + 1.5 * dialog.gap
 
-        // The page fills a phone's screen, so that the thumb reaches the buttons. On a wider screen it is only as high as
-        // its content.
+        // The page fills a phone's screen, so that the thumb reaches the buttons. On a wider screen it is only as high
+        // as its content.
         x: Math.round((dialog.width - width) / 2)
         y: Math.round((dialog.height - height) / 2)
         width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.fontSize))

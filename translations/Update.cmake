@@ -8,7 +8,7 @@ execute_process(
     COMMAND "${LUPDATE}" -silent -locations none -no-obsolete ${sources} -ts ${CATALOGUES}
     COMMAND_ERROR_IS_FATAL ANY)
 
-# lupdate drops the comment.
+# lupdate removes the license comment.
 string(CONCAT licence "<!--\nSPDX-FileCopyrightText: velmora-installationhandler contributors\n"
     "SPDX-License-Identifier: BSD-3-Clause\n-->\n")
 foreach(catalogue IN LISTS CATALOGUES)

@@ -17,7 +17,7 @@ QString mceService()
     return QStringLiteral("com.nokia.mce");
 }
 
-// The state that a signal or an answer tells; none if it makes no sense.
+// The state in a signal or an answer; none if the message is not valid.
 std::optional<QMceDisplay::State> stateIn(const QDBusMessage &message)
 {
     if (message.type() == QDBusMessage::ErrorMessage || message.signature() != QLatin1String("s")) {
@@ -46,7 +46,7 @@ QMceDisplay::QMceDisplay(QObject *parent)
         return;
     }
 
-    // Listen first and ask then, or a change in between is missed.
+    // Subscribing comes before asking, or a change in between would be missed.
     bus.connect(mceService(), QStringLiteral("/com/nokia/mce/signal"), QStringLiteral("com.nokia.mce.signal"),
                 QStringLiteral("display_status_ind"), this, SLOT(handleStatusSignal(QDBusMessage)));
     const auto *watcher = new QDBusServiceWatcher(mceService(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
@@ -73,7 +73,7 @@ void QMceDisplay::handleStatusSignal(const QDBusMessage &signal)
 
 void QMceDisplay::handleOwnerChanged(const QString &, const QString &, const QString &newOwner)
 {
-    // Whatever the earlier owner still has to say counts no more.
+    // An answer of the earlier owner no longer counts.
     m_query.reset();
     if (newOwner.isEmpty()) {
         setState(DisplayOn);
@@ -87,7 +87,7 @@ void QMceDisplay::ask()
     QDBusMessage call = QDBusMessage::createMethodCall(mceService(), QStringLiteral("/com/nokia/mce/request"),
                                                        QStringLiteral("com.nokia.mce.request"),
                                                        QStringLiteral("get_display_status"));
-    // Watching the display is no reason to start the daemon that runs it.
+    // Watching the display must not start MCE.
     call.setAutoStartService(false);
     m_query = std::make_unique<QDBusPendingCallWatcher>(QDBusConnection::systemBus().asyncCall(call));
     connect(m_query.get(), &QDBusPendingCallWatcher::finished, this, &QMceDisplay::handleAnswer);

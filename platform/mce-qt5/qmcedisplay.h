@@ -11,11 +11,11 @@ class QDBusMessage;
 class QDBusPendingCallWatcher;
 
 /**
- * Watches whether the display is on, as the display daemon MCE tells on the system bus.
+ * Watches whether the display is on, which the display daemon MCE reports on the system bus.
  *
- * The display counts as on as long as nobody says otherwise: before MCE's first answer,
- * where there is no MCE or no system bus, and again when MCE vanishes. Answers and
- * signals that make no sense change nothing. Nothing here waits for MCE.
+ * The display counts as on unless MCE says otherwise: before MCE's first answer, without
+ * MCE or a system bus, and again when MCE vanishes. Answers and signals that are not
+ * valid change nothing. No function waits for MCE.
  */
 class QMceDisplay : public QObject
 {
@@ -29,7 +29,7 @@ public:
     };
     Q_ENUM(State)
 
-    /** Begins to watch; the true state arrives later, through stateChanged(). */
+    /** Begins to watch; stateChanged() reports the true state later. */
     explicit QMceDisplay(QObject *parent = nullptr);
     ~QMceDisplay() override;
 

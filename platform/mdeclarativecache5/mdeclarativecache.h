@@ -9,8 +9,8 @@ class QQuickView;
 /**
  * Source of the process's application object and of QML views.
  *
- * Devices keep prepared ones at hand to start faster. This implementation has no
- * such store and makes them new.
+ * A device may keep prepared objects to start faster. This implementation creates
+ * new ones.
  */
 class MDeclarativeCache
 {
@@ -20,8 +20,8 @@ public:
     /**
      * Returns a new application object made from the command line; the caller owns it.
      *
-     * The toolkit takes its own options out of @p argv and lowers @p argc. Both must
-     * outlive the application object.
+     * Qt removes its own options from @p argv and lowers @p argc. Both must outlive
+     * the application object.
      */
     static QGuiApplication *qApplication(int &argc, char **argv);
 

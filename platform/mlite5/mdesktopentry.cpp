@@ -13,16 +13,16 @@
 
 namespace {
 
-// A launcher in every language there is stays far below it.
-constexpr int sizeLimit = 4 * 1024 * 1024;
+// A launcher with translations into all languages is far smaller.
+constexpr int SizeLimit = 4 * 1024 * 1024;
 
-// A zero byte would make it another file's name.
+// A name with a zero byte is refused, because the system would read only the part before it.
 int openWithoutWaiting(const QString &fileName)
 {
     if (fileName.contains(QChar::Null)) {
         return -1;
     }
-    // Opening a pipe waits for a writer unless told not to.
+    // Without O_NONBLOCK, opening a pipe waits for a writer.
     return open(QFile::encodeName(fileName).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
 }
 
@@ -32,7 +32,7 @@ bool isRegularFile(const QFile &file)
     return fstat(file.handle(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// Empty where there is nothing that an entry could be made of.
+// Returns an empty text for a file that can't be read, isn't a regular one or is too large.
 QByteArray readText(const QString &fileName)
 {
     const int descriptor = openWithoutWaiting(fileName);
@@ -41,8 +41,8 @@ QByteArray readText(const QString &fileName)
         || !isRegularFile(file)) {
         return {};
     }
-    const QByteArray text = file.read(sizeLimit + 1);
-    return text.size() > sizeLimit ? QByteArray() : text;
+    const QByteArray text = file.read(SizeLimit + 1);
+    return text.size() > SizeLimit ? QByteArray() : text;
 }
 
 struct KeyName
@@ -64,7 +64,7 @@ MDesktopEntry::MDesktopEntry(const QString &fileName)
 {
     const QByteArray text = readText(fileName);
     if (!g_key_file_load_from_data(m_keys.get(), text.constData(), gsize(text.size()), G_KEY_FILE_NONE, nullptr)) {
-        // What came before the fault is no entry either.
+        // GLib keeps the keys before a fault, but a damaged file counts as one without keys.
         m_keys.reset(g_key_file_new());
     }
 }

@@ -14,8 +14,8 @@ using GKeyFile = struct _GKeyFile;
  * One desktop entry (freedesktop.org), read when it is constructed.
  *
  * Keys are named "Group/Key". A file that isn't a regular one, can't be read, is
- * larger than 4 MiB or isn't a key file has no keys. Of a key or group that stands
- * there several times the last value counts. Never waits.
+ * larger than 4 MiB or isn't a key file has no keys. If a key or group is repeated,
+ * the last value counts. No function blocks.
  */
 class MDesktopEntry
 {
@@ -25,7 +25,7 @@ public:
     /** Whether the entry has @p key. */
     bool contains(const QString &key) const;
 
-    /** The value of @p key, escape sequences resolved; empty where it is absent or not UTF-8 text. */
+    /** The value of @p key with escape sequences resolved; empty if it is absent or not UTF-8 text. */
     QString value(const QString &key) const;
 
 private:

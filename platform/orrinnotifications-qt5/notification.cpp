@@ -40,7 +40,7 @@ void Notification::publish()
 {
     const QString service = QStringLiteral("org.freedesktop.Notifications");
     const QVariantMap hints{
-            // The notification service expects a byte here and nothing else.
+            // The notification service takes no other type than a byte.
             {QStringLiteral("urgency"), QVariant::fromValue(uchar(m_urgency))},
             {QStringLiteral("transient"), m_isTransient},
     };
@@ -51,8 +51,8 @@ void Notification::publish()
            << uint(0) // replaces no earlier notification
            << m_appIcon << QString() // summary
            << m_body << QStringList() // actions
-           << hints << -1; // shown for as long as the notification service likes
+           << hints << -1; // the notification service's own expiry time
 
-    // Sent without asking for a reply, so there is nothing to wait for or to clean up.
+    // send() asks for no reply, so there is nothing to wait for.
     QDBusConnection::sessionBus().send(notify);
 }

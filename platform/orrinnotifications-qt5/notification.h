@@ -9,22 +9,22 @@
 /**
  * A notification to the user.
  *
- * Set it up, publish() it and throw the object away: what was published stays with the
- * desktop's notification service.
+ * The object may be destroyed after publish(), because the notification then belongs to
+ * the desktop's notification service.
  */
 class Notification : public QObject
 {
     Q_OBJECT
 
 public:
-    /** How pressing the matter is; the values are those of the desktop's notification service. */
+    /** The values are those of the desktop's notification service. */
     enum Urgency {
         Low = 0,
         Normal = 1,
         Critical = 2,
     };
 
-    /** An empty notification of normal urgency that is not transient. */
+    /** Creates an empty notification of normal urgency that is not transient. */
     explicit Notification(QObject *parent = nullptr);
 
     void setUrgency(Urgency urgency);
@@ -39,10 +39,10 @@ public:
     void setBody(const QString &body);
 
     /**
-     * Hands the notification to org.freedesktop.Notifications on the session bus.
+     * Sends the notification to org.freedesktop.Notifications on the session bus.
      *
-     * Returns at once and never waits for that service; the notification is lost, in
-     * silence, where the service or the bus is absent.
+     * Returns at once and never waits for that service. Without the service or the bus
+     * the notification is lost, and nothing reports that.
      */
     void publish();
 

@@ -19,8 +19,8 @@ public:
     /**
      * The operating system's name for people, without its version.
      *
-     * This is NAME of /etc/os-release, read at each call; the kernel's name where
-     * that file doesn't tell.
+     * This is NAME of /etc/os-release, read at each call, or the kernel's name if that
+     * file has none.
      */
     QString baseOperatingSystemName() const;
 };

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int SizeLimit = 64 * 1024;
 
-// The policy's answer. A problem that isn't empty says why there is none to be had.
+// The policy's answer. A problem that isn't empty is the reason why the policy is unusable.
 struct Finding
 {
     bool enabled;
@@ -42,8 +42,8 @@ Finding evaluateValue(const char *value)
 
 Finding evaluateText(const QByteArray &text)
 {
-    // GLib takes a line that begins with a zero byte for an empty one, so a file that
-    // a crash left full of zeros would pass for a policy without restrictions.
+    // GLib takes a line that begins with a zero byte for an empty one, so a file of zeros,
+    // which a crash may leave, would pass for a policy without restrictions.
     if (!g_utf8_validate(text.constData(), text.size(), nullptr)) {
         return unusable(QStringLiteral("not UTF-8 text"));
     }
@@ -54,7 +54,7 @@ Finding evaluateText(const QByteArray &text)
         return unusable(QString::fromUtf8(error->message));
     }
 
-    // GLib's own idea of a boolean would let 1 and 0 pass.
+    // g_key_file_get_boolean() would accept 1 and 0 too.
     g_autofree gchar *value = g_key_file_get_value(keys, "Applications", "InstallationEnabled", nullptr);
     return value ? evaluateValue(g_strchomp(value)) : Finding{true, {}};
 }
@@ -79,7 +79,7 @@ Finding evaluateFile(QFile &file)
     return evaluateText(text);
 }
 
-// A link that leads nowhere isn't absent: somebody meant a policy to be there.
+// A dangling link isn't absent, because somebody meant a policy to be there.
 bool isAbsent(const QByteArray &path)
 {
     struct stat status;
@@ -88,7 +88,7 @@ bool isAbsent(const QByteArray &path)
 
 Finding evaluatePath(const QByteArray &path)
 {
-    // Opening a pipe waits for a writer unless told not to.
+    // Without O_NONBLOCK, opening a pipe waits for a writer.
     const int descriptor = open(path.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor == -1) {
         const int reason = errno;

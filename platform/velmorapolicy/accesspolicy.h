@@ -9,15 +9,15 @@
 namespace Velmora {
 
 /**
- * What the device's owner allows its user to do.
+ * The policy by which the device's owner restricts its user.
  *
  * The policy is a key file in the syntax of desktop entries, UTF-8, at most 64 KiB:
  *
  *     [Applications]
  *     InstallationEnabled=false
  *
- * Everything is allowed until the file says otherwise. A file that is there but can't
- * be understood forbids: nobody gains a right by damaging it.
+ * Everything is allowed unless the file says otherwise. A file that exists but can't be
+ * understood forbids everything, so that nobody gains a right by damaging it.
  */
 class AccessPolicy : public QObject
 {
@@ -35,7 +35,7 @@ public:
      *
      * True for the value "true" and where the file or the key is absent, false for
      * "false". A file that can't be read, isn't a key file or holds any other value
-     * gives false and one warning that names the file and the reason. Never waits:
+     * gives false and one warning that names the file and the reason. It never blocks:
      * a pipe or a device in the file's place counts as unreadable.
      */
     bool applicationInstallationEnabled() const;

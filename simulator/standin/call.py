@@ -11,7 +11,7 @@ from .values import in_variant, plain
 
 
 class Call:
-    """A received call: who sent what and when, and the ways to answer it.
+    """A received call: its sender, contents and time, and the ways to answer it.
 
     `stamp` is CLOCK_MONOTONIC in nanoseconds, comparable between all processes of the machine.
     """
@@ -28,7 +28,7 @@ class Call:
         self._message = message
 
     def answer(self, signature, values):
-        """Answers with values of just this D-Bus signature, whatever the method promises."""
+        """Answers with values of this D-Bus signature, even if the method declares another one."""
         reply = dbus.lowlevel.MethodReturnMessage(self._message)
         if signature:
             reply.append(*values, signature=signature)
@@ -65,7 +65,7 @@ class Call:
 
 
 class _AnsweringConnection:
-    """A bus connection that tells when an answer goes out through it."""
+    """A bus connection that calls a function when an answer is sent through it."""
 
     def __init__(self, connection, answered):
         self._connection = connection

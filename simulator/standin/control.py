@@ -19,18 +19,18 @@ def operation(in_signature='', out_signature=''):
 
 
 def members(values):
-    """Values of any types, which the control interface can only take in a variant each."""
+    """Unpacks values of any types; the control interface takes each of them in a variant."""
     return [out_of_variant(value) for value in values]
 
 
 class Control(dbus.service.Object):
-    """Lets tests and people direct a stand-in and ask what it has seen.
+    """Lets tests and people control a stand-in and ask for the calls that it has received.
 
-    What names an unknown method, parameter or choice is refused with an error, and counts as
-    unexpected. A number of times, where there is one, is 0 for "until restored".
+    An operation with an unknown method, parameter or choice gets an error and counts as unexpected. `times` is the
+    number of calls for which an operation holds; 0 means until Restore.
     """
 
-    # dbusmock looks here for methods added at run time, on every object of the process.
+    # dbusmock reads this attribute of every object in the process.
     methods = {}
 
     def __init__(self, bus, standin, recorder, plans):
@@ -60,7 +60,7 @@ class Control(dbus.service.Object):
 
     @operation('ssavu')
     def Answer(self, method, signature, values, times):
-        """Calls of the method are answered with these values, in just this signature."""
+        """Calls of the method are answered with these values, in this signature."""
         self._plan(method, FixedAnswer(signature, members(values), times))
 
     @operation('sa(ssav)u')
@@ -127,17 +127,17 @@ class Control(dbus.service.Object):
 
     @operation('', 'a(xsosssav)')
     def Calls(self):
-        """The calls seen: stamp (CLOCK_MONOTONIC, ns), sender, path, interface, method, signature, arguments."""
+        """The calls received: stamp (CLOCK_MONOTONIC, ns), sender, path, interface, method, signature, arguments."""
         return dbus.Array([call.as_struct() for call in self._recorder.calls], signature='(xsosssav)')
 
     @operation()
     def Clear(self):
-        """Forgets the calls seen."""
+        """Forgets the calls received."""
         self._recorder.clear()
 
     @operation('', 'as')
     def Unexpected(self):
-        """Descriptions of what no correct service and no correct test does."""
+        """Descriptions of the calls and operations that were mistakes of the service or of the test."""
         return dbus.Array(self._recorder.unexpected, signature='s')
 
     @dbus.service.signal(CONTROL_INTERFACE, signature='(xsosssav)')

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The control interface of a stand-in, seen from outside."""
+"""A client of the control interface."""
 
 from gi.repository import Gio, GLib
 
@@ -12,7 +12,7 @@ TIMEOUT_MS = 20000
 
 
 class ControlClient:
-    """Directs one stand-in. What the stand-in does not understand raises RemoteError."""
+    """Controls one stand-in. An operation that the stand-in refuses raises RemoteError."""
 
     def __init__(self, connection, standin):
         """`connection` is a Gio.DBusConnection to the bus of the stand-in."""
@@ -28,7 +28,7 @@ class ControlClient:
         self._call('Refuse', '(sssu)', method, error_name, text, times)
 
     def answer(self, method, values, times=0):
-        """Calls of the method are answered with the members of a tuple variant, in just their types."""
+        """Calls of the method are answered with the members of a tuple variant, in their types."""
         self._call('Answer', '(ssavu)', method, values.get_type_string()[1:-1], _members(values), times)
 
     def script(self, method, signals, times=0):
@@ -40,7 +40,7 @@ class ControlClient:
                    [(name, values.get_type_string()[1:-1], _members(values)) for name, values in signals], times)
 
     def delay(self, method, milliseconds):
-        """Calls of the method are treated later."""
+        """Calls of the method are answered later."""
         self._call('Delay', '(su)', method, milliseconds)
 
     def hang(self, method, times=0):
@@ -81,17 +81,17 @@ class ControlClient:
                    _members(values))
 
     def calls(self, method=None):
-        """The calls seen so far as SeenCall, of one method or of all."""
+        """The calls received so far as SeenCall, of one method or of all."""
         reply = self._reply('Calls', None).get_child_value(0)
         calls = [SeenCall.from_variant(reply.get_child_value(index)) for index in range(reply.n_children())]
         return [call for call in calls if method in (None, call.method)]
 
     def clear(self):
-        """Forgets the calls seen."""
+        """Forgets the calls received."""
         self._call('Clear', '()')
 
     def unexpected(self):
-        """What should not have happened."""
+        """Descriptions of the calls and operations that were mistakes."""
         return self._call('Unexpected', '()')[0]
 
     def watch(self, seen):

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The way of every message into a stand-in."""
+"""The filter for all messages that a stand-in receives."""
 
 import os
 
@@ -17,7 +17,7 @@ HOUSEKEEPING = ('org.freedesktop.DBus.Introspectable', 'org.freedesktop.DBus.Pee
 
 
 class Gate:
-    """Sees every call before the objects do: records it and treats it as planned.
+    """Receives every call before the objects do, records it and carries out the plan for it.
 
     Introspection and pings are not recorded, but plans for them are carried out.
     """
@@ -32,7 +32,7 @@ class Gate:
         bus.add_message_filter(self._filter)
 
     def handle(self, call, then=lambda: None):
-        """Lets the stand-in answer by itself; `then` runs when it has."""
+        """Lets the stand-in give its own answer; `then` runs after that."""
         def answered(reply):
             error = reply.get_error_name() if isinstance(reply, dbus.lowlevel.ErrorMessage) else None
             self._recorder.log(f'{call.method} ' + (f'refused: {error}' if error else 'answered'))
@@ -60,14 +60,14 @@ class Gate:
         self._recorder.log(f'{call.method} hangs')
 
     def release(self, method, which):
-        """Takes hanging calls of a method out: the one with the number `which`, all for -1."""
+        """Removes and returns hanging calls of a method: the one with the number `which`, or all for -1."""
         waiting = [call for call in self.hanging if call.method == method]
         chosen = waiting if which == -1 else waiting[which:which + 1]
         self.hanging = [call for call in self.hanging if call not in chosen]
         return chosen
 
     def die(self):
-        """Ends the process at once, with what has been sent before on its way."""
+        """Ends the process at once, after the messages that it has sent before have left."""
         self._recorder.log('dies')
         self._bus.flush()
         os._exit(1)

@@ -9,9 +9,9 @@ PROPERTY_READERS = {'Get': 'ss', 'GetAll': 's'}
 
 
 class StandInObject(DBusMockObject):
-    """A dbusmock object whose calls come through the gate, which also keeps the log.
+    """A dbusmock object whose calls come through the gate.
 
-    It answers for further objects too, each with one interface, in `objects` by path.
+    `objects` maps the path of each object that it answers for to that object's one interface.
     """
 
     def __init__(self, bus, path, interface, properties):
@@ -19,10 +19,10 @@ class StandInObject(DBusMockObject):
         self.objects = {path: interface}
 
     def log(self, msg):
-        """Nothing: the recorder writes the log."""
+        """Does nothing, because the recorder writes the log."""
 
     def offers(self, call):
-        """Whether a call has an object path, interface, method and signature that exist."""
+        """Whether the object path, interface, method and signature of a call exist."""
         if call.path not in self.objects:
             return False
         if call.interface == PROPERTIES_INTERFACE:

@@ -7,7 +7,7 @@ from pathlib import Path
 CONTROL_INTERFACE = 'org.velmoraos.simulator.Control'
 CONTROL_PATH = '/org/velmoraos/simulator'
 
-# The bus on which a stand-in lives, for each stand-in there is.
+# Each stand-in and its bus.
 BUSES = {
     'android-support': 'system',
     'developer-mode': 'system',
@@ -19,7 +19,7 @@ BUSES = {
     'runtime-manager': 'system',
 }
 
-# Those that are started together. A device can have the real PackageKit instead.
+# The stand-ins that start-all starts. A device can have the real PackageKit instead of its stand-in.
 TOGETHER = [standin for standin in BUSES if standin != 'package-kit']
 
 

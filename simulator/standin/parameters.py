@@ -8,14 +8,14 @@ class ParameterError(Exception):
 
 
 class Parameters:
-    """The values now in force. The first choice of each parameter is its default."""
+    """The current values. The first choice of each parameter is its default."""
 
     def __init__(self, choices):
         self._choices = choices
         self.values = {name: values[0] for name, values in choices.items()}
 
     def set(self, name, value):
-        """Takes a new value, as it is or in writing, and returns it; None if nothing changes."""
+        """Sets a value, given as itself or as text, and returns it; returns None if nothing changes."""
         if name not in self._choices:
             raise ParameterError(f'no parameter "{name}", only {", ".join(self._choices) or "none at all"}')
         choice = self._find(name, value)
@@ -32,7 +32,7 @@ class Parameters:
 
 
 def written(value):
-    """A value as one writes it on the command line."""
+    """A value in the form that the command line takes."""
     if isinstance(value, str):
         return str(value)
     return 'true' if value else 'false'

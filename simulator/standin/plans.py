@@ -1,18 +1,18 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What is to happen to the next calls of a method."""
+"""Plans for the next calls of a method."""
 
 from collections import defaultdict, deque
 
 
 class Plan:
-    """One way to treat a call; `times` tells for how many calls it holds, 0 for all."""
+    """One way to answer calls. `times` is the number of calls that it holds for, 0 for all."""
 
     def __init__(self, times=0):
         self.times = times
 
     def carry_out(self, call, gate):
-        """Treats the call, with the help of the gate that it came through."""
+        """Answers the call, or not, through the gate that it came by."""
         raise NotImplementedError
 
 
@@ -36,7 +36,7 @@ class Refusal(Plan):
 
 
 class FixedAnswer(Plan):
-    """Given values of any type, whatever the method promises."""
+    """Given values of any type, even if the method declares others."""
 
     def __init__(self, signature, values, times=0):
         super().__init__(times)
@@ -51,7 +51,7 @@ class Script(Plan):
     """An answer without values, followed by signals of the object that was called."""
 
     def __init__(self, signals, times=0):
-        """`signals` are (member, signature, values) each."""
+        """`signals` is a list of (member, signature, values)."""
         super().__init__(times)
         self._signals = signals
 
@@ -62,7 +62,7 @@ class Script(Plan):
 
 
 class Hanging(Plan):
-    """No answer until it is released."""
+    """No answer until the call is released."""
 
     def carry_out(self, call, gate):
         gate.keep(call)
@@ -90,15 +90,15 @@ class Plans:
         self._delays = {}
 
     def add(self, method, plan):
-        """Appends a plan. Plans for a number of calls are used up in turn; one for all calls
-        replaces the former one for all."""
+        """Appends a plan. Plans for a number of calls are used one after the other; a plan for all calls replaces the
+        former one for all."""
         plans = self._plans[method]
         if plans and plans[-1].times == 0:
             plans.pop()
         plans.append(plan)
 
     def set_delay(self, method, milliseconds):
-        """Every call of the method is treated that much later."""
+        """Delays the plan for every call of the method."""
         self._delays[method] = milliseconds
 
     def delay(self, method):
@@ -106,12 +106,12 @@ class Plans:
         return self._delays.get(method, 0)
 
     def forget(self, method):
-        """Back to normal."""
+        """Removes the plans and the delay of a method."""
         self._plans.pop(method, None)
         self._delays.pop(method, None)
 
     def concern(self, method):
-        """Whether calls of the method are to be treated in any special way."""
+        """Whether there is a plan or a delay for the method."""
         return bool(self._plans.get(method)) or method in self._delays
 
     def take(self, method):

@@ -49,7 +49,7 @@ class StandIn:
         loop.run()
 
     def configure(self, name, value):
-        """Gives a parameter another value and lets the stand-in act on it."""
+        """Gives a parameter another value and tells the template."""
         changed = self._parameters.set(name, value)
         if changed is not None and hasattr(self._template, 'parameter_changed'):
             self._template.parameter_changed(self.mock, name, changed)
@@ -59,7 +59,7 @@ class StandIn:
         self._request(self._template.BUS_NAME)
 
     def give_up_name(self):
-        """Vanishes, while the control name stays."""
+        """Gives up the public name, but not the control name."""
         self._bus.release_name(self._template.BUS_NAME)
 
     def emit(self, path, interface, member, destination, signature, values):

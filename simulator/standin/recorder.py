@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The memory of a stand-in: the calls it has seen, and what it did not expect."""
+"""The record of a stand-in: the calls that it has received, and the unexpected ones."""
 
 import time
 
@@ -20,15 +20,15 @@ class Recorder:
         self.call_seen(call)
 
     def add_unexpected(self, text):
-        """Remembers something that a correct peer, or a correct test, does not do."""
+        """Remembers a mistake of the service or of a test."""
         self.unexpected.append(text)
         self.log('UNEXPECTED ' + text)
 
     def clear(self):
-        """Forgets the calls seen; what was unexpected stays known."""
+        """Forgets the calls, but not what was unexpected."""
         self.calls.clear()
 
     @staticmethod
     def log(text):
-        """One line on standard output, stamped with CLOCK_MONOTONIC in seconds."""
+        """Prints one line, stamped with CLOCK_MONOTONIC in seconds."""
         print(f'{time.monotonic():.6f} {text}', flush=True)

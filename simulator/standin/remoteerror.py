@@ -1,12 +1,12 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Error replies as they were on the wire."""
+"""D-Bus error replies."""
 
 from gi.repository import Gio
 
 
 class RemoteError(Exception):
-    """A D-Bus error reply: its `name` and `message`. The name is None for errors that arose on this side."""
+    """A D-Bus error reply: its `name` and `message`. The name is None for an error of this side."""
 
     def __init__(self, error):
         """Takes a GLib.Error, which has the name mixed into its message."""

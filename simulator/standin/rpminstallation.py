@@ -20,7 +20,7 @@ class RpmInstallation:
         self._alias = Path(self._folder.name) / 'package.rpm'
 
     def start(self):
-        """Starts rpm, which gets the file under a name that is no pattern, URL or option."""
+        """Starts rpm. It gets the file under a name that it cannot take for a pattern, URL or option."""
         try:
             self._alias.symlink_to(self._path)
         except OSError as error:

@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Why rpm refused an installation."""
+"""The reason why rpm refused an installation or a removal."""
 
 import re
 
-# The first pattern that rpm's messages match decides.
+# The first pattern that is found in rpm's output decides.
 CODES = (
     ('FileNotFound', r'No such file or directory|File name too long'),
     ('NotAPackage', r'read failed: Is a directory'),
@@ -18,12 +18,12 @@ CODES = (
     ('NotAPackage', r'cannot be installed'),
 )
 
-# What Debian's rpm says before every installation.
+# The advice that Debian's rpm prints before every installation.
 PREFACE = re.compile(r'^rpm: (RPM should not be used|However assuming).*\n', re.MULTILINE)
 
 
 class RpmRefusal:
-    """A short code for the kind of refusal, and rpm's own words."""
+    """A code for the kind of refusal, and the text of rpm."""
 
     def __init__(self, output, alias, path):
         """`alias` is the file's name in rpm's messages, `path` the one to show."""

@@ -10,10 +10,10 @@ _runs = deque()
 
 
 def run_rpm(arguments, ended):
-    """Runs rpm without blocking; `ended` is called with whether it succeeded, and with all that it said.
+    """Runs rpm without blocking; `ended` is called with its success and its whole output.
 
-    One runs at a time, in the order of the calls: rpm by itself looks at what is installed before it waits for
-    another run to end.
+    Only one rpm runs at a time, in the order of the calls, because rpm reads what is installed before it waits for
+    another rpm to end.
     """
     _runs.append((arguments, ended))
     if len(_runs) == 1:

@@ -18,7 +18,7 @@ class SeenCall(NamedTuple):
 
     @classmethod
     def from_variant(cls, struct):
-        """From the struct of the wire, (xsosssav)."""
+        """Converts the struct of the control interface, (xsosssav)."""
         fields = [struct.get_child_value(index) for index in range(struct.n_children())]
         arguments = tuple(fields[6].get_child_value(index).get_variant().unpack()
                           for index in range(fields[6].n_children()))

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""D-Bus values: their levels of variants, and how people write them."""
+"""Conversions of D-Bus values: levels of variants, and text for people."""
 
 import dbus
 
@@ -16,7 +16,7 @@ def out_of_variant(value):
 
 
 def plain(value):
-    """A value as a person writes it."""
+    """A value as text for people."""
     if isinstance(value, dbus.Boolean):
         return 'true' if value else 'false'
     if isinstance(value, str):

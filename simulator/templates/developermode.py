@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of the developer-mode service: tells whether installing needs no confirmation."""
+"""Stand-in of the developer-mode service: tells whether an installation needs no confirmation."""
 
 import dbus
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of the home screen's launcher model: is told which launchers are about to change, and when that is over."""
+"""Stand-in of the home screen's launcher model: receives the beginning and the end of each change to a launcher."""
 
 import dbus
 

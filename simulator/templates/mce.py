@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of MCE: the display's state, and the notifications that keep the display on."""
+"""Stand-in of MCE: has the display's state, and receives the notifications that keep it on."""
 
 import dbus
 

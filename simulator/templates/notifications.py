@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of the notification service: counts and remembers what it would show."""
+"""Stand-in of the notification service: numbers the notifications and shows nothing."""
 
 import dbus
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of PackageKit for what the real one does not do on demand. Without a script it knows no package at all."""
+"""Stand-in of PackageKit, for faults that the real one does not produce on demand. It knows no package by itself."""
 
 import os
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of the package manager: installs with rpm, into the system it runs on, and removes what it has installed."""
+"""Stand-in of the package manager: installs packages with rpm, and removes those that it has installed."""
 
 import shutil
 from pathlib import Path

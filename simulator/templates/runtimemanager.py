@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Stand-in of the runtime manager: its hook for applications that are removed without the package manager."""
+"""Stand-in of the runtime manager: offers the hook for removals that the package manager does not make."""
 
 import dbus
 
