@@ -6,14 +6,15 @@
 #include <QLocale>
 #include <QTranslator>
 
-/** The program speaks a locale's language while the object lives, as the service does: its own over the English. */
+/** Loads the catalogues of a locale as the service does, the locale's own over the English, for the object's lifetime.
+ */
 class Catalogues
 {
 public:
     explicit Catalogues(const QLocale &locale = QLocale::c());
     ~Catalogues();
 
-    /** Whether there is a catalogue of the locale's own. */
+    /** Whether the locale has a catalogue of its own. */
     bool hasOwn() const { return m_hasOwn; }
 
 private:

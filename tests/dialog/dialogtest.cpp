@@ -8,7 +8,7 @@ namespace {
 QStringList s_log;
 QtMessageHandler s_previous = nullptr;
 
-void note(QtMsgType level, const QMessageLogContext &context, const QString &text)
+void recordMessage(QtMsgType level, const QMessageLogContext &context, const QString &text)
 {
     s_log.append(text);
     s_previous(level, context, text);
@@ -16,22 +16,31 @@ void note(QtMsgType level, const QMessageLogContext &context, const QString &tex
 
 }
 
-void DialogTest::speak(const QLocale &locale)
+void DialogTest::setLocale(const QLocale &locale)
 {
     m_catalogues.reset();
     m_catalogues = std::make_unique<Catalogues>(locale);
 }
 
+void DialogTest::setFontSize(double pixels)
+{
+    QFont font = m_font;
+    font.setPixelSize(qRound(pixels));
+    QGuiApplication::setFont(font);
+}
+
 void DialogTest::init()
 {
-    speak(QLocale::c());
+    setLocale(QLocale::c());
     s_log.clear();
-    s_previous = qInstallMessageHandler(note);
+    s_previous = qInstallMessageHandler(recordMessage);
 }
 
 void DialogTest::cleanup()
 {
     qInstallMessageHandler(s_previous);
     m_catalogues.reset();
+    QGuiApplication::setFont(m_font);
+    QGuiApplication::setPalette(m_palette);
     QCOMPARE(s_log, QStringList());
 }

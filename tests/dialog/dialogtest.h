@@ -5,19 +5,24 @@
 
 #include "catalogues.h"
 
+#include <QFont>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QTest>
 
 #include <memory>
 
-/** A test of the installed dialog, in English, in the C locale. Whatever it logs makes the test fail. */
+/** A test of the installed dialog, in English and in the C locale. It fails if the program logs anything. */
 class DialogTest : public QObject
 {
     Q_OBJECT
 
 protected:
-    /** Changes the language before the dialog is shown. */
-    void speak(const QLocale &locale);
+    /** Changes the language of dialogs that are shown later. */
+    void setLocale(const QLocale &locale);
+
+    /** Changes the font size of dialogs that are shown later. */
+    void setFontSize(double pixels);
 
 protected Q_SLOTS:
     void init();
@@ -25,9 +30,11 @@ protected Q_SLOTS:
 
 private:
     std::unique_ptr<Catalogues> m_catalogues;
+    QFont m_font = QGuiApplication::font();
+    QPalette m_palette = QGuiApplication::palette();
 };
 
-/** Runs the tests of a class, unattended. Only on a device. */
+/** Runs the tests of a class without a display. */
 template<typename Test>
 int runDialogTest(int argc, char **argv)
 {
@@ -37,3 +44,9 @@ int runDialogTest(int argc, char **argv)
     Test test;
     return QTest::qExec(&test, argc, argv);
 }
+
+#define DIALOG_TEST_MAIN(Test)                                                                                         \
+    int main(int argc, char **argv)                                                                                    \
+    {                                                                                                                  \
+        return runDialogTest<Test>(argc, argv);                                                                        \
+    }

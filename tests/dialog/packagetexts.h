@@ -5,7 +5,7 @@
 
 #include <QObject>
 
-/** What the dialog is told about a package: the same properties as the package reader has. */
+/** The package that the dialog shows, with the properties of the service's package reader. */
 class PackageTexts : public QObject
 {
     Q_OBJECT
@@ -15,6 +15,13 @@ class PackageTexts : public QObject
     Q_PROPERTY(QString fileName MEMBER fileName NOTIFY fileNameChanged)
 
 public:
+    /** A package for tests that do not care about it; never changed. */
+    static PackageTexts *ordinary()
+    {
+        static PackageTexts texts;
+        return &texts;
+    }
+
     QString name = QStringLiteral("lighthouse-tides");
     QString version = QStringLiteral("2.4.1");
     QString summary = QStringLiteral("Tide tables and weather for small boats");

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// Pictures of the dialog in all its shapes, for people to look at: PROGRAM FOLDER. On a device, for the dialog is the
-// installed one.
+// dialogscreenshots FOLDER: takes pictures of the installed dialog in many languages, sizes and colours, for people to
+// look at. Runs on a device.
 
 #include "catalogues.h"
 #include "showndialog.h"
@@ -23,44 +23,26 @@ QPalette darkPalette()
     return palette;
 }
 
-class Studio
+void setFontSize(int pixels)
 {
-public:
-    explicit Studio(const QString &folder)
-        : m_folder(folder)
-    {
-    }
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(pixels);
+    QGuiApplication::setFont(font);
+}
 
-    void speak(const QLocale &locale)
-    {
-        m_catalogues.reset();
-        m_catalogues = std::make_unique<Catalogues>(locale);
+/** Types the keys before it takes the picture. */
+void takePicture(const QString &name, const QSize &size, PackageTexts *texts, const QList<Qt::Key> &keys = {})
+{
+    const ShownDialog dialog(texts, size);
+    for (const Qt::Key key : keys) {
+        QTest::keyClick(dialog.window(), key);
     }
-
-    void setFont(int pixels)
-    {
-        QFont font(QStringLiteral("DejaVu Sans"));
-        font.setPixelSize(pixels);
-        QGuiApplication::setFont(font);
+    dialog.awaitFrame();
+    const QString file = QDir(QCoreApplication::arguments().at(1)).filePath(name + QLatin1String(".png"));
+    if (!dialog.picture().save(file, nullptr, 0)) {
+        qFatal("%s could not be written", qPrintable(file));
     }
-
-    void take(const QString &name, const QSize &size, PackageTexts *texts, const QList<Qt::Key> &keys = {})
-    {
-        ShownDialog dialog(texts, size);
-        for (const Qt::Key key : keys) {
-            QTest::keyClick(dialog.window(), key);
-        }
-        dialog.awaitFrame();
-        const QString file = QDir(m_folder).filePath(name + QLatin1String(".png"));
-        if (!dialog.picture().save(file, nullptr, 0)) {
-            qFatal("%s could not be written", qPrintable(file));
-        }
-    }
-
-private:
-    QString m_folder;
-    std::unique_ptr<Catalogues> m_catalogues = std::make_unique<Catalogues>();
-};
+}
 
 }
 
@@ -88,31 +70,31 @@ int main(int argc, char **argv)
     unreadable.version.clear();
     unreadable.summary.clear();
 
-    Studio studio(application.arguments().at(1));
-    studio.setFont(20);
-    studio.take(QStringLiteral("phone"), phone, &texts);
-    studio.take(QStringLiteral("phone-on-its-side"), phoneOnItsSide, &texts);
-    studio.take(QStringLiteral("tablet"), tablet, &texts, {Qt::Key_Tab});
-    studio.take(QStringLiteral("hostile"), phone, &hostile);
-    studio.take(QStringLiteral("hostile-path"), phone, &hostile, {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
-    studio.take(QStringLiteral("unreadable"), phone, &unreadable);
-    studio.setFont(14);
-    studio.take(QStringLiteral("small-phone"), smallPhone, &texts);
-    studio.setFont(28);
-    studio.take(QStringLiteral("small-phone-large-font"), smallPhone, &texts, {Qt::Key_Tab});
-    studio.setFont(36);
-    studio.take(QStringLiteral("large-font"), phone, &texts);
-    studio.take(QStringLiteral("large-font-on-its-side"), phoneOnItsSide, &texts);
-    studio.setFont(20);
+    auto catalogues = std::make_unique<Catalogues>();
+    setFontSize(20);
+    takePicture(QStringLiteral("phone"), phone, &texts);
+    takePicture(QStringLiteral("phone-on-its-side"), phoneOnItsSide, &texts);
+    takePicture(QStringLiteral("tablet"), tablet, &texts, {Qt::Key_Tab});
+    takePicture(QStringLiteral("hostile"), phone, &hostile);
+    takePicture(QStringLiteral("hostile-path"), phone, &hostile, {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
+    takePicture(QStringLiteral("unreadable"), phone, &unreadable);
+    setFontSize(14);
+    takePicture(QStringLiteral("small-phone"), smallPhone, &texts);
+    setFontSize(28);
+    takePicture(QStringLiteral("small-phone-large-font"), smallPhone, &texts, {Qt::Key_Tab});
+    setFontSize(36);
+    takePicture(QStringLiteral("large-font"), phone, &texts);
+    takePicture(QStringLiteral("large-font-on-its-side"), phoneOnItsSide, &texts);
+    setFontSize(20);
     QGuiApplication::setPalette(darkPalette());
-    studio.take(QStringLiteral("dark"), phone, &texts, {Qt::Key_Tab, Qt::Key_Backtab});
-    studio.take(QStringLiteral("dark-tablet"), tablet, &texts);
+    takePicture(QStringLiteral("dark"), phone, &texts, {Qt::Key_Tab, Qt::Key_Backtab});
+    takePicture(QStringLiteral("dark-tablet"), tablet, &texts);
     QGuiApplication::setPalette(light);
-    for (const char *language : {"ar", "de", "fi", "fr", "es", "ru"}) {
-        studio.speak(QLocale(QLatin1String(language)));
-        studio.take(QLatin1String(language), phone, &texts);
+    for (const char *language : {"de", "fi", "fr", "es", "ru", "ar"}) {
+        catalogues.reset();
+        catalogues = std::make_unique<Catalogues>(QLocale(QLatin1String(language)));
+        takePicture(QLatin1String(language), phone, &texts);
     }
-    studio.speak(QLocale(QStringLiteral("ar")));
-    studio.take(QStringLiteral("ar-on-its-side"), phoneOnItsSide, &texts);
+    takePicture(QStringLiteral("ar-on-its-side"), phoneOnItsSide, &texts);
     return 0;
 }

@@ -12,7 +12,7 @@
 
 namespace {
 
-// The service's own path, with its two slashes.
+// The path as the service spells it, with two slashes.
 const QString Dialog = QStringLiteral("/usr/share/velmora-installationhandler//SideloadDialog.qml");
 
 void append(QQuickItem *item, QList<QQuickItem *> *items)
@@ -39,7 +39,7 @@ ShownDialog::ShownDialog(PackageTexts *texts, const QSize &size)
     show(size);
 }
 
-ShownDialog::ShownDialog()
+ShownDialog::ShownDialog(WithoutPackage)
 {
     show(QSize(540, 960));
 }
@@ -102,6 +102,6 @@ void ShownDialog::awaitFrame() const
 
 QImage ShownDialog::picture() const
 {
-    // The window cannot grab itself on a platform without a screen.
+    // QQuickWindow::grabWindow() does not work on the offscreen platform.
     return m_window->screen()->grabWindow(m_window->winId()).toImage();
 }

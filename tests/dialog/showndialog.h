@@ -13,42 +13,46 @@
 
 #include <memory>
 
-/** The installed dialog on screen, in an engine of its own, and the answers that it gives. */
+/** The installed dialog in an engine of its own, shown, with the answers that it gives. */
 class ShownDialog
 {
 public:
     /**
-     * texts: of the package, borrowed. size: of the window, in pixels.
-     * The program fails unless the dialog can be created and shown.
+     * texts: the package to show, borrowed; may be null. size: of the window, in pixels.
+     * Aborts the program if the dialog cannot be created or shown.
      */
-    explicit ShownDialog(PackageTexts *texts, const QSize &size = QSize(540, 960));
+    explicit ShownDialog(PackageTexts *texts = PackageTexts::ordinary(), const QSize &size = QSize(540, 960));
 
-    /** In an engine that knows of no package. */
-    ShownDialog();
+    /** Shows the dialog in an engine that has no property for a package. */
+    struct WithoutPackage
+    {
+    };
+    explicit ShownDialog(WithoutPackage withoutPackage);
 
     QQuickWindow *window() const { return m_window.get(); }
 
-    /** Whether it was on screen before anybody had shown it. */
+    /** Whether the dialog was visible before show() was called. */
     bool wasVisibleEarly() const { return m_wasVisibleEarly; }
 
-    /** The item of this id; fails the program if there is none. */
+    /** The item of this id; aborts the program if there is none. */
     QQuickItem *item(const char *id) const;
 
-    /** Every item that shows text and is to be seen. */
+    /** All visible text items. */
     QList<QQuickItem *> texts() const;
 
-    /** Where an item is, in the window. */
+    /** The rectangle of an item in the window. */
     static QRectF place(const QQuickItem *item);
+    QRectF place(const char *id) const { return place(item(id)); }
 
-    /** Waits until the window has laid out and painted what has changed. */
+    /** Waits until the window has been laid out and painted again. */
     void awaitFrame() const;
 
-    /** What is on screen. */
     QImage picture() const;
 
-    /** How often the user's answer was given: yes and no. */
+    /** The numbers of answers: to install, to cancel, and both. */
     int requested() const { return m_requested->count(); }
     int dismissed() const { return m_dismissed->count(); }
+    int answers() const { return requested() + dismissed(); }
 
 private:
     void show(const QSize &size);

@@ -20,15 +20,14 @@ private Q_SLOTS:
 void DialogDensityTest::fingersFindTheirTargets()
 {
     const Catalogues english;
-    PackageTexts texts;
-    const ShownDialog dialog(&texts, QSize(1080, 1920));
+    const ShownDialog dialog(PackageTexts::ordinary(), QSize(1080, 1920));
 
     for (const char *target : {"cancel", "install", "file"}) {
         QVERIFY(dialog.item(target)->height() >= 2 * 44);
         QVERIFY(dialog.item(target)->width() >= 2 * 44);
     }
-    const QRectF cancel = ShownDialog::place(dialog.item("cancel"));
-    const QRectF install = ShownDialog::place(dialog.item("install"));
+    const QRectF cancel = dialog.place("cancel");
+    const QRectF install = dialog.place("install");
     QVERIFY(install.left() - cancel.right() >= 2 * 8);
     QVERIFY(QRectF(0, 0, 1080, 1920).contains(cancel | install));
 }

@@ -18,27 +18,17 @@ PackageTexts *longTexts()
     return &texts;
 }
 
-PackageTexts *shortTexts()
-{
-    static PackageTexts texts;
-    return &texts;
 }
 
-}
-
-/** Where things are, on all sorts of screens. */
+/** The places and sizes of items on screens of all sizes. */
 class DialogLayoutTest : public DialogTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
-
-    void actionsFit_data();
-    void actionsFit();
-    void actionsFitAfterTurning();
     void everythingFitsOrScrolls_data();
     void everythingFitsOrScrolls();
+    void actionsFitAfterTurning();
     void longTextsLeaveTheWarningInSight_data();
     void longTextsLeaveTheWarningInSight();
     void pathAloneIsInTheMiddleOfItsCard();
@@ -46,18 +36,12 @@ private Q_SLOTS:
     void fingerScrolls();
     void focusedPathIsInSight();
     void linesAreNoLongerThanReadable();
-
-private:
-    QFont m_font = QGuiApplication::font();
+    void pathIsElidedInTheMiddle();
+    void pathOpens_data();
+    void pathOpens();
 };
 
-void DialogLayoutTest::cleanup()
-{
-    QGuiApplication::setFont(m_font);
-    DialogTest::cleanup();
-}
-
-void DialogLayoutTest::actionsFit_data()
+void DialogLayoutTest::everythingFitsOrScrolls_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<double>("scale");
@@ -69,7 +53,7 @@ void DialogLayoutTest::actionsFit_data()
         for (const double scale : {1.0, 2.0}) {
             for (const char *locale : {"C", "de", "ru", "ar"}) {
                 QTest::addRow("%dx%d, font %g, %s", size.width(), size.height(), scale, locale)
-                        << size << scale << shortTexts() << QLocale(QLatin1String(locale));
+                        << size << scale << PackageTexts::ordinary() << QLocale(QLatin1String(locale));
                 QTest::addRow("%dx%d, font %g, %s, long texts", size.width(), size.height(), scale, locale)
                         << size << scale << longTexts() << QLocale(QLatin1String(locale));
             }
@@ -77,26 +61,24 @@ void DialogLayoutTest::actionsFit_data()
     }
 }
 
-void DialogLayoutTest::actionsFit()
+void DialogLayoutTest::everythingFitsOrScrolls()
 {
     QFETCH(QSize, size);
     QFETCH(double, scale);
     QFETCH(PackageTexts *, texts);
     QFETCH(QLocale, locale);
-    QFont font = m_font;
-    font.setPixelSize(qRound(14 * scale));
-    QGuiApplication::setFont(font);
-    speak(locale);
+    setFontSize(14 * scale);
+    setLocale(locale);
 
     const ShownDialog dialog(texts, size);
 
-    // This platform's density is below the least that is assumed, so a pixel is a density-independent one.
     const QRectF window(QPointF(), size);
-    const QRectF cancel = ShownDialog::place(dialog.item("cancel"));
-    const QRectF install = ShownDialog::place(dialog.item("install"));
+    const QRectF cancel = dialog.place("cancel");
+    const QRectF install = dialog.place("install");
     QVERIFY(window.contains(cancel));
     QVERIFY(window.contains(install));
     QVERIFY(!cancel.intersects(install));
+    // The offscreen platform's density is low, so that a density-independent pixel is one pixel.
     for (const char *target : {"cancel", "install", "file"}) {
         QVERIFY(dialog.item(target)->width() >= 44);
         QVERIFY(dialog.item(target)->height() >= 44);
@@ -104,6 +86,17 @@ void DialogLayoutTest::actionsFit()
     for (const char *button : {"cancel", "install"}) {
         const auto *label = dialog.item(button)->property("contentItem").value<QQuickItem *>();
         QVERIFY(!label->property("truncated").toBool());
+    }
+
+    const QQuickItem *body = dialog.item("body");
+    const QRectF view = ShownDialog::place(body);
+    QVERIFY(!view.intersects(cancel | install));
+    QVERIFY(view.height() >= 100);
+    QCOMPARE(body->property("interactive").toBool(), body->property("contentHeight").toReal() > view.height());
+    QCOMPARE(body->clip(), body->property("interactive").toBool());
+    for (const QQuickItem *text : dialog.texts()) {
+        const QRectF place = ShownDialog::place(text);
+        QVERIFY(place.left() >= 0 && place.right() <= size.width());
     }
 }
 
@@ -115,39 +108,8 @@ void DialogLayoutTest::actionsFitAfterTurning()
     dialog.awaitFrame();
 
     const QRectF window(QPointF(), Phone.transposed());
-    QTRY_VERIFY(window.contains(ShownDialog::place(dialog.item("cancel"))));
-    QVERIFY(window.contains(ShownDialog::place(dialog.item("install"))));
-}
-
-void DialogLayoutTest::everythingFitsOrScrolls_data()
-{
-    actionsFit_data();
-}
-
-void DialogLayoutTest::everythingFitsOrScrolls()
-{
-    QFETCH(QSize, size);
-    QFETCH(double, scale);
-    QFETCH(PackageTexts *, texts);
-    QFETCH(QLocale, locale);
-    QFont font = m_font;
-    font.setPixelSize(qRound(14 * scale));
-    QGuiApplication::setFont(font);
-    speak(locale);
-
-    const ShownDialog dialog(texts, size);
-
-    const QQuickItem *body = dialog.item("body");
-    const QRectF actions = ShownDialog::place(dialog.item("cancel")) | ShownDialog::place(dialog.item("install"));
-    const QRectF view = ShownDialog::place(body);
-    QVERIFY(!view.intersects(actions));
-    QVERIFY(view.height() >= 100);
-    QCOMPARE(body->property("interactive").toBool(), body->property("contentHeight").toReal() > view.height());
-    QCOMPARE(body->clip(), body->property("interactive").toBool());
-    for (const QQuickItem *text : dialog.texts()) {
-        const QRectF place = ShownDialog::place(text);
-        QVERIFY(place.left() >= 0 && place.right() <= size.width());
-    }
+    QTRY_VERIFY(window.contains(dialog.place("cancel")));
+    QVERIFY(window.contains(dialog.place("install")));
 }
 
 void DialogLayoutTest::longTextsLeaveTheWarningInSight_data()
@@ -164,7 +126,7 @@ void DialogLayoutTest::longTextsLeaveTheWarningInSight()
     QFETCH(QSize, size);
     const ShownDialog dialog(longTexts(), size);
 
-    QVERIFY(ShownDialog::place(dialog.item("body")).contains(ShownDialog::place(dialog.item("warning"))));
+    QVERIFY(dialog.place("body").contains(dialog.place("warning")));
 }
 
 void DialogLayoutTest::pathAloneIsInTheMiddleOfItsCard()
@@ -175,7 +137,7 @@ void DialogLayoutTest::pathAloneIsInTheMiddleOfItsCard()
     texts.summary.clear();
     const ShownDialog dialog(&texts);
 
-    QCOMPARE(ShownDialog::place(dialog.item("file")).center(), ShownDialog::place(dialog.item("card")).center());
+    QCOMPARE(dialog.place("file").center(), dialog.place("card").center());
 }
 
 void DialogLayoutTest::keysScroll()
@@ -216,14 +178,14 @@ void DialogLayoutTest::fingerScrolls()
     QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, QPoint(150, 100));
 
     QTRY_VERIFY(body->property("contentY").toReal() > 0);
-    QCOMPARE(dialog.requested() + dialog.dismissed(), 0);
+    QCOMPARE(dialog.answers(), 0);
 }
 
 void DialogLayoutTest::focusedPathIsInSight()
 {
     const ShownDialog dialog(longTexts(), QSize(320, 480));
     const auto *file = dialog.item("file");
-    const QRectF view = ShownDialog::place(dialog.item("body"));
+    const QRectF view = dialog.place("body");
     QVERIFY(!view.contains(ShownDialog::place(file)));
 
     QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
@@ -234,7 +196,7 @@ void DialogLayoutTest::focusedPathIsInSight()
     QTest::keyClick(dialog.window(), Qt::Key_Return);
     dialog.awaitFrame();
 
-    // Too long to be seen at once: from its beginning.
+    // The path does not fit, so its beginning is shown.
     QVERIFY(file->height() > view.height());
     QCOMPARE(ShownDialog::place(file).top(), view.top());
 }
@@ -243,15 +205,64 @@ void DialogLayoutTest::linesAreNoLongerThanReadable()
 {
     const ShownDialog dialog(longTexts(), QSize(2560, 1600));
 
-    const QRectF actions = ShownDialog::place(dialog.item("cancel")) | ShownDialog::place(dialog.item("install"));
+    const QRectF actions = dialog.place("cancel") | dialog.place("install");
     QVERIFY(actions.width() <= 700);
     QVERIFY(dialog.item("summary")->width() <= 700);
     QVERIFY(qAbs(actions.center().x() - 1280) <= 1);
 }
 
-int main(int argc, char **argv)
+void DialogLayoutTest::pathIsElidedInTheMiddle()
 {
-    return runDialogTest<DialogLayoutTest>(argc, argv);
+    const ShownDialog dialog(PackageTexts::ordinary(), QSize(320, 480));
+
+    const QQuickItem *path = dialog.item("path");
+    QVERIFY(path->property("truncated").toBool());
+    QCOMPARE(path->property("elide").toInt(), int(Qt::ElideMiddle));
+    QCOMPARE(path->property("lineCount").toInt(), 1);
 }
+
+void DialogLayoutTest::pathOpens_data()
+{
+    QTest::addColumn<bool>("byKey");
+
+    QTest::newRow("by touch") << false;
+    QTest::newRow("by key") << true;
+}
+
+void DialogLayoutTest::pathOpens()
+{
+    QFETCH(bool, byKey);
+    PackageTexts texts;
+    texts.fileName = QLatin1Char('/') + QStringLiteral("folder/").repeated(580) + QStringLiteral("package.rpm");
+    const ShownDialog dialog(&texts);
+    const QQuickItem *path = dialog.item("path");
+    const auto press = [&dialog, byKey] {
+        if (byKey) {
+            QTest::keyClick(dialog.window(), Qt::Key_Space);
+        } else {
+            const QPointF place = dialog.place("file").topLeft();
+            QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, place.toPoint() + QPoint(20, 20));
+        }
+        dialog.awaitFrame();
+    };
+    if (byKey) {
+        QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
+    }
+    const qreal closedHeight = path->height();
+
+    press();
+
+    QCOMPARE(path->property("text").toString(), texts.fileName);
+    QVERIFY(!path->property("truncated").toBool());
+    QVERIFY(path->property("lineCount").toInt() > 10);
+    QVERIFY(path->property("contentWidth").toReal() <= path->width());
+
+    press();
+
+    QVERIFY(path->property("truncated").toBool());
+    QCOMPARE(path->height(), closedHeight);
+}
+
+DIALOG_TEST_MAIN(DialogLayoutTest)
 
 #include "tst_dialoglayout.moc"

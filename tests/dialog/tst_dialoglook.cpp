@@ -25,7 +25,7 @@ double contrast(const QColor &one, const QColor &other)
     return (qMax(a, b) + 0.05) / (qMin(a, b) + 0.05);
 }
 
-/** The colour of the nearest thing that is painted behind the item. */
+/** The colour of the nearest item that is painted behind an item. */
 QColor background(const ShownDialog &dialog, QQuickItem *item)
 {
     for (QQuickItem *around = item->parentItem(); around; around = around->parentItem()) {
@@ -42,42 +42,26 @@ QColor background(const ShownDialog &dialog, QQuickItem *item)
 
 }
 
-/** What the dialog takes from the system: font, direction, colours. */
+/** Font, direction and colours, which come from the system. */
 class DialogLookTest : public DialogTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
-
     void textsFollowTheFont();
     void mirrorsByLocale_data();
     void mirrorsByLocale();
     void takesItsColoursFromThePalette_data();
     void takesItsColoursFromThePalette();
     void actionsLookDifferent();
-
-private:
-    PackageTexts m_texts;
-    QFont m_font = QGuiApplication::font();
-    QPalette m_palette = QGuiApplication::palette();
 };
-
-void DialogLookTest::cleanup()
-{
-    QGuiApplication::setFont(m_font);
-    QGuiApplication::setPalette(m_palette);
-    DialogTest::cleanup();
-}
 
 void DialogLookTest::textsFollowTheFont()
 {
     QHash<QString, qreal> heights;
     for (const int pixels : {15, 30}) {
-        QFont font = m_font;
-        font.setPixelSize(pixels);
-        QGuiApplication::setFont(font);
-        const ShownDialog dialog(&m_texts, QSize(2000, 2000));
+        setFontSize(pixels);
+        const ShownDialog dialog(PackageTexts::ordinary(), QSize(2000, 2000));
         for (const QQuickItem *text : dialog.texts()) {
             const QString key = text->property("text").toString();
             const qreal height = text->property("contentHeight").toReal();
@@ -106,12 +90,12 @@ void DialogLookTest::mirrorsByLocale()
 {
     QFETCH(QLocale, locale);
     QFETCH(bool, mirrored);
-    speak(locale);
+    setLocale(locale);
 
-    const ShownDialog dialog(&m_texts);
+    const ShownDialog dialog;
 
-    const qreal cancel = ShownDialog::place(dialog.item("cancel")).center().x();
-    const qreal install = ShownDialog::place(dialog.item("install")).center().x();
+    const qreal cancel = dialog.place("cancel").center().x();
+    const qreal install = dialog.place("install").center().x();
     QCOMPARE(cancel > install, mirrored);
     for (const char *text : {"question", "name", "version", "summary", "path", "warning"}) {
         QCOMPARE(dialog.item(text)->property("effectiveHorizontalAlignment").toInt(),
@@ -140,7 +124,7 @@ void DialogLookTest::takesItsColoursFromThePalette()
     palette.setColor(QPalette::HighlightedText, Qt::white);
     QGuiApplication::setPalette(palette);
 
-    const ShownDialog dialog(&m_texts);
+    const ShownDialog dialog;
 
     QCOMPARE(dialog.window()->color(), palette.color(QPalette::Base));
     QVERIFY(dialog.texts().size() >= 8);
@@ -152,26 +136,22 @@ void DialogLookTest::takesItsColoursFromThePalette()
 
 void DialogLookTest::actionsLookDifferent()
 {
-    const ShownDialog dialog(&m_texts);
+    const ShownDialog dialog;
     const auto face = [&dialog](const char *button) {
         return dialog.item(button)->property("background").value<QQuickItem *>()->property("color").value<QColor>();
     };
 
     const QColor cancel = face("cancel");
     const QColor install = face("install");
-    QCOMPARE(install, m_palette.color(QPalette::Highlight));
+    QCOMPARE(install, QGuiApplication::palette().color(QPalette::Highlight));
     QVERIFY(contrast(cancel, install) >= 3);
 
-    // Pressing is seen.
-    const QPoint point = ShownDialog::place(dialog.item("install")).center().toPoint();
+    const QPoint point = dialog.place("install").center().toPoint();
     QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
     QVERIFY(face("install") != install);
     QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, point);
 }
 
-int main(int argc, char **argv)
-{
-    return runDialogTest<DialogLookTest>(argc, argv);
-}
+DIALOG_TEST_MAIN(DialogLookTest)
 
 #include "tst_dialoglook.moc"

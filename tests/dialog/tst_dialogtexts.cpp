@@ -15,7 +15,7 @@ QString shown(const ShownDialog &dialog, const char *id)
     return dialog.item(id)->property("text").toString();
 }
 
-/** All four texts the same. */
+/** Sets all four texts. */
 void fill(PackageTexts *texts, const QString &text)
 {
     texts->name = text;
@@ -31,34 +31,27 @@ QString codePoint(uint code)
 
 }
 
-/** What the dialog shows of a package, whose texts may come from an enemy. */
+/** The texts of the package, which may be hostile. */
 class DialogTextsTest : public DialogTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void showsThePackage();
-    void showsWhatItWasOpenedWith();
-    void showsAPageWithoutPackage_data();
-    void showsAPageWithoutPackage();
-    void leavesUnknownTextsOut();
-    void markupIsText_data();
-    void markupIsText();
-    void unseenCharactersAreReplaced_data();
-    void unseenCharactersAreReplaced();
-    void blanksAreOne_data();
-    void blanksAreOne();
-    void lettersOfAllScriptsStay_data();
-    void lettersOfAllScriptsStay();
+    void outlivesThePackage();
+    void isShownWithoutPackage_data();
+    void isShownWithoutPackage();
+    void hidesEmptyTexts();
+    void showsHarmlessText_data();
+    void showsHarmlessText();
     void longTextsLoseTheirMiddle();
     void charactersAreNotHalved();
-    void heapsOfMarksStayInTheirPlace();
+    void stackedMarksStayInTheirPlace();
 };
 
 void DialogTextsTest::showsThePackage()
 {
-    PackageTexts texts;
-    const ShownDialog dialog(&texts);
+    const ShownDialog dialog;
 
     QCOMPARE(shown(dialog, "name"), QStringLiteral("lighthouse-tides"));
     QCOMPARE(shown(dialog, "version"), QStringLiteral("2.4.1"));
@@ -66,12 +59,12 @@ void DialogTextsTest::showsThePackage()
     QCOMPARE(shown(dialog, "path"), QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.aarch64.rpm"));
 }
 
-void DialogTextsTest::showsWhatItWasOpenedWith()
+void DialogTextsTest::outlivesThePackage()
 {
     auto texts = std::make_unique<PackageTexts>();
     const ShownDialog dialog(texts.get());
 
-    // The service's package reader may be gone before the window is.
+    // The service may delete the package reader before the window.
     texts.reset();
     dialog.awaitFrame();
 
@@ -80,7 +73,7 @@ void DialogTextsTest::showsWhatItWasOpenedWith()
     QCOMPARE(dialog.dismissed(), 1);
 }
 
-void DialogTextsTest::showsAPageWithoutPackage_data()
+void DialogTextsTest::isShownWithoutPackage_data()
 {
     QTest::addColumn<bool>("published");
 
@@ -88,10 +81,11 @@ void DialogTextsTest::showsAPageWithoutPackage_data()
     QTest::newRow("null published") << true;
 }
 
-void DialogTextsTest::showsAPageWithoutPackage()
+void DialogTextsTest::isShownWithoutPackage()
 {
     QFETCH(bool, published);
-    const auto dialog = published ? std::make_unique<ShownDialog>(nullptr) : std::make_unique<ShownDialog>();
+    const auto dialog = published ? std::make_unique<ShownDialog>(nullptr)
+                                  : std::make_unique<ShownDialog>(ShownDialog::WithoutPackage());
 
     for (const char *item : PackageItems) {
         QCOMPARE(shown(*dialog, item), QString());
@@ -100,7 +94,7 @@ void DialogTextsTest::showsAPageWithoutPackage()
     QCOMPARE(dialog->dismissed(), 1);
 }
 
-void DialogTextsTest::leavesUnknownTextsOut()
+void DialogTextsTest::hidesEmptyTexts()
 {
     PackageTexts texts;
     fill(&texts, QString());
@@ -113,121 +107,87 @@ void DialogTextsTest::leavesUnknownTextsOut()
     QCOMPARE(shown(dialog, "path"), texts.fileName);
 }
 
-void DialogTextsTest::markupIsText_data()
+void DialogTextsTest::showsHarmlessText_data()
 {
     QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
 
-    QTest::newRow("bold") << QStringLiteral("<b>bold</b>");
-    QTest::newRow("link") << QStringLiteral("<a href=\"http://example.com/\">click</a>");
-    QTest::newRow("picture") << QStringLiteral("<img src=\"file:///etc/passwd\"/>");
-    QTest::newRow("entity") << QStringLiteral("&lt;&amp;&#x202e;");
-    QTest::newRow("document") << QStringLiteral("<!DOCTYPE html><html><body><h1>Safe</h1></body></html>");
-    QTest::newRow("markdown") << QStringLiteral("# Safe [click](http://example.com/)");
-    QTest::newRow("placeholder") << QStringLiteral("%1 %n %L1 &accelerator");
-}
+    const auto addUnchanged = [](const char *name, const QString &text) { QTest::newRow(name) << text << text; };
+    addUnchanged("bold", QStringLiteral("<b>bold</b>"));
+    addUnchanged("link", QStringLiteral("<a href=\"http://example.com/\">click</a>"));
+    addUnchanged("picture", QStringLiteral("<img src=\"file:///etc/passwd\"/>"));
+    addUnchanged("entity", QStringLiteral("&lt;&amp;&#x202e;"));
+    addUnchanged("document", QStringLiteral("<!DOCTYPE html><html><body><h1>Safe</h1></body></html>"));
+    addUnchanged("markdown", QStringLiteral("# Safe [click](http://example.com/)"));
+    addUnchanged("placeholder", QStringLiteral("%1 %n %L1 &accelerator"));
+    addUnchanged("Latin", QStringLiteral("Žluťoučký kůň – “Größe” №5"));
+    addUnchanged("combining", QStringLiteral("e\u0301"));
+    addUnchanged("Arabic", QStringLiteral("مرحبا بالعالم"));
+    addUnchanged("Persian", QStringLiteral("می\u200cخواهم"));
+    addUnchanged("Chinese", QStringLiteral("你好，世界"));
+    addUnchanged("beyond the first plane", codePoint(0x20000) + codePoint(0x1f680));
 
-void DialogTextsTest::markupIsText()
-{
-    QFETCH(QString, text);
-    PackageTexts texts;
-    fill(&texts, text);
-    const ShownDialog dialog(&texts);
-
-    for (const char *item : PackageItems) {
-        QCOMPARE(shown(dialog, item), text);
-        QCOMPARE(dialog.item(item)->property("textFormat").toInt(), int(Qt::PlainText));
+    const struct
+    {
+        const char *name;
+        QString blanks;
+    } blanks[] = {
+            {"line feed", QStringLiteral("\n")},           {"lines", QStringLiteral("\r\n\r\n\n\n")},
+            {"tabs", QStringLiteral("\t\t\v\f")},          {"separators", QStringLiteral("\u2028\u2029")},
+            {"spaces", QString(50, QLatin1Char(' '))},     {"wide spaces", QStringLiteral("\u00a0\u2003\u3000\u2009")},
+            {"byte order mark", QStringLiteral("\ufeff")},
+    };
+    for (const auto &[name, text] : blanks) {
+        QTest::newRow(name) << QLatin1Char('a') + text + QLatin1Char('b') << QStringLiteral("a b");
     }
-}
 
-void DialogTextsTest::unseenCharactersAreReplaced_data()
-{
-    QTest::addColumn<uint>("first");
-    QTest::addColumn<uint>("last");
-
-    QTest::newRow("controls") << 0x01u << 0x08u;
-    QTest::newRow("further controls") << 0x0eu << 0x1fu;
-    QTest::newRow("delete and C1") << 0x7fu << 0x9fu;
-    QTest::newRow("soft hyphen") << 0xadu << 0xadu;
-    QTest::newRow("grapheme joiner") << 0x34fu << 0x34fu;
-    QTest::newRow("Arabic letter mark") << 0x61cu << 0x61cu;
-    QTest::newRow("Hangul fillers") << 0x115fu << 0x1160u;
-    QTest::newRow("Khmer vowels") << 0x17b4u << 0x17b5u;
-    QTest::newRow("Mongolian separators") << 0x180bu << 0x180eu;
-    QTest::newRow("zero-width space") << 0x200bu << 0x200bu;
-    QTest::newRow("direction marks") << 0x200eu << 0x200fu;
-    QTest::newRow("embeddings and overrides") << 0x202au << 0x202eu;
-    QTest::newRow("word joiner, isolates, deprecated") << 0x2060u << 0x206fu;
-    QTest::newRow("Hangul filler") << 0x3164u << 0x3164u;
-    QTest::newRow("half-width filler") << 0xffa0u << 0xffa0u;
-    QTest::newRow("annotations") << 0xfff0u << 0xfffbu;
-    QTest::newRow("hieroglyph controls") << 0x13430u << 0x1343fu;
-    QTest::newRow("shorthand controls") << 0x1bca0u << 0x1bca3u;
-    QTest::newRow("musical controls") << 0x1d173u << 0x1d17au;
-    QTest::newRow("tags") << 0xe0000u << 0xe007fu;
-    QTest::newRow("last tag") << 0xe0fffu << 0xe0fffu;
-}
-
-void DialogTextsTest::unseenCharactersAreReplaced()
-{
-    QFETCH(uint, first);
-    QFETCH(uint, last);
-    for (uint code = first; code <= last; code += qMax(1u, (last - first) / 8)) {
-        PackageTexts texts;
-        fill(&texts, QStringLiteral("a%1b").arg(codePoint(code)));
-        const ShownDialog dialog(&texts);
-
-        for (const char *item : PackageItems) {
-            QCOMPARE(shown(dialog, item), QStringLiteral("a\ufffdb"));
+    const struct
+    {
+        const char *name;
+        uint first;
+        uint last;
+    } invisible[] = {
+            {"controls", 0x01, 0x08},
+            {"further controls", 0x0e, 0x1f},
+            {"delete and C1", 0x7f, 0x9f},
+            {"soft hyphen", 0xad, 0xad},
+            {"grapheme joiner", 0x34f, 0x34f},
+            {"Arabic letter mark", 0x61c, 0x61c},
+            {"Hangul fillers", 0x115f, 0x1160},
+            {"Khmer vowels", 0x17b4, 0x17b5},
+            {"Mongolian separators", 0x180b, 0x180e},
+            {"zero-width space", 0x200b, 0x200b},
+            {"direction marks", 0x200e, 0x200f},
+            {"embeddings and overrides", 0x202a, 0x202e},
+            {"word joiner, isolates, deprecated", 0x2060, 0x206f},
+            {"Hangul filler", 0x3164, 0x3164},
+            {"half-width filler", 0xffa0, 0xffa0},
+            {"annotations", 0xfff0, 0xfffb},
+            {"hieroglyph controls", 0x13430, 0x1343f},
+            {"shorthand controls", 0x1bca0, 0x1bca3},
+            {"musical controls", 0x1d173, 0x1d17a},
+            {"tags", 0xe0000, 0xe007f},
+            {"last tag", 0xe0fff, 0xe0fff},
+    };
+    for (const auto &[name, first, last] : invisible) {
+        for (uint code = first; code <= last; code += qMax(1u, (last - first) / 8)) {
+            QTest::addRow("%s U+%04x", name, code)
+                    << QStringLiteral("a%1b").arg(codePoint(code)) << QStringLiteral("a\ufffdb");
         }
     }
 }
 
-void DialogTextsTest::blanksAreOne_data()
-{
-    QTest::addColumn<QString>("blanks");
-
-    QTest::newRow("line feed") << QStringLiteral("\n");
-    QTest::newRow("lines") << QStringLiteral("\r\n\r\n\n\n");
-    QTest::newRow("tabs") << QStringLiteral("\t\t\v\f");
-    QTest::newRow("separators") << QStringLiteral("\u2028\u2029");
-    QTest::newRow("spaces") << QString(50, QLatin1Char(' '));
-    QTest::newRow("wide spaces") << QStringLiteral("\u00a0\u2003\u3000\u2009");
-    QTest::newRow("byte order mark") << QStringLiteral("\ufeff");
-}
-
-void DialogTextsTest::blanksAreOne()
-{
-    QFETCH(QString, blanks);
-    PackageTexts texts;
-    fill(&texts, QLatin1Char('a') + blanks + QLatin1Char('b'));
-    const ShownDialog dialog(&texts);
-
-    for (const char *item : PackageItems) {
-        QCOMPARE(shown(dialog, item), QStringLiteral("a b"));
-    }
-}
-
-void DialogTextsTest::lettersOfAllScriptsStay_data()
-{
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("Latin") << QStringLiteral("Žluťoučký kůň – “Größe” №5");
-    QTest::newRow("combining") << QStringLiteral("e\u0301");
-    QTest::newRow("Arabic") << QStringLiteral("مرحبا بالعالم");
-    QTest::newRow("Persian") << QStringLiteral("می\u200cخواهم");
-    QTest::newRow("Chinese") << QStringLiteral("你好，世界");
-    QTest::newRow("beyond the first plane") << codePoint(0x20000) + codePoint(0x1f680);
-}
-
-void DialogTextsTest::lettersOfAllScriptsStay()
+void DialogTextsTest::showsHarmlessText()
 {
     QFETCH(QString, text);
+    QFETCH(QString, expected);
     PackageTexts texts;
     fill(&texts, text);
     const ShownDialog dialog(&texts);
 
     for (const char *item : PackageItems) {
-        QCOMPARE(shown(dialog, item), text);
+        QCOMPARE(shown(dialog, item), expected);
+        QCOMPARE(dialog.item(item)->property("textFormat").toInt(), int(Qt::PlainText));
     }
 }
 
@@ -264,15 +224,15 @@ void DialogTextsTest::charactersAreNotHalved()
     }
 }
 
-void DialogTextsTest::heapsOfMarksStayInTheirPlace()
+void DialogTextsTest::stackedMarksStayInTheirPlace()
 {
-    // What surrounds the package's own texts looks the same, whatever is in them.
+    // The surroundings of the card look the same, whatever texts it shows.
     const auto surroundings = [](const QString &text) {
         PackageTexts texts;
         fill(&texts, text);
         const ShownDialog dialog(&texts);
         QImage picture = dialog.picture();
-        QPainter(&picture).fillRect(ShownDialog::place(dialog.item("card")), Qt::black);
+        QPainter(&picture).fillRect(dialog.place("card"), Qt::black);
         return picture;
     };
     const QImage plain = surroundings(QStringLiteral("a"));
@@ -284,9 +244,6 @@ void DialogTextsTest::heapsOfMarksStayInTheirPlace()
     QCOMPARE(below, plain);
 }
 
-int main(int argc, char **argv)
-{
-    return runDialogTest<DialogTextsTest>(argc, argv);
-}
+DIALOG_TEST_MAIN(DialogTextsTest)
 
 #include "tst_dialogtexts.moc"
