@@ -30,16 +30,16 @@ endif()
 #     [LABELS <label>...])
 #
 # The program sees the project and the build folder read-only, starts its own buses, and passes with exit status 0. With
-# PACKAGEKIT there is a real PackageKit on the device. Without TIMEOUT it may take 120 seconds.
+# PACKAGEKIT there is a real PackageKit on the device. Without TIMEOUT it may take 300 seconds.
 function(add_device_test)
     cmake_parse_arguments(PARSE_ARGV 0 TEST "PACKAGEKIT" "NAME;TIMEOUT" "COMMAND;LABELS")
     if(TEST_UNPARSED_ARGUMENTS OR NOT TEST_NAME OR NOT TEST_COMMAND)
         message(FATAL_ERROR "add_device_test: NAME and COMMAND are needed; not understood: ${TEST_UNPARSED_ARGUMENTS}")
     endif()
     if(NOT TEST_TIMEOUT)
-        set(TEST_TIMEOUT 120)
+        set(TEST_TIMEOUT 300)
     endif()
-    # Who waits for time to pass leaves the processors to the others, of whom the presets run four at once.
+    # A test that waits for time to pass leaves the processors to the others, four of which run at once by the presets.
     set(processors 3)
     if("slow" IN_LIST TEST_LABELS)
         set(processors 1)

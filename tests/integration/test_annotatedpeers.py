@@ -7,6 +7,7 @@ from pathlib import Path
 import pytest
 from gi.repository import GLib
 from support.otherservice import DESCRIPTION, OtherService
+from support.removalrequests import KNOWN
 
 LAUNCHER = Path('/usr/share/applications/foo.desktop')
 ANNOTATION = '<annotation name="org.freedesktop.DBus.Method.NoReply" value="true"/>'
@@ -56,7 +57,7 @@ def test_developer_mode(annotated, standins, program, client, signals):
 
 
 def test_package_manager(annotated, standins, program, client, signals):
-    annotated('package-manager', installs='nothing').answer('GetPackage', GLib.Variant('(a{ss})', ({},)))
+    annotated('package-manager', installs='nothing').answer('GetPackage', KNOWN)
     standins.package_manager.answer('Remove', GLib.Variant('()', ()))
     program.start()
 
@@ -66,11 +67,10 @@ def test_package_manager(annotated, standins, program, client, signals):
     assert program.debugs()[0] == 'Uninstall "foo" via ZARN'
 
 
-def test_hook(annotated, program, client, device):
+def test_hook(annotated, program, client, applications):
     annotated('runtime-manager').refuse('OnRemove', 'a.b.Failed', 'out of order')
     program.start()
-    launcher = device.home / '.local/share/applications/foo.desktop'
-    launcher.parent.mkdir(parents=True)
+    launcher = applications / 'foo.desktop'
     launcher.touch()
 
     client.remove_launcher(launcher)

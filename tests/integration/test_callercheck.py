@@ -8,6 +8,7 @@ from pathlib import Path
 import pytest
 import support
 from gi.repository import Gio, GLib
+from support.removalrequests import KNOWN
 
 GROUPS, USERS = Path('/etc/group'), Path('/etc/passwd')
 GOING_CALLER = Path(support.__file__).with_name('goingcaller.py')
@@ -71,11 +72,10 @@ def test_privileged(service, call_as, user, group):
     (CAPITAL_ROOT, VELMORA, ()),
     (VELMORA, UNNAMED, ()),
 ], ids=['neither', 'Privileged', 'privileged2', 'group root', 'supplementary group', 'Root', 'group without name'])
-def test_not_privileged(standins, service, call_as, signals, device, user, group, more_groups):
+def test_not_privileged(standins, service, call_as, signals, applications, user, group, more_groups):
     """Nothing is done, but that the caller hears its own process id."""
     peers = standins.start('runtime-manager', 'package-manager')
-    launcher = device.home / '.local/share/applications/app.desktop'
-    launcher.parent.mkdir(parents=True)
+    launcher = applications / 'app.desktop'
     launcher.touch()
 
     caller = call_as(user, group, 'removePackageByDesktopFile', str(launcher), more_groups)
@@ -98,9 +98,8 @@ def test_refusal_comes_before_any_look_at_the_path(service, call_as):
 
 
 @pytest.mark.parametrize('method, signal', [('removePackages', 'removalFinished'), ('installFiles', 'installFinished')])
-def test_other_requests_are_open_to_all(standins, service, call_as, signals, dialog, method, signal):
-    manager = standins.start('package-manager', installs='nothing')
-    manager.answer('GetPackage', GLib.Variant('(a{ss})', ({},)))
+def test_other_requests_are_open_to_all(manager, service, call_as, signals, dialog, method, signal):
+    manager.answer('GetPackage', KNOWN)
     dialog.use('Confirming')
 
     caller = call_as(VELMORA, VELMORA, method, "['/a']")
@@ -111,12 +110,11 @@ def test_other_requests_are_open_to_all(standins, service, call_as, signals, dia
 
 
 @pytest.fixture
-def busy(standins, service, client, device):
+def busy(standins, service, client, applications):
     """The service is busy until it is told to go on: calls wait meanwhile."""
     hooks = standins.start('runtime-manager')
     hooks.hang('OnRemove')
-    launcher = device.home / '.local/share/applications/busy.desktop'
-    launcher.parent.mkdir(parents=True)
+    launcher = applications / 'busy.desktop'
     launcher.touch()
     pending = client.start('removePackageByDesktopFile', '(s)', str(launcher))
     hooks.wait_call('OnRemove')

@@ -66,19 +66,6 @@ def test_failing_developer_mode_allows_nothing(standins, service, asked):
     assert service.warnings() == [UNKNOWN + '"out of order"']
 
 
-def test_every_file_is_asked_about(standins, service, client, signals, dialog):
-    """Also after one was declined; and each is logged."""
-    standins.start('developer-mode')
-    dialog.use('Dismissing')
-
-    client.install(['/1.rpm', '/2.rpm', '/3.rpm'])
-
-    assert signals.wait('installFinished') == (False, 'The user cancelled the installation')
-    assert signals.names() == ['needConfirm'] * 3 + ['installFinished']
-    assert service.warnings() == [NEITHER] * 3
-    assert len(standins.developer_mode.calls()) == 3
-
-
 def test_marker_is_looked_for_at_every_file(standins, service, client, signals, dialog, device):
     standins.start('package-manager', installs='nothing')
     dialog.use('Controlled')

@@ -34,8 +34,8 @@ def check_next_request(service, client, signals, device):
     return check
 
 
-def requests(system_bus, system_monitor, service):
-    return [call.member for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
+def requests(service, system_calls):
+    return [call.member for call in system_calls()
             if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
 
 

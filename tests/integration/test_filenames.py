@@ -123,18 +123,6 @@ def test_dialog_shows_the_name_as_it_is(standins, service, client, signals, dial
     assert signals.wait('installFinished')[0] is False
 
 
-def test_empty_names_are_asked_about(standins, service, client, signals, dialog):
-    package_manager = standins.start('package-manager')
-    dialog.use('Confirming')
-
-    client.install(['', ''])
-
-    for number in (1, 2):
-        assert dialog.wait_shown(number) == {'name': '', 'version': '', 'summary': '', 'fileName': ''}
-    assert signals.wait('installFinished') == (False, f'{FILE_NOT_FOUND}\n{FILE_NOT_FOUND}')
-    assert [call.arguments for call in package_manager.calls('Install')] == [('', {}), ('', {})]
-
-
 def test_same_file_twice_is_installed_once(silent, standins, service, client, signals, device, package):
     package_manager = standins.start('package-manager')
     file = package('once')
@@ -144,17 +132,3 @@ def test_same_file_twice_is_installed_once(silent, standins, service, client, si
     assert signals.wait('installFinished') == (False, ALREADY_INSTALLED)
     assert [call.arguments[0] for call in package_manager.calls('Install')] == [str(file), str(file)]
     assert device.packages() == ['once']
-
-
-def test_path_of_a_megabyte_fails(platform, service, client, signals, dialog):
-    dialog.use('Confirming')
-    path = '/' + 'a' * (1024 * 1024 - 1)
-
-    client.install([path])
-
-    assert dialog.wait_shown()['fileName'] == path
-    assert signals.wait('installFinished') == (False, FILE_NOT_FOUND)
-    assert [call.arguments for call in platform.package_manager.calls('Install')] == [(path, {})]
-    assert service.debugs() == []
-    client.install([])
-    assert signals.wait('installFinished', 2) == (True, '')

@@ -3,7 +3,6 @@
 """What the other tests rely on: that the helpers notice what goes wrong."""
 
 import signal
-import time
 
 import pytest
 from harness.client import NAME, PATH
@@ -16,11 +15,9 @@ def test_wait_tells_what_it_waited_for(processes):
 
 
 def test_wait_ends_when_a_process_dies(processes, service, signals):
-    before = time.monotonic()
     processes.start('killer', ['/bin/kill', '-KILL', service.process.pid]).end_awaited = True
     with pytest.raises(WaitFailed, match=f'service ended with {-signal.SIGKILL} while waiting for signal needConfirm'):
         signals.wait('needConfirm')
-    assert time.monotonic() - before < 10
 
 
 def test_last_words_of_a_process_are_kept(processes):
@@ -60,38 +57,8 @@ def test_barrier_comes_after_what_was_sent_before(standins, service, client, sig
     assert [call.method for call in mce.calls()][-1] == 'notification_end_req'
 
 
-def test_monitor_shows_calls_in_the_order_of_the_bus(standins, service, client, signals, system_bus, system_monitor,
-                                                     device):
-    standins.start('developer-mode')
-    device.mark_as_emulator()
-
-    client.install(['/absent.rpm'])
-    signals.wait('installFinished')
-
-    sender = system_bus.name_of_process(service.process.pid)
-    asked, install = system_monitor.calls(sender)
-    assert (asked.destination, asked.path, asked.interface, asked.member, asked.signature) == \
-        ('ru.quon.developermode', '/', 'ru.quon.developermode', 'IsSilentInstallationEnabled', '')
-    assert (install.destination, install.member, install.signature, install.arguments) == \
-        ('ru.quon.ZARN', 'Install', 'sa{sv}', ('/absent.rpm', {}))
-    (error,) = [message for message in system_monitor.messages(kind='error') if message.reply_serial == install.serial]
-    assert error.error_name == 'org.freedesktop.DBus.Error.ServiceUnknown'
-
-
-def test_signals_of_the_service_are_recorded_with_their_types(service, client, signals):
-    client.call('installFiles', '(as)', [])
-    service.barrier()
-    assert signals.all == [('installFinished', 'bs', (True, ''))]
-
-
 def test_dead_service_stays_dead(service, session_bus, client):
     service.kill()
     session_bus.wait_owner(NAME, owned=False)
     with pytest.raises(Exception, match='org.freedesktop.DBus.Error.ServiceUnknown'):
         client.call('Ping', path=PATH, interface='org.freedesktop.DBus.Peer')
-
-
-def test_device_state_is_fresh(device, environment):
-    assert device.packages() == []
-    assert list(device.home.iterdir()) == []
-    assert environment['HOME'] == str(device.home)

@@ -8,6 +8,7 @@ from pathlib import Path
 import pytest
 from gi.repository import GLib
 from harness.client import NAME
+from support.removalrequests import KNOWN
 from support.transactionsignals import error_code, finished, package_found
 
 pytestmark = pytest.mark.side_by_side
@@ -68,19 +69,8 @@ def pass_time(processes):
     return lambda seconds: processes.happens(lambda: False, seconds)
 
 
-@pytest.fixture
-def manager(standins):
-    """A package manager that installs nothing."""
-    return standins.start('package-manager', installs='nothing')
-
-
 def log_without_dialog(service):
     return [line for line in service.log() if ' qml: ' not in line]
-
-
-def known():
-    """The answer of "GetPackage" for a package that the package manager knows."""
-    return GLib.Variant('(a{ss})', ({},))
 
 
 def test_after_start(pass_time, program, session_bus, client, signals, idle):
@@ -132,7 +122,7 @@ def test_after_removals_of_every_outcome(pass_time, standins, manager, service, 
     packagekit = standins.start('package-kit')
     pass_time(SHORT)
     found = package_found('a;1;noarch;installed')
-    manager.answer('GetPackage', known(), times=2)
+    manager.answer('GetPackage', KNOWN, times=2)
     manager.refuse('Remove', 'a.b.Busy', 'in use', times=1)
     packagekit.script('Resolve', [error_code('No.')], times=1)
     packagekit.script('Resolve', [found, finished()], times=2)
@@ -150,15 +140,14 @@ def test_after_removals_of_every_outcome(pass_time, standins, manager, service, 
         [(False, 'No.'), (False, 'No.'), (False, 'in use')] + [(True, '')] * 3
 
 
-def test_after_removals_by_launcher(pass_time, standins, manager, service, client, signals, device, idle):
+def test_after_removals_by_launcher(pass_time, standins, manager, service, client, signals, applications, idle):
     """No way to remove leaves the count raised."""
     android, packagekit, _ = standins.start('android-support', 'package-kit', 'runtime-manager')
-    own = device.home / '.local/share/applications/own.desktop'
-    own.parent.mkdir(parents=True)
+    own = applications / 'own.desktop'
     own.touch()
     for name, text in (('known', ''), ('native', ''), ('android', '[Desktop Entry]\nX-zindro-apkfile=/a.apk\n')):
         (FOLDER / f'{name}.desktop').write_text(text, encoding='utf-8')
-    manager.answer('GetPackage', known(), times=2)
+    manager.answer('GetPackage', KNOWN, times=2)
     pass_time(SHORT)
 
     client.remove_launcher(own)
@@ -180,7 +169,7 @@ def test_after_more_removals_than_the_bus_lets_be_in_flight(standins, manager, s
     """A removal that the bus refuses is uncounted twice, but the count is right in the end. Known behaviour 25, 30."""
     names = [f'name{number}' for number in range(1000)]
     standins.start('package-kit')
-    manager.answer('GetPackage', known(), times=PENDING)
+    manager.answer('GetPackage', KNOWN, times=PENDING)
     manager.hang('Remove', PENDING)
     client.start('removePackages', '(as)', names).wait()
     refused = 2 * (len(names) - PENDING)
@@ -345,7 +334,7 @@ def test_not_while_removing(pass_time, standins, manager, service, client, signa
     """However long the back ends take, and though other removals end meanwhile: no time-out of the bus library comes in
     between."""
     packagekit = standins.start('package-kit')
-    manager.answer('GetPackage', known(), times=1)
+    manager.answer('GetPackage', KNOWN, times=1)
     manager.hang('Remove', 1)
     packagekit.script('Resolve', [package_found('b;1;noarch;installed'), finished()], times=1)
     packagekit.script('RemovePackages', [], times=1)

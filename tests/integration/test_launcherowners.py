@@ -6,7 +6,7 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
-from support.transactionsignals import EXIT_FAILED, error_code, finished, package_found
+from support.transactionsignals import EXIT_FAILED, EXIT_SUCCESS, error_code, finished, package_found
 
 LAUNCHER = Path('/usr/share/applications/foo.bar.desktop')
 APK = '/data/app/foo.apk'
@@ -21,12 +21,6 @@ OUT_OF_SYNC = 'Transaction count out of sync!'
 ANDROID_FAILED = ('InstallationHandler::removePackageByDesktopFile(const QString&)::'
                   '<lambda(const QString&, const QString&)> '
                   f'failed to remove android app: "{LAUNCHER}"')
-
-
-@pytest.fixture
-def manager(standins):
-    """The package manager, which knows nothing."""
-    return standins.start('package-manager')
 
 
 @pytest.fixture
@@ -74,11 +68,9 @@ def arguments(standin, method):
 
 
 @pytest.mark.parametrize('path', [LAUNCHER, Path('/opt/foo.bar.desktop'), Path('/opt/foo.bar.txt')])
-def test_package_of_the_package_manager(manager, service, client, signals, path, session_bus, session_monitor,
-                                        system_bus, system_monitor):
+def test_package_of_the_package_manager(manager, service, client, signals, path, system_calls, session_calls):
     """Goes by the launcher's name up to its last dot, wherever the launcher is, and whatever the record says."""
     path.write_text(PLAIN, encoding='utf-8')
-    manager.configure('installs', 'nothing')
     manager.answer('GetPackage', KNOWN)
 
     assert client.remove_launcher(path) == ()
@@ -86,11 +78,11 @@ def test_package_of_the_package_manager(manager, service, client, signals, path,
     assert signals.wait('removalFinished') == REMOVED
     service.barrier()
     assert [(call.member, call.signature, call.arguments)
-            for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
+            for call in system_calls()
             if call.destination != 'com.nokia.mce'] == [
         ('GetPackage', 's', ('foo.bar',)), ('GetPackage', 's', ('foo.bar',)), ('Remove', 'sa{sv}', ('foo.bar', {}))]
     assert [(call.member, call.arguments)
-            for call in session_monitor.calls(session_bus.name_of_process(service.process.pid))] == [
+            for call in session_calls()] == [
         *([('updatingStarted', ('foo.bar', '', '', str(path)))] if path == LAUNCHER else []),
         ('updatingFinished', ('foo.bar',))]
     assert signals.names() == ['removalFinished']
@@ -110,7 +102,8 @@ def test_package_manager_is_asked_again(manager, packagekit, launcher, service, 
     assert arguments(packagekit, 'Resolve') == [(4, ['foo.bar'])]
 
 
-def test_package_manager_removes_for_real(manager, launcher, service, client, signals, dialog, device, package):
+def test_package_manager_removes_for_real(standins, launcher, service, client, signals, dialog, device, package):
+    standins.start('package-manager')
     dialog.use('Confirming')
     client.install([package('foo.bar')])
     assert signals.wait('installFinished') == REMOVED
@@ -130,40 +123,42 @@ def test_answer_that_is_no_record_counts_as_unknown(manager, launcher, search, v
     assert search().arguments == (4, [str(LAUNCHER)])
 
 
-@pytest.mark.parametrize('how', ['refuses', 'dies', 'is absent'])
-def test_package_manager(manager, standins, launcher, service, search, how):
-    """Fails: the owner is looked for elsewhere, without a word."""
-    if how == 'refuses':
-        manager.refuse('GetPackage', 'a.b.Refused', 'not today')
-    elif how == 'dies':
-        manager.exit_on('GetPackage', 'before')
-    else:
-        manager.vanish()
+def test_refusal_of_the_package_manager_counts_as_unknown(manager, launcher, service, search):
+    """The owner is looked for elsewhere, without a word."""
+    manager.refuse('GetPackage', 'a.b.Refused', 'not today')
 
     assert search().arguments == (4, [str(LAUNCHER)])
 
     assert service.log() == []
 
 
-def test_native_owner(manager, packagekit, launcher, service, client, signals):
-    packagekit.script('SearchFiles', [package_found(A), finished()])
+@pytest.mark.parametrize('script, names, warnings', [
+    ([package_found(A)], ['a'], []),
+    ([package_found(A, info=INFO_AVAILABLE)], ['a'], []),
+    # Each owner lowers the count, which was raised once. Known behaviour 23.
+    ([package_found(A), package_found(B)], ['a', 'b'], [OUT_OF_SYNC]),
+    # Known behaviour 24.
+    ([package_found(A), package_found(A)], ['a', 'a'], [OUT_OF_SYNC]),
+    ([package_found(A), error_code('No.')], ['a'], [ERROR]),
+], ids=['one', 'in another state', 'two', 'twice the same', 'before an error'])
+def test_native_owners(manager, packagekit, launcher, service, client, signals, script, names, warnings):
+    packagekit.script('SearchFiles', [*script, finished(EXIT_FAILED if ERROR in warnings else EXIT_SUCCESS)])
     packagekit.script('Resolve', [package_found(A), finished()])
 
     client.remove_launcher(launcher)
 
-    assert signals.wait('removalFinished') == REMOVED
+    signals.wait('removalFinished', len(names))
     service.barrier()
+    assert signals.all == [('removalFinished', 'bs', REMOVED)] * len(names)
     (search,) = packagekit.calls('SearchFiles')
     assert (search.signature, search.arguments) == ('tas', (4, [str(LAUNCHER)]))
-    assert arguments(manager, 'GetPackage') == [('foo.bar',), ('a',)]
-    assert arguments(packagekit, 'Resolve') == [(4, ['a'])]
-    assert arguments(packagekit, 'RemovePackages') == [(2, [A], False, False)]
-    assert signals.names() == ['removalFinished']
-    assert service.warnings() == []
+    assert arguments(manager, 'GetPackage') == [('foo.bar',), *((name,) for name in names)]
+    assert sorted(arguments(packagekit, 'Resolve')) == [(4, [name]) for name in names]
+    assert arguments(packagekit, 'RemovePackages') == [(2, [A], False, False)] * len(names)
+    assert service.warnings() == warnings
 
 
 def test_owner_that_the_package_manager_knows(manager, packagekit, launcher, service, client, signals):
-    manager.configure('installs', 'nothing')
     manager.refuse('GetPackage', 'a.b.Unknown', '', times=1)
     manager.answer('GetPackage', KNOWN, times=1)
     packagekit.script('SearchFiles', [package_found(A), finished()])
@@ -172,56 +167,6 @@ def test_owner_that_the_package_manager_knows(manager, packagekit, launcher, ser
 
     assert signals.wait('removalFinished') == REMOVED
     assert arguments(manager, 'Remove') == [('a', {})]
-    assert arguments(packagekit, 'Resolve') == []
-
-
-def test_two_owners(manager, packagekit, launcher, service, client, signals):
-    """Each is removed, and each lowers the count, which was raised once."""
-    packagekit.script('SearchFiles', [package_found(A), package_found(B), finished()])
-
-    client.remove_launcher(launcher)
-
-    signals.wait('removalFinished', 2)
-    service.barrier()
-    assert signals.arguments('removalFinished') == [REMOVED, REMOVED]
-    assert arguments(manager, 'GetPackage') == [('foo.bar',), ('a',), ('b',)]
-    assert sorted(arguments(packagekit, 'Resolve')) == [(4, ['a']), (4, ['b'])]
-    assert service.warnings() == [OUT_OF_SYNC]
-
-
-def test_owner_named_twice_is_removed_twice(packagekit, launcher, service, client, signals):
-    packagekit.script('SearchFiles', [package_found(A), package_found(A), finished()])
-
-    client.remove_launcher(launcher)
-
-    signals.wait('removalFinished', 2)
-    assert arguments(packagekit, 'Resolve') == [(4, ['a']), (4, ['a'])]
-
-
-def test_owner_counts_whatever_its_state(packagekit, launcher, service, client, signals):
-    packagekit.script('SearchFiles', [package_found(A, info=INFO_AVAILABLE), finished()])
-
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
-    assert arguments(packagekit, 'Resolve') == [(4, ['a'])]
-
-
-def test_owner_before_an_error(packagekit, launcher, service, client, signals):
-    packagekit.script('SearchFiles', [package_found(A), error_code('No.'), finished(EXIT_FAILED)])
-
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
-    assert service.warnings() == [ERROR]
-
-
-def test_owner_without_a_name_is_none(packagekit, android, android_launcher, service, client, signals):
-    packagekit.script('SearchFiles', [package_found(';1-1;noarch;installed'), finished()])
-
-    client.remove_launcher(android_launcher)
-
-    assert android.wait_call('removeFile').arguments == (str(LAUNCHER),)
     assert arguments(packagekit, 'Resolve') == []
 
 
@@ -238,33 +183,38 @@ def test_owner_of_an_android_application(packagekit, android, android_launcher, 
     assert signals.names() == ['removalFinished']
 
 
-def test_android_application(packagekit, android, android_launcher, service, client, signals):
-    """Android support gets the launcher's path; nobody else hears of the end."""
+@pytest.mark.parametrize('script, warnings', [
+    ([finished()], []),
+    ([package_found(';1-1;noarch;installed'), finished()], []),
+    ([error_code('No.'), finished(EXIT_FAILED)], [ERROR]),
+    ([finished(EXIT_FAILED)], []),
+    ([finished(EXIT_CANCELLED)], []),
+], ids=['no owner', 'owner without a name', 'error', 'failed', 'cancelled'])
+def test_android_application(packagekit, android, android_launcher, service, client, signals, script, warnings):
+    """Android support gets the launcher's path; nobody else hears of the end. Known behaviour 21, 41."""
+    packagekit.script('SearchFiles', script)
+
     client.remove_launcher(android_launcher)
 
     call = android.wait_call('removeFile')
     service.barrier()
     assert call[2:] == ('/com/zelka/zindro', 'com.zelka.zindro', 'removeFile', 's', (str(LAUNCHER),))
     assert arguments(packagekit, 'SearchFiles') == [(4, [APK])]
+    assert arguments(packagekit, 'Resolve') == []
     assert not android_launcher.exists()
-    assert (service.log(), signals.names()) == ([], [])
+    assert (service.log(), signals.names()) == ([f'warning default: {text}' for text in warnings], [])
 
 
-@pytest.mark.parametrize('script, warnings', [
-    ([error_code('No.'), finished(EXIT_FAILED)], [ERROR]),
-    ([finished(EXIT_FAILED)], []),
-    ([finished(EXIT_CANCELLED)], []),
-])
-def test_android_application_after_a_failed_search(packagekit, android, android_launcher, service, client, signals,
-                                                   script, warnings):
-    packagekit.script('SearchFiles', script)
+def test_refusal_of_android_support(packagekit, android, android_launcher, service, client, signals):
+    android.refuse('removeFile', 'a.b.Refused', 'not today')
 
     client.remove_launcher(android_launcher)
 
-    android.wait_call('removeFile')
+    service.wait_for_log('failed to remove android app')
     service.barrier()
-    assert not android_launcher.exists()
-    assert (service.warnings(), signals.names()) == (warnings, [])
+    assert service.log() == [f'warning default: {ANDROID_FAILED}']
+    assert signals.names() == []
+    assert android_launcher.exists()
 
 
 TRUE = ['(true,)', "('true',)", "('yes',)", '(1,)', '(-1,)', '(0.5,)', "(true, 'more')"]
@@ -298,24 +248,6 @@ def test_android_support_is_looked_at_before_each_call(packagekit, android, andr
 
     sent = system_monitor.messages(system_bus.name_of_process(service.process.pid), 'method-call')
     assert [call.member for call in sent if call.destination == 'com.zelka.zindro'] == 2 * ['Introspect', 'removeFile']
-
-
-@pytest.mark.parametrize('how', ['refuses', 'dies', 'is absent'])
-def test_android_support(standins, packagekit, android_launcher, service, client, signals, how):
-    if how != 'is absent':
-        android = standins.start('android-support')
-        if how == 'dies':
-            android.exit_on('removeFile', 'before')
-        else:
-            android.refuse('removeFile', 'a.b.Refused', 'not today')
-
-    client.remove_launcher(android_launcher)
-
-    service.wait_for_log('failed to remove android app')
-    service.barrier()
-    assert service.log() == [f'warning default: {ANDROID_FAILED}']
-    assert signals.names() == []
-    assert android_launcher.exists()
 
 
 @pytest.mark.parametrize('text', [

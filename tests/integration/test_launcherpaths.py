@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Paths of launchers that are nobody's, or not what they seem."""
+"""Paths of launchers, usual and odd ones."""
 
 import os
 from pathlib import Path
 
 import pytest
+from support.removalrequests import KNOWN
 from support.sockets import make_socket
 
 SYSTEM = Path('/usr/share/applications')
@@ -16,22 +17,14 @@ def bad(path):
 
 
 @pytest.fixture
-def applications(device):
-    """The user's own folder of launchers."""
-    folder = device.home / '.local/share/applications'
-    folder.mkdir(parents=True)
-    return folder
-
-
-@pytest.fixture
-def removed(service, client, signals, system_bus, system_monitor):
+def removed(service, client, signals, system_calls):
     """Removes by a path; the calls made on the system bus, and the warnings. Nothing is announced."""
     def remove(path):
         assert client.remove_launcher(path) == ()
         service.barrier()
         assert signals.names() == []
         return [(call.member, call.arguments)
-                for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
+                for call in system_calls()
                 if call.destination != 'com.nokia.mce'], service.warnings()
     return remove
 
@@ -188,3 +181,71 @@ def test_neighbour_of_the_own_folder(hooks, removed, applications, name):
     assert removed(neighbour) == ([('OnRemove', (neighbour.stem,))], [])
 
     assert not neighbour.exists()
+
+
+@pytest.fixture
+def write(tmp_path):
+    """Writes the launcher of a.b below a folder for data."""
+    def write_launcher(folder):
+        launcher = tmp_path / folder / 'applications/a.b.desktop'
+        launcher.parent.mkdir(parents=True)
+        launcher.write_text('[Desktop Entry]\n', encoding='ascii')
+        return launcher
+    return write_launcher
+
+
+@pytest.fixture
+def start(program, tmp_path):
+    """Starts the service with another folder for the user's data, and others for everybody's."""
+    def start_service(home, *folders):
+        folders = ':'.join(str(tmp_path / folder) for folder in folders)
+        return program.start(environment={'XDG_DATA_HOME': str(tmp_path / home), 'XDG_DATA_DIRS': folders})
+    return start_service
+
+
+def test_own_launcher_is_below_the_data_home(standins, start, write, client, signals):
+    hooks, manager = standins.start('runtime-manager', 'package-manager')
+    service = start('data', 'shared')
+    launcher = write('data')
+
+    client.remove_launcher(launcher)
+
+    assert not launcher.exists()
+    assert [call.arguments for call in hooks.calls('OnRemove')] == [('a',)]
+    service.barrier()
+    assert manager.calls() == []
+    assert (service.log(), signals.all) == ([], [])
+
+
+@pytest.mark.parametrize('folder', ['home/.local/share', 'shared'], ids=['usual data home', 'data of everybody'])
+def test_every_other_launcher_is_one_of_the_system(standins, start, write, client, signals, folder):
+    hooks, manager, packagekit = standins.start('runtime-manager', 'package-manager', 'package-kit')
+    service = start('data', 'shared')
+    launcher = write(folder)
+
+    client.remove_launcher(launcher)
+
+    assert packagekit.wait_call('SearchFiles').arguments == (4, [str(launcher)])
+    service.barrier()
+    assert [(call.method, call.arguments) for call in manager.calls()] == [('GetPackage', ('a.b',))]
+    assert hooks.calls() == []
+    assert launcher.exists()
+    assert (service.log(), signals.all) == ([], [])
+
+
+@pytest.mark.parametrize('folders, told', [
+    (('shared',), 'shared'),
+    (('local', 'shared'), 'local'),
+    (('shared', 'data'), 'data'),
+    (('home/.local/share',), None),
+], ids=['anywhere', 'in order', 'the data home first', 'not in the usual data home'])
+def test_home_screen_is_told_of_the_first(manager, launcher_model, start, write, client, signals, folders, told):
+    manager.answer('GetPackage', KNOWN)
+    launchers = {folder: str(write(folder)) for folder in folders}
+    start('data', 'local', 'shared')
+
+    client.remove(['a.b'])
+
+    assert signals.wait('removalFinished') == (True, '')
+    assert [call.arguments for call in launcher_model.calls('updatingStarted')] == (
+        [('a.b', '', '', launchers[told])] if told else [])

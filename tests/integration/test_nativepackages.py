@@ -29,23 +29,23 @@ def installed(packagekit, package):
 
 
 @pytest.fixture
-def told_launcher_model(session_bus, session_monitor, service):
+def told_launcher_model(service, session_calls):
     """What the service has told the home screen's launcher model, which is not there."""
     def told():
         service.barrier()
         return [(call.member, call.signature, call.arguments)
-                for call in session_monitor.calls(session_bus.name_of_process(service.process.pid))
+                for call in session_calls()
                 if call.destination == 'org.orrinmobile.rozzle']
     return told
 
 
 @pytest.fixture
-def asked_packagekit(system_bus, system_monitor, service):
+def asked_packagekit(service, system_calls):
     """What the service has asked PackageKit for."""
     def asked():
         service.barrier()
         return [(call.member, call.signature, call.arguments)
-                for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
+                for call in system_calls()
                 if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
     return asked
 
@@ -209,21 +209,6 @@ def test_one_of_two_is_refused(installed, packagekit, service, client, signals, 
     signals.wait('removalFinished', 2)
     assert sorted(signals.arguments('removalFinished')) == [(False, LOCKED), REMOVED]
     assert sorted(device.packages()) == ['keeper', 'locked']
-
-
-def test_launcher_with_two_owners_takes_both_along(installed, service, client, signals, device, asked_packagekit):
-    """Each lowers the count, which was raised once."""
-    for name in ('one', 'other'):
-        installed(name, files={SECOND: ENTRY})
-
-    client.remove_launcher(SECOND)
-
-    signals.wait('removalFinished', 2)
-    assert signals.arguments('removalFinished') == [REMOVED, REMOVED]
-    assert device.packages() == ['keeper']
-    assert not Path(SECOND).exists()
-    assert sorted(asked_packagekit()) == sorted([search(SECOND), resolve('one'), resolve('other'), remove('one'),
-                                                 remove('other')])
 
 
 def test_two_versions_go_together(installed, service, client, signals, device, package, asked_packagekit):

@@ -1,21 +1,17 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What is announced about requests of one and of several files."""
+"""Requests of one and of several files, and the questions that they ask."""
 
 import pytest
 from gi.repository import GLib
 
+NOT_SDK_NOT_SILENT = ('"Unable install package without confirm: The installation is not running in sdk mode. '
+                      'Silent software instalation is not allowed"')
 NOTHING = GLib.Variant('()', ())
 ABORTED = 'The user cancelled the installation'
 ONE_FAILS, TWO_FAILS = 'org.example.Error.NoSpace', 'org.example.Error.Conflict'
 NO_SPACE = 'zarn_installation_error_desc_NoSpace (code: NoSpace)'
 CONFLICT = 'zarn_installation_error_desc_Conflict (code: Conflict)'
-
-
-@pytest.fixture
-def package_manager(standins):
-    """Installs nothing."""
-    return standins.start('package-manager', installs='nothing')
 
 
 # What is to happen to each file, in turn; the outcome; the files that the package manager gets.
@@ -39,13 +35,13 @@ CASES = [
 
 
 @pytest.mark.parametrize('fates, outcome, handed_over', CASES, ids=lambda value: '-'.join(map(str, value)))
-def test_request_ends_with(service, client, signals, dialog, package_manager, fates, outcome, handed_over):
+def test_request_ends_with(service, client, signals, dialog, manager, fates, outcome, handed_over):
     dialog.use('Controlled')
     for fate in fates:
         if fate == INSTALLED:
-            package_manager.answer('Install', NOTHING, times=1)
+            manager.answer('Install', NOTHING, times=1)
         elif fate != DECLINED:
-            package_manager.refuse('Install', fate, 'for a reason', times=1)
+            manager.refuse('Install', fate, 'for a reason', times=1)
 
     client.install([f'/{number}.rpm' for number in range(1, len(fates) + 1)])
 
@@ -55,26 +51,25 @@ def test_request_ends_with(service, client, signals, dialog, package_manager, fa
     assert signals.wait('installFinished') == outcome
     service.barrier()
     assert signals.names() == ['needConfirm'] * len(fates) + ['installFinished']
-    assert [call.arguments for call in package_manager.calls('Install')] == \
+    assert [call.arguments for call in manager.calls('Install')] == \
         [(f'/{number}.rpm', {}) for number in handed_over]
 
 
-def test_several_files_take_turns(standins, service, client, signals, device, system_bus, system_monitor,
-                                  package_manager):
+def test_several_files_take_turns(standins, service, client, signals, device, manager, system_calls):
     """One is asked about when the one before has been installed, and the developer mode for each anew."""
     standins.start('developer-mode', silent_installation=True)
     device.mark_as_emulator()
-    package_manager.hang('Install', 1)
+    manager.hang('Install', 1)
 
     client.install(['/1.rpm', '/2.rpm'])
-    package_manager.wait_call('Install')
+    manager.wait_call('Install')
     service.barrier()
-    assert len(package_manager.calls('Install')) == 1
+    assert len(manager.calls('Install')) == 1
     assert len(standins.developer_mode.calls()) == 1
-    package_manager.release('Install')
+    manager.release('Install')
 
     assert signals.wait('installFinished') == (True, '')
-    calls = system_monitor.calls(system_bus.name_of_process(service.process.pid))
+    calls = system_calls()
     assert [call.member for call in calls if call.destination.startswith('ru.quon.')] == \
         ['IsSilentInstallationEnabled', 'Install'] * 2
 
@@ -90,25 +85,14 @@ def test_files_are_really_installed(platform, service, client, signals, dialog, 
     assert sorted(device.packages()) == ['fine', 'good']
 
 
-def test_user_data_flag_changes_nothing(standins, service, client, signals, package_manager):
-    standins.start('developer-mode', silent_installation=True)
-
-    for keep in (False, True):
-        client.install(['/a.rpm'], sdk_mode=True, keep_userdata=keep)
-
-    signals.wait('installFinished', 2)
-    assert signals.arguments('installFinished') == [(True, ''), (True, '')]
-    assert [call.arguments for call in package_manager.calls('Install')] == [('/a.rpm', {}), ('/a.rpm', {})]
-
-
-def test_one_file_goes_this_way(platform, service, client, signals, dialog, system_bus, system_monitor, package):
+def test_one_file_goes_this_way(platform, service, client, signals, dialog, package, system_calls):
     dialog.use('Confirming')
     file = package('traced', version='3.4', summary='Leaves traces')
 
     client.install([file])
 
     assert signals.wait('installFinished') == (True, '')
-    calls = system_monitor.calls(system_bus.name_of_process(service.process.pid))
+    calls = system_calls()
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
             for call in calls if call.member != 'get_display_status'] == [
         ('ru.quon.developermode', '/', 'ru.quon.developermode', 'IsSilentInstallationEnabled', '', ()),
@@ -119,5 +103,87 @@ def test_one_file_goes_this_way(platform, service, client, signals, dialog, syst
          ('traced', 3000000))]
     assert [line for line in service.log() if ' qml: ' not in line] == [
         'debug default: RPM Package info: "traced" "3.4" "Leaves traces"',
-        'warning default: "Unable install package without confirm: The installation is not running in sdk mode. '
-        'Silent software instalation is not allowed"']
+        f'warning default: {NOT_SDK_NOT_SILENT}']
+
+
+def test_accepted_package_is_installed(platform, service, client, signals, dialog, device, package):
+    dialog.use('Controlled')
+    file = package('wanted', version='1.2', summary='Does <b>things</b>')
+
+    client.install([file])
+
+    assert signals.wait('needConfirm') == ()
+    assert dialog.wait_shown() == {'name': 'wanted', 'version': '1.2', 'summary': 'Does <b>things</b>',
+                                   'fileName': str(file)}
+    assert service.warnings() == [NOT_SDK_NOT_SILENT]
+    service.barrier()
+    assert not platform.package_manager.calls()
+    assert [call.arguments for call in platform.mce.calls('notification_begin_req')] == [('wanted', 30000, 30000)]
+
+    dialog.answer('requestInstall')
+
+    assert signals.wait('installFinished') == (True, '')
+    service.barrier()
+    assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('wanted', 3000000)]
+    assert signals.names() == ['needConfirm', 'installFinished']
+    assert device.packages() == ['wanted']
+
+
+def test_mce_is_looked_at_before_each_request(platform, service, client, signals, dialog, system_bus, system_monitor,
+                                              package):
+    """With a proxy for each. The bus library would only remember what MCE says of itself, if it said anything."""
+    dialog.use('Dismissing')
+    platform.mce.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
+
+    client.install([package('first'), package('second')])
+
+    assert signals.wait('installFinished')[0] is False
+    service.barrier()
+    sent = system_monitor.messages(system_bus.name_of_process(service.process.pid), 'method-call')
+    assert [(call.path, call.member) for call in sent if call.destination == 'com.nokia.mce'] == 2 * [
+        ('/com/nokia/mce/request', 'Introspect'),
+        ('/com/nokia/mce/request', 'notification_begin_req'),
+        ('/com/nokia/mce/request', 'Introspect'),
+        ('/com/nokia/mce/request', 'notification_end_req')]
+
+
+def test_declined_package_is_not_installed(platform, service, client, signals, dialog, device, package):
+    dialog.use('Dismissing')
+
+    client.install([package('unwanted')])
+
+    assert signals.wait('installFinished')[0] is False
+    service.barrier()
+    assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('unwanted', 1000000)]
+    assert not platform.package_manager.calls()
+    assert device.packages() == []
+
+
+def test_display_turned_off_declines(platform, service, client, signals, dialog, package):
+    dialog.use('Controlled')
+    client.install([package('unseen')])
+    dialog.wait_shown()
+
+    platform.mce.configure('display', 'dimmed')
+    service.barrier()
+    assert signals.names() == ['needConfirm']
+
+    platform.mce.configure('display', 'off')
+    assert signals.wait('installFinished')[0] is False
+    service.barrier()
+    assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('unseen', 0)]
+
+
+def test_second_answer_of_a_dialog_is_handled_again(platform, service, client, signals, dialog, package, system_calls):
+    dialog.use('AnsweringTwice')
+    platform.package_manager.hang('Install')
+
+    client.install([package('double')])
+
+    assert signals.wait('installFinished')[0] is False
+    service.barrier()
+    assert [(call.member, call.arguments)
+            for call in system_calls()][-3:] == [
+        ('Install', (str(package('double')), {})),
+        ('notification_end_req', ('double', 3000000)),
+        ('notification_end_req', ('double', 1000000))]

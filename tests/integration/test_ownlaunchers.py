@@ -10,14 +10,6 @@ ABSENT = FAILED + '"The name ru.quon.RuntimeManager was not provided by any .ser
 
 
 @pytest.fixture
-def applications(device):
-    """The user's own folder of launchers."""
-    folder = device.home / '.local/share/applications'
-    folder.mkdir(parents=True)
-    return folder
-
-
-@pytest.fixture
 def launcher(applications):
     """An own launcher."""
     path = applications / 'org.example.App.desktop'
@@ -26,12 +18,12 @@ def launcher(applications):
 
 
 @pytest.fixture
-def calls(system_bus, system_monitor, service):
+def calls(service, system_calls):
     """The service's calls of other programs on the system bus."""
     def made():
         service.barrier()
         return [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
-                for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
+                for call in system_calls()
                 if call.destination != 'com.nokia.mce']
     return made
 
@@ -51,8 +43,8 @@ def hook(name):
     ('sub.folder/deep/nested.app.desktop', 'nested'),
     ('org.example.App.txt', 'org'),
 ])
-def test_is_deleted_and_the_hook_called(standins, service, client, signals, applications, calls, session_bus,
-                                        session_monitor, file, name):
+def test_is_deleted_and_the_hook_called(standins, service, client, signals, applications, calls, file, name,
+                                        session_calls):
     """With the part of the file's name before its first dot. The back ends and the home screen hear nothing."""
     standins.start('runtime-manager', 'package-manager')
     path = applications / file
@@ -63,7 +55,7 @@ def test_is_deleted_and_the_hook_called(standins, service, client, signals, appl
 
     assert not path.exists()
     assert calls() == [hook(name)]
-    assert session_monitor.calls(session_bus.name_of_process(service.process.pid)) == []
+    assert session_calls() == []
     assert signals.names() == []
     assert service.log() == []
 
@@ -105,31 +97,6 @@ def test_hook_refuses(standins, service, client, signals, launcher, text, shown)
     service.barrier()
     assert service.log() == ['warning default: ' + FAILED + shown]
     assert not launcher.exists()
-    assert signals.names() == []
-
-
-def test_hook_is_absent_and_comes_back(standins, service, client, signals, launcher, calls):
-    client.remove_launcher(launcher)
-    assert service.warnings() == [ABSENT]
-    assert not launcher.exists()
-
-    launcher.touch()
-    standins.start('runtime-manager')
-    client.remove_launcher(launcher)
-
-    assert service.warnings() == [ABSENT]
-    assert calls() == [hook('org')] * 2
-    assert signals.names() == []
-
-
-def test_hook_dies_in_the_call(standins, service, client, signals, launcher):
-    hooks = standins.start('runtime-manager')
-    hooks.exit_on('OnRemove', 'before')
-
-    client.remove_launcher(launcher)
-
-    hooks.wait_exit()
-    assert service.warnings() == [FAILED + '"Message recipient disconnected from message bus without replying"']
     assert signals.names() == []
 
 

@@ -12,7 +12,7 @@ ALLOWING = '[Applications]\nInstallationEnabled=true\n'
 TEXT = f'Installing applications is disabled by the {machine.freedesktop_os_release()["NAME"]} device policy'
 
 
-def test_user_and_caller_are_told(standins, service, client, signals, device, system_bus, system_monitor, package):
+def test_user_and_caller_are_told(standins, service, client, signals, device, package, system_calls):
     standins.start('notifications')
     device.set_policy(REFUSING)
 
@@ -25,7 +25,7 @@ def test_user_and_caller_are_told(standins, service, client, signals, device, sy
     service.barrier()
     assert len(standins.notifications.calls()) == 1
     assert signals.names() == ['installFinished']
-    assert system_monitor.calls(system_bus.name_of_process(service.process.pid)) == []
+    assert system_calls() == []
     assert service.log() == []
 
 

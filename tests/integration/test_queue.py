@@ -113,20 +113,6 @@ def test_requests_install_side_by_side_without_the_dialog(standins, service, cli
     assert outcomes(signals) == [False, True]
 
 
-def test_dialog_of_a_request_comes_up_while_another_installs(service, client, signals, dialog, package_manager):
-    package_manager.hang('Install')
-    client.install(['/first.rpm'])
-    dialog.wait_shown(1)
-    dialog.answer('requestInstall', number=1)
-    package_manager.wait_call('Install')
-    service.barrier()
-
-    client.install(['/second.rpm'])
-
-    assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
-    assert outcomes(signals) == ['asked', 'asked']
-
-
 @pytest.mark.parametrize('disappear', ['hide', 'close'])
 def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dialog, disappear):
     """Only what is on screen does; and the service does not end with its last window."""

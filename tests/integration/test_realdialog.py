@@ -134,17 +134,6 @@ def test_closed_by_the_window_manager(ask, screen, signals, standins, service):
     assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 1000000)]
 
 
-def test_display_turned_off(ask, signals, standins, service):
-    ask('/absent.rpm')
-
-    standins.mce.configure('display', 'off')
-
-    assert signals.wait('installFinished') == CANCELLED
-    service.barrier()
-    assert installations(standins) == 0
-    assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 0)]
-
-
 def test_each_file_has_a_dialog_of_its_own(ask, screen, signals, standins, service):
     first = ask('/one.rpm', '/two.rpm')
     screen.press_keys(first, 'Escape')

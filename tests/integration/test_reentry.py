@@ -19,20 +19,6 @@ def sent(service, session_bus, session_monitor):
     return in_order
 
 
-def test_outcome_of_an_empty_request_comes_before_the_reply(client, sent):
-    client.install([])
-
-    assert sent() == ['installFinished', 'reply']
-
-
-def test_outcome_of_a_refused_request_comes_before_the_reply(client, device, sent):
-    device.set_policy(REFUSING_POLICY)
-
-    client.install(['/absent.rpm'])
-
-    assert sent() == ['installFinished', 'reply']
-
-
 def test_outcome_of_an_installation_comes_after_the_reply(standins, client, signals, device, sent):
     standins.start('package-manager', installs='nothing')
     device.mark_as_emulator()

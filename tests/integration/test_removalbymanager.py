@@ -5,35 +5,24 @@
 import pytest
 from gi.repository import GLib
 from harness.client import Client
-from standin.remoteerror import RemoteError
 from support.chronicle import chronicle
+from support.removalrequests import KNOWN
 
-KNOWN = GLib.Variant('(a{ss})', ({},))
 NOTHING = GLib.Variant('()', ())
 
 
 @pytest.fixture
-def launcher_model(standins):
-    """The home screen's."""
-    return standins.start('launcher-model')
-
-
-@pytest.fixture
-def manager(standins):
-    """Knows every name, and removes nothing."""
-    manager = standins.start('package-manager', installs='nothing')
+def manager(manager):
+    """The package manager knows every name."""
     manager.answer('GetPackage', KNOWN)
     return manager
 
 
 @pytest.fixture
-def own_launcher(device):
+def own_launcher(applications):
     """Writes a launcher into the user's own folder, and gives its path."""
-    folder = device.home / '.local/share/applications'
-
     def write(name):
-        folder.mkdir(parents=True, exist_ok=True)
-        path = folder / f'{name}.desktop'
+        path = applications / f'{name}.desktop'
         path.write_text('[Desktop Entry]\n', encoding='ascii')
         return str(path)
     return write
@@ -44,44 +33,24 @@ def own_launcher(device):
     ('asb', (False,), {}),
     ('asb', (True,), {'KeepUserData': True}),
 ])
-def test_package_is_asked_about_and_removed(service, client, signals, manager, system_bus, session_bus, system_monitor,
-                                            session_monitor, signature, flags, options):
+def test_package_is_asked_about_and_removed(service, client, signals, manager, session_bus, session_monitor, signature,
+                                            flags, options, system_calls):
     """The key is not there where the data may go: it never says false."""
     assert client.call('removePackages', f'({signature})', ['a.b'], *flags) == ()
 
     assert signals.wait('removalFinished') == (True, '')
     service.barrier()
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
-            for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))] == [
+            for call in system_calls()] == [
         ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'GetPackage', 's', ('a.b',)),
         ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'Remove', 'sa{sv}', ('a.b', options))]
+    # A number would be equal to the boolean.
+    assert str(manager.calls('Remove')[0].arguments) == str(('a.b', options))
     own_name = session_bus.name_of_process(service.process.pid)
     (call,) = [message for message in session_monitor.messages(kind='method-call')
                if message.member == 'removePackages']
     (reply,) = [message for message in session_monitor.messages(own_name) if message.reply_serial == call.serial]
     assert (call.signature, reply.kind, reply.signature) == (signature, 'method-return', '')
-
-
-def test_flag_is_a_boolean_on_the_wire(service, client, signals, system_bus, manager, processes):
-    """Looked at as it is: an unpacked variant of another type might look the same."""
-    types = []
-
-    def look(_connection, message, incoming):
-        if incoming and message.get_member() == 'Remove':
-            types.append(message.get_body().get_child_value(1).print_(True))
-        return None if incoming else message
-
-    monitor = system_bus.connect()
-    monitor.call_sync('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus.Monitoring', 'BecomeMonitor',
-                      GLib.Variant('(asu)', ([], 0)), None, 0, 20000, None)
-    monitor.add_filter(look)
-
-    client.call('removePackages', '(asb)', ['a'], True)
-    client.call('removePackages', '(asb)', ['a'], False)
-
-    signals.wait('removalFinished', 2)
-    processes.wait_until(lambda: len(types) == 2, 'both calls at the monitor')
-    assert types == ["{'KeepUserData': <true>}", '@a{sv} {}']
 
 
 def test_home_screen_hears_of_it(service, client, signals, manager, launcher_model, own_launcher, session_bus,
@@ -164,8 +133,8 @@ def installed(standins, system_bus, processes, package):
     return install
 
 
-def test_folder_named_like_a_launcher_is_none(service, client, signals, manager, launcher_model, device):
-    (device.home / '.local/share/applications/a.desktop').mkdir(parents=True)
+def test_folder_named_like_a_launcher_is_none(service, client, signals, manager, launcher_model, applications):
+    (applications / 'a.desktop').mkdir()
 
     client.call('removePackages', '(as)', ['a'])
 
@@ -282,37 +251,3 @@ def test_other_requests_are_answered_meanwhile(service, client, signals, manager
     assert signals.names() == ['installFinished']
     manager.release('Remove')
     assert signals.wait('removalFinished') == (True, '')
-
-
-def test_home_screen_that_objects_changes_nothing(service, client, signals, manager, launcher_model, own_launcher):
-    own_launcher('a')
-    for method in ('updatingStarted', 'updatingFinished'):
-        launcher_model.refuse(method, 'a.b.Refused', 'no')
-
-    client.call('removePackages', '(as)', ['a'])
-
-    assert signals.wait('removalFinished') == (True, '')
-    assert len(launcher_model.calls()) == 2
-    assert service.warnings() == []
-
-
-@pytest.mark.parametrize('user, group', [(65534, 65534), (65534, 0), (0, 0)])
-def test_anybody_may_remove_by_name(processes, service, signals, manager, session_bus, user, group):
-    caller = processes.start('caller', [
-        'setpriv', f'--reuid={user}', f'--regid={group}', '--clear-groups', 'dbus-send', f'--bus={session_bus.address}',
-        '--print-reply=literal', '--dest=org.velmoraos.installationhandler', '/org/velmoraos/installationhandler',
-        'org.velmoraos.installationhandler.removePackages', 'array:string:a'])
-
-    assert processes.wait_end(caller) == 0, caller.text
-    assert signals.wait('removalFinished') == (True, '')
-    assert service.warnings() == []
-
-
-def test_wrong_arguments_are_refused_by_the_bus_library(service, client, signals, manager):
-    for signature, arguments in (('()', ()), ('(s)', ('a',)), ('(ass)', (['a'], 'true')), ('(av)', ([],)),
-                                 ('(asbb)', ([], True, True))):
-        with pytest.raises(RemoteError, match='org.freedesktop.DBus.Error.UnknownMethod'):
-            client.call('removePackages', signature, *arguments)
-    service.barrier()
-    assert signals.all == []
-    assert manager.calls() == []

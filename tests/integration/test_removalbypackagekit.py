@@ -28,18 +28,12 @@ def packagekit(standins):
     return standins.start('package-kit')
 
 
-@pytest.fixture
-def launcher_model(standins):
-    """The home screen's."""
-    return standins.start('launcher-model')
-
-
 def story(*standins):
     """The requests among the calls; PackageKit's library has many more."""
     return [step for step in chronicle(*standins) if step[0] in REQUESTS]
 
 
-def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_bus, system_monitor):
+def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_calls):
     packagekit.script('Resolve', [package_found(A, 'An "odd" summary'), finished()])
     packagekit.script('RemovePackages', [item_progress(A, 50), finished(runtime=17)])
 
@@ -48,7 +42,7 @@ def test_package_is_resolved_and_removed(packagekit, service, client, signals, s
     assert signals.wait('removalFinished') == (True, '')
     service.barrier()
     assert signals.names() == ['removalFinished']
-    calls = [call for call in system_monitor.calls(system_bus.name_of_process(service.process.pid))
+    calls = [call for call in system_calls()
              if call.member in REQUESTS]
     resolve, remove = packagekit.calls('Resolve') + packagekit.calls('RemovePackages')
     assert resolve.path != remove.path
@@ -66,16 +60,6 @@ def test_package_is_resolved_and_removed(packagekit, service, client, signals, s
         END)]
 
 
-@pytest.mark.parametrize('keep', [False, True])
-def test_user_data_is_no_concern_of_packagekit(packagekit, service, client, signals, keep):
-    packagekit.script('Resolve', [package_found(A), finished()])
-
-    client.remove(['a'], keep)
-
-    assert signals.wait('removalFinished') == (True, '')
-    assert packagekit.wait_call('RemovePackages').arguments == (2, [A], False, False)
-
-
 @pytest.mark.parametrize('found', [[package_found(A), package_found(B, info=31)], [packages_found(A, B)]],
                          ids=['one by one', 'at once'])
 def test_whatever_is_found_goes_together(packagekit, service, client, signals, found):
@@ -85,15 +69,6 @@ def test_whatever_is_found_goes_together(packagekit, service, client, signals, f
 
     assert signals.wait('removalFinished') == (True, '')
     assert [call.arguments for call in packagekit.calls('RemovePackages')] == [(2, [A, B], False, False)]
-
-
-def test_package_that_is_not_installed_counts_as_removed(packagekit, launcher_model, service, client, signals):
-    client.remove(['a'])
-
-    assert signals.wait('removalFinished') == (True, '')
-    service.wait_for_log(END)
-    assert story(packagekit, launcher_model) == [('Resolve', (4, ['a'])), ('updatingFinished', ('a',))]
-    assert service.debugs() == [*BEGINNING, 'Uninstalled "a"', END]
 
 
 def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launcher_model, service, client, signals,
@@ -275,17 +250,3 @@ def test_each_back_end_removes_its_own(standins, packagekit, service, client, si
     signals.wait('removalFinished', 2)
     assert [call.arguments for call in manager.calls('Remove')] == [('managed', {'KeepUserData': True})]
     assert packagekit.wait_call('RemovePackages').arguments == (2, [A], False, False)
-
-
-def test_absent_packagekit_is_reported_twice(service, client, signals):
-    """Its library ends the request at once, before the removal is gone."""
-    client.remove(['a'])
-
-    text = 'The name org.freedesktop.PackageKit was not provided by any .service files'
-    signals.wait('removalFinished', 2)
-    service.wait_for_log(END)
-    assert signals.arguments('removalFinished') == [(False, text), (True, '')]
-    assert service.log() == [*('debug default: ' + line for line in (
-        *BEGINNING, f'Resolve Error: ("a") PackageKit::Transaction::ErrorInternalError "{text}"', f'{GIVE_UP}"{text}"',
-        f'Failed to uninstall "a" "{text}"', 'Uninstalled "a"')),
-        'warning default: Transaction count out of sync!', f'debug default: {END}']

@@ -6,12 +6,11 @@ import re
 from pathlib import Path
 
 import pytest
-from gi.repository import GLib
 from packages.launchers import write_launchers
 from support.packagekit import install, install_handmade
+from support.removalrequests import KNOWN
 from support.transactionsignals import error_code, finished, package_found
 
-KNOWN = GLib.Variant('(a{ss})', ({},))
 APPLICATIONS = Path('/usr/share/applications')
 
 ENDED = re.compile('debug default: (?:Uninstalled|Failed to uninstall) "(?P<name>[^"]*)"(?: "(?P<text>.*)")?')
@@ -56,9 +55,8 @@ def check_alive(service, client, signals):
     assert not Path('/tmp/harm').exists()
 
 
-def test_any_name_gets_to_the_package_manager(standins, local_service, client, signals):
+def test_any_name_gets_to_the_package_manager(manager, local_service, client, signals):
     """In one request, as it is."""
-    manager = standins.start('package-manager', installs='nothing')
     manager.answer('GetPackage', KNOWN)
 
     client.remove(NAMES, keep_userdata=True)
@@ -101,14 +99,13 @@ def test_name_of_a_megabyte(both, standins, service, client, signals, known):
     check_alive(service, client, signals)
 
 
-def test_thousand_names_for_the_package_manager(standins, service, client, signals):
-    manager = standins.start('package-manager', installs='nothing')
+def test_thousand_names_for_the_package_manager(manager, service, client, signals):
     manager.answer('GetPackage', KNOWN)
     names = [f'name{number}' for number in range(1000)]
 
-    client.start('removePackages', '(as)', names).wait(60)
+    client.start('removePackages', '(as)', names).wait()
 
-    signals.wait('removalFinished', 1000, seconds=60)
+    signals.wait('removalFinished', 1000)
     service.barrier()
     assert signals.arguments('removalFinished') == [(True, '')] * 1000
     assert [call.arguments for call in manager.calls('Remove')] == [(name, {}) for name in names]
@@ -146,7 +143,7 @@ def test_thousand_names_for_packagekit(both, processes, standins, service, clien
     every request does that never got to PackageKit."""
     names = [f'name{number}' for number in range(1000)]
 
-    client.start('removePackages', '(as)', names).wait(60)
+    client.start('removePackages', '(as)', names).wait()
 
     ended = wait_ends(processes, service, names)
     resolved = {call.arguments[1][0] for call in standins.package_kit.calls('Resolve')}
@@ -163,7 +160,7 @@ def test_removals_that_the_bus_refuses(both, processes, standins, service, clien
     names = [f'name{number}' for number in range(1000)]
     taken, refused = names[:PENDING], names[PENDING:]
 
-    client.start('removePackages', '(as)', names).wait(60)
+    client.start('removePackages', '(as)', names).wait()
 
     ended = wait_ends(processes, service, refused)
     assert ended == dict.fromkeys(refused, [TOO_MANY, None])
@@ -189,9 +186,8 @@ def test_as_many_removals_side_by_side_as_the_bus_takes(both, standins, service,
 
 @pytest.mark.parametrize('name', ['*', 'nat*', 'native-1.0', 'native-1.0-1', 'native-1.0-1.noarch', 'NATIVE', 'native ',
                                   'native\n', 'native;', '/usr/share/applications/native.desktop', ''], ids=short)
-def test_launchers_are_looked_up_by_the_very_name(both, standins, service, client, signals, package, name):
+def test_launchers_are_looked_up_by_the_very_name(both, launcher_model, service, client, signals, package, name):
     """No pattern, no version, no file."""
-    launcher_model = standins.start('launcher-model')
     install(package('native'))
 
     client.remove([name])
@@ -206,9 +202,8 @@ def test_launchers_are_looked_up_by_the_very_name(both, standins, service, clien
 
 @pytest.mark.parametrize('locale', ['C.UTF-8', 'C'])
 def test_launchers_are_looked_up_in_the_local_encoding(
-        both, standins, program, client, signals, device, tmp_path, locale):
+        both, launcher_model, standins, program, client, signals, device, tmp_path, locale):
     """That is UTF-8 for the toolkit, whatever the locale; names of other bytes cannot be asked for."""
-    launcher_model = standins.start('launcher-model')
     for encoding in ('utf-8', 'latin-1'):
         install_handmade(write_launchers(tmp_path / 'foreign.rpm', 'größer'.encode(encoding), [f'{encoding}.desktop']))
     program.start(environment={'LC_ALL': locale})
@@ -222,9 +217,8 @@ def test_launchers_are_looked_up_in_the_local_encoding(
     assert sorted(call.arguments[1][0] for call in standins.package_kit.calls('Resolve')) == sorted(names)
 
 
-def test_pattern_in_the_name_of_an_android_package_counts(both, standins, service, client, signals):
+def test_pattern_in_the_name_of_an_android_package_counts(both, launcher_model, service, client, signals):
     """It becomes part of the pattern of file names, in the one folder."""
-    launcher_model = standins.start('launcher-model')
     launchers = [APPLICATIONS / f'zindro_launcher_{name}.desktop' for name in ('a', 'b', 'c')]
     outside = APPLICATIONS.parent / 'zindro_launcher_a.desktop'
     for path in (*launchers, outside):
@@ -240,9 +234,8 @@ def test_pattern_in_the_name_of_an_android_package_counts(both, standins, servic
         *(('ambrel-apk-', str(path)) for path in launchers)]
 
 
-def test_damaged_database_has_no_launchers(both, standins, service, client, signals, package, device):
+def test_damaged_database_has_no_launchers(both, launcher_model, service, client, signals, package, device):
     """The removal goes on."""
-    launcher_model = standins.start('launcher-model')
     install(package('native'))
     database = Path('/var/lib/rpm/rpmdb.sqlite')
     kept = database.read_bytes()

@@ -3,12 +3,11 @@
 """Installations in sdk mode, which first ask for the removal of the installed version."""
 
 import pytest
-from gi.repository import GLib
 from harness.client import Client
 from support.chronicle import chronicle
 from support.packagekit import install
+from support.removalrequests import KNOWN
 
-KNOWN = GLib.Variant('(a{ss})', ({},))
 REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 
 
@@ -19,9 +18,8 @@ def developer_mode(standins):
 
 
 @pytest.fixture
-def manager(standins):
-    """Knows every name; installs and removes nothing."""
-    manager = standins.start('package-manager', installs='nothing')
+def manager(manager):
+    """The package manager knows every name."""
     manager.answer('GetPackage', KNOWN)
     return manager
 
@@ -31,8 +29,7 @@ def removed(manager):
     return [call.arguments for call in manager.calls('Remove')]
 
 
-def test_two_files_two_removals_and_one_installation(service, client, signals, manager, package, system_bus,
-                                                     system_monitor):
+def test_two_files_two_removals_and_one_installation(service, client, signals, manager, package, system_calls):
     """The removals are on their way before anything else, and nobody waits for them."""
     files = [package('first'), package('second')]
     manager.hang('Remove')
@@ -45,7 +42,7 @@ def test_two_files_two_removals_and_one_installation(service, client, signals, m
     manager.release('Remove')
     signals.wait('removalFinished', 2)
     assert signals.all[1:] == [('removalFinished', 'bs', (True, ''))] * 2
-    calls = system_monitor.calls(system_bus.name_of_process(service.process.pid))
+    calls = system_calls()
     assert [(call.member, call.signature, call.arguments) for call in calls] == [
         ('GetPackage', 's', ('first',)), ('Remove', 'sa{sv}', ('first', {})),
         ('GetPackage', 's', ('second',)), ('Remove', 'sa{sv}', ('second', {})),

@@ -6,8 +6,8 @@ import time
 from pathlib import Path
 
 import pytest
-from gi.repository import GLib
 from support.otherservice import OtherService
+from support.removalrequests import KNOWN
 from support.transactionsignals import finished, package_found
 
 pytestmark = pytest.mark.side_by_side
@@ -21,10 +21,9 @@ NO_REPLY = ('"Did not receive a reply. Possible causes include: the remote appli
 
 
 @pytest.fixture
-def own_launcher(device):
+def own_launcher(applications):
     """A launcher of the user's own."""
-    launcher = device.home / '.local/share/applications/foo.desktop'
-    launcher.parent.mkdir(parents=True)
+    launcher = applications / 'foo.desktop'
     launcher.touch()
     return launcher
 
@@ -40,10 +39,9 @@ class Silence:
             assert time.monotonic() - self._before >= SHORTEST
 
 
-def test_of_developer_mode(standins, service, client, signals, dialog):
+def test_of_developer_mode(standins, manager, service, client, signals, dialog):
     """The service blocks meanwhile; other requests wait for it."""
     developer_mode = standins.start('developer-mode', silent_installation=True)
-    standins.start('package-manager', installs='nothing')
     standins.start('package-kit')
     developer_mode.hang('IsSilentInstallationEnabled', 1)
     dialog.use('Confirming')
@@ -61,14 +59,13 @@ def test_of_developer_mode(standins, service, client, signals, dialog):
     service.barrier()
     assert service.warnings() == ['Could not fetch developer mode state:  ' + NO_REPLY]
     assert sorted(call.arguments[0]
-                  for call in standins.package_manager.calls('Install')) == ['/absent.rpm', '/other.rpm']
+                  for call in manager.calls('Install')) == ['/absent.rpm', '/other.rpm']
 
 
 @pytest.mark.parametrize('method', ['Introspect', 'notification_begin_req'])
-def test_of_mce(standins, service, client, signals, dialog, method):
+def test_of_mce(standins, manager, service, client, signals, dialog, method):
     """The dialog is shown after all."""
     mce = standins.start('mce')
-    standins.start('package-manager', installs='nothing')
     mce.hang(method, 1)
     dialog.use('Confirming')
 
@@ -82,11 +79,9 @@ def test_of_mce(standins, service, client, signals, dialog, method):
         ['get_display_status', 'notification_begin_req', 'notification_end_req']
 
 
-def test_of_launcher_model(standins, service, client, signals, own_launcher):
+def test_of_launcher_model(launcher_model, manager, service, client, signals, own_launcher):
     """It delays a removal and does no more. Known behaviour 3."""
-    launcher_model = standins.start('launcher-model')
-    manager = standins.start('package-manager', installs='nothing')
-    manager.answer('GetPackage', GLib.Variant('(a{ss})', ({},)))
+    manager.answer('GetPackage', KNOWN)
     for method in ('updatingStarted', 'updatingFinished'):
         launcher_model.hang(method, 1)
 

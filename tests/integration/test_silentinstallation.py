@@ -46,9 +46,9 @@ def test_refusal_is_reported_by_its_code(standins, service, client, signals, dev
     assert device.packages() == []
 
 
-def test_empty_list_succeeds_without_any_call(service, client, signals, system_bus, system_monitor):
+def test_empty_list_succeeds_without_any_call(service, client, signals, system_calls):
     client.call('installFiles', '(as)', [])
 
     assert signals.wait('installFinished') == (True, '')
     service.barrier()
-    assert system_monitor.calls(system_bus.name_of_process(service.process.pid)) == []
+    assert system_calls() == []

@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The service's way onto the bus, and what keeps it from there."""
+"""The service's way onto the bus, and the command lines that start it."""
 
+import pytest
 from harness.client import INTERFACE, NAME, PATH
 
 NAME_IN_USE = 'warning default: Service name is already in use: org.velmoraos.installationhandler'
@@ -87,3 +88,41 @@ def test_service_without_session_bus_gives_up(program, system_monitor):
     assert program.wait_exit() == 1
     assert program.log() == ['warning default: Could not connect to session bus.']
     assert asked(system_monitor) == ASKED_BEFORE
+
+
+def test_call_starts_the_service(session_bus, client, signals):
+    session_bus.allow_activation()
+    assert not session_bus.has_owner(NAME)
+
+    client.call('installFiles', '(as)', [])
+
+    assert signals.wait('installFinished') == (True, '')
+    assert session_bus.has_owner(NAME)
+
+
+@pytest.mark.parametrize('arguments', [
+    [],
+    ['install'],
+    ['INSTALL', '/tmp/a.rpm'],
+    ['Install', '/tmp/a.rpm', '/tmp/b.rpm'],
+    ['install ', '/tmp/a.rpm'],
+    ['installs', '/tmp/a.rpm'],
+    ['instal', '/tmp/a.rpm'],
+    ['--install', '/tmp/a.rpm'],
+    ['', '/tmp/a.rpm'],
+    ['/tmp/a.rpm', 'install'],
+    ['/tmp/a.rpm', 'install', '/tmp/b.rpm'],
+], ids=str)
+def test_service_is_started_by(program, client, signals, arguments):
+    program.start(arguments)
+
+    client.install([])
+    assert signals.wait('installFinished') == (True, '')
+    assert program.log() == []
+
+
+def test_toolkit_takes_its_options(program):
+    program.start(['-platform', 'offscreen', 'install', '/tmp/a.rpm'], {'QT_QPA_PLATFORM': 'no-such-platform'})
+
+    program.barrier()
+    assert program.log() == []

@@ -49,13 +49,7 @@ def variant(text):
     return GLib.Variant.parse(None, text)
 
 
-@pytest.fixture
-def package_manager(standins):
-    """Installs nothing."""
-    return standins.start('package-manager', installs='nothing')
-
-
-def test_developer_mode_answers(standins, package_manager, service, client, signals, dialog):
+def test_developer_mode_answers(standins, manager, service, client, signals, dialog):
     """What is true as the toolkit sees it allows installing; anything else does not."""
     developer_mode = standins.start('developer-mode')
     standins.start('package-kit')
@@ -79,8 +73,8 @@ def test_developer_mode_answers(standins, package_manager, service, client, sign
     ('mce', 'notification_end_req'),
     ('package-manager', 'Install'),
 ])
-def test_answers_that_nobody_reads(standins, package_manager, service, client, signals, dialog, peer, method):
-    standin = package_manager if peer == 'package-manager' else standins.start(peer)
+def test_answers_that_nobody_reads(standins, manager, service, client, signals, dialog, peer, method):
+    standin = manager if peer == 'package-manager' else standins.start(peer)
     dialog.use('Confirming')
     for number, text in enumerate(VALUES, 1):
         standin.answer(method, variant(text))

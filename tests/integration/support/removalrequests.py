@@ -6,8 +6,13 @@ from dataclasses import dataclass
 from pathlib import Path
 from typing import Callable, NamedTuple
 
+from gi.repository import GLib
+
 FOLDER = Path('/usr/share/applications')
 NATIVE, ANDROID = FOLDER / 'app.desktop', FOLDER / 'android.desktop'
+
+# The answer of "GetPackage" for a package that the package manager knows.
+KNOWN = GLib.Variant('(a{ss})', ({},))
 
 REMOVED = ((True, ''),)
 DELETED = 'deleting UninstallTransactionPkgKit'

@@ -2,14 +2,11 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A device on which one kind of removal is asked for, again and again."""
 
-from gi.repository import GLib
-
 from .faulttable import written
 from .packagekit import install
-from .removalrequests import ANDROID, MANAGER, METHODS, PACKAGE_KIT
+from .removalrequests import ANDROID, KNOWN, MANAGER, METHODS, PACKAGE_KIT
 from .transactionsignals import finished, package_found
 
-KNOWN = GLib.Variant('(a{ss})', ({},))
 FOUND = package_found('app;1.0-1;noarch;installed')
 
 

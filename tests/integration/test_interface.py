@@ -1,0 +1,185 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The bus interface: its description, its messages on the wire, and calls that no client makes."""
+
+from pathlib import Path
+from xml.etree import ElementTree
+
+import pytest
+from gi.repository import GLib, Gio
+from harness.client import INTERFACE, NAME, PATH
+from standin.remoteerror import RemoteError
+
+ERROR = 'org.freedesktop.DBus.Error.'
+PROPERTIES = 'org.freedesktop.DBus.Properties'
+INTROSPECTABLE = 'org.freedesktop.DBus.Introspectable'
+VALUE = GLib.Variant('s', 'value')
+EXPECTED = Path(__file__).with_name('introspection.xml')
+INSTALLED = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml')
+
+
+def members(xml):
+    """Each method and signal of the interface: kind, name and its arguments' names, types and directions."""
+    interface = ElementTree.fromstring(xml).find(f'.//interface[@name="{INTERFACE}"]')
+    found = []
+    for member in interface:
+        if member.tag in ('method', 'signal', 'property'):
+            arguments = [(argument.get('name'), argument.get('type'), argument.get('direction', 'out'))
+                         for argument in member.iter('arg')]
+            found.append((member.tag, member.get('name'), arguments))
+    return sorted(found)
+
+
+def test_nothing_else_is_on_the_bus(service, client):
+    node = ElementTree.fromstring(client.introspect())
+
+    assert sorted(interface.get('name') for interface in node.findall('interface')) == [
+        'org.freedesktop.DBus.Introspectable', 'org.freedesktop.DBus.Peer', 'org.freedesktop.DBus.Properties',
+        INTERFACE]
+    assert node.findall('node') == []
+    assert client.call('GetAll', '(s)', INTERFACE, interface='org.freedesktop.DBus.Properties') == ({},)
+
+
+def test_running_service_offers_what_is_written_down(service, client):
+    assert members(client.introspect()) == members(EXPECTED.read_text(encoding='utf-8'))
+
+
+def test_installed_description_is_what_is_written_down():
+    assert members(INSTALLED.read_text(encoding='utf-8')) == members(EXPECTED.read_text(encoding='utf-8'))
+
+
+@pytest.mark.parametrize('signature, arguments', [
+    ('as', ([],)),
+    ('asb', ([], True)),
+    ('asbb', ([], True, True)),
+])
+def test_method_takes(service, client, signals, session_bus, session_monitor, signature, arguments):
+    assert client.call('installFiles', f'({signature})', *arguments) == ()
+
+    assert signals.wait('installFinished') == (True, '')
+    service.barrier()
+    name = session_bus.name_of_process(service.process.pid)
+    (call,) = [message for message in session_monitor.messages(kind='method-call') if message.member == 'installFiles']
+    assert call.signature == signature
+    (reply,) = [message for message in session_monitor.messages(name) if message.reply_serial == call.serial]
+    assert (reply.kind, reply.signature) == ('method-return', '')
+
+
+def test_reply_may_be_left_out(service, client, signals, session_bus, session_monitor):
+    message = Gio.DBusMessage.new_method_call(NAME, PATH, INTERFACE, 'installFiles')
+    message.set_body(GLib.Variant('(as)', ([],)))
+    message.set_flags(Gio.DBusMessageFlags.NO_REPLY_EXPECTED)
+    client.connection.send_message(message, Gio.DBusSendMessageFlags.NONE)
+
+    assert signals.wait('installFinished') == (True, '')
+    service.barrier()
+    sent = session_monitor.messages(session_bus.name_of_process(service.process.pid))
+    assert message.get_serial() not in [reply.reply_serial for reply in sent]
+
+
+@pytest.mark.parametrize('signature, flags, sdk_mode', [
+    ('as', (), False),
+    ('asb', (False,), False),
+    ('asb', (True,), True),
+    ('asbb', (False, True), False),
+    ('asbb', (True, False), True),
+])
+def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, signature, flags, sdk_mode):
+    """And is off where it is left out."""
+    standins.start('developer-mode', silent_installation=True)
+    standins.start('package-manager', installs='nothing')
+    dialog.use('Confirming')
+
+    client.call('installFiles', f'({signature})', ['/absent.rpm'], *flags)
+
+    assert signals.wait('installFinished') == (True, '')
+    assert ('needConfirm' in signals.names()) == (not sdk_mode)
+
+
+def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_monitor):
+    standins.start('package-manager', installs='nothing')
+    dialog.use('Confirming')
+
+    client.install(['/absent.rpm'])
+
+    signals.wait('installFinished')
+    owner = session_bus.name_of_process(service.process.pid)
+    assert [(signal.destination, signal.path, signal.interface, signal.member, signal.signature, signal.arguments)
+            for signal in session_monitor.messages(owner, 'signal')] == [
+        (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'needConfirm', '', ()),
+        (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'installFinished', 'bs',
+         (True, ''))]
+
+
+def nested(depth):
+    """A value within so many variants."""
+    value = VALUE
+    for _ in range(depth):
+        value = GLib.Variant('v', value)
+    return value
+
+
+# Method, signature and arguments, where it is sent other than usual, and the error.
+CALLS = {
+    'unknown method': ('noSuchMethod', '()', (), {}, 'UnknownMethod'),
+    'unknown interface': ('installFiles', '(as)', ([],), {'interface': 'org.example.Other'}, 'UnknownInterface'),
+    'interface of a prefix': ('installFiles', '(as)', ([],), {'interface': 'org.velmoraos'}, 'UnknownInterface'),
+    'no object of that path': ('installFiles', '(as)', ([],), {'path': '/org/velmoraos/other'}, 'UnknownObject'),
+    'path above': ('installFiles', '(as)', ([],), {'path': '/org/velmoraos'}, 'UnknownInterface'),
+    'root path': ('installFiles', '(as)', ([],), {'path': '/'}, 'UnknownInterface'),
+    'path below': ('installFiles', '(as)', ([],), {'path': '/org/velmoraos/installationhandler/1'}, 'UnknownObject'),
+    'nothing where a list belongs': ('installFiles', '()', (), {}, 'UnknownMethod'),
+    'number': ('installFiles', '(i)', (1,), {}, 'UnknownMethod'),
+    'list of numbers': ('installFiles', '(ai)', ([1, 2],), {}, 'UnknownMethod'),
+    'list of paths': ('installFiles', '(ao)', (['/tmp'],), {}, 'UnknownMethod'),
+    'list of lists': ('installFiles', '(aas)', ([['/tmp/a.rpm']],), {}, 'UnknownMethod'),
+    'bytes': ('installFiles', '(ay)', (b'/tmp/a.rpm',), {}, 'UnknownMethod'),
+    'structure': ('installFiles', '((asbb))', (([], False, False),), {}, 'UnknownMethod'),
+    'dictionary': ('installFiles', '(a{sv})', ({'files': VALUE},), {}, 'UnknownMethod'),
+    'deep variants': ('installFiles', '(v)', (nested(60),), {}, 'UnknownMethod'),
+    'numbers for flags': ('installFiles', '(asuu)', ([], 1, 1), {}, 'UnknownMethod'),
+    'flags first': ('installFiles', '(bbas)', (True, True, []), {}, 'UnknownMethod'),
+    'file handle': ('installFiles', '(h)', (0,), {}, 'UnknownMethod'),
+    'huge list of numbers': ('installFiles', '(at)', ([0] * 1_000_000,), {}, 'UnknownMethod'),
+    'huge list of texts with one thing too much': ('installFiles', '(asbbs)', (['a'] * 200_000, True, True, ''), {},
+                                                   'UnknownMethod'),
+    'removal of nothing': ('removePackages', '()', (), {}, 'UnknownMethod'),
+    'removal of a text': ('removePackages', '(s)', ('a',), {}, 'UnknownMethod'),
+    'removal with a text for a flag': ('removePackages', '(ass)', (['a'], 'true'), {}, 'UnknownMethod'),
+    'removal of variants': ('removePackages', '(av)', ([],), {}, 'UnknownMethod'),
+    'removal with two flags': ('removePackages', '(asbb)', ([], True, True), {}, 'UnknownMethod'),
+    'property read': ('Get', '(ss)', (INTERFACE, 'name'), {'interface': PROPERTIES}, 'UnknownProperty'),
+    'property written': ('Set', '(ssv)', (INTERFACE, 'name', VALUE), {'interface': PROPERTIES}, 'UnknownProperty'),
+    'property of another interface': ('Get', '(ss)', ('org.example.Other', 'a'), {'interface': PROPERTIES},
+                                      'UnknownInterface'),
+    'property call of wrong types': ('Set', '(ss)', (INTERFACE, 'name'), {'interface': PROPERTIES}, 'UnknownMethod'),
+    'all properties of wrong types': ('GetAll', '(i)', (1,), {'interface': PROPERTIES}, 'UnknownMethod'),
+    'introspection of wrong types': ('Introspect', '(s)', ('a',), {'interface': INTROSPECTABLE}, 'UnknownMethod'),
+    'signal called': ('installFinished', '(bs)', (True, ''), {}, 'UnknownMethod'),
+    'slot called': ('transactionFinished', '(bs)', (True, ''), {}, 'UnknownMethod'),
+    'slot of the toolkit': ('deleteLater', '()', (), {}, 'UnknownMethod'),
+}
+
+
+@pytest.mark.parametrize('kind', CALLS)
+def test_refused(service, client, signals, kind):
+    method, signature, arguments, target, error = CALLS[kind]
+
+    with pytest.raises(RemoteError) as refusal:
+        client.call(method, signature, *arguments, **target)
+
+    assert refusal.value.name == ERROR + error
+    service.barrier()
+    assert signals.all == []
+    assert service.log() == []
+    client.call('installFiles', '(as)', [])
+    assert signals.wait('installFinished') == (True, '')
+
+
+def test_name_that_the_toolkit_gives_objects_means_nothing(service, client, signals):
+    """It can be set from outside, as it can be on every object of the toolkit."""
+    client.call('Set', '(ssv)', INTERFACE, 'objectName', VALUE, interface=PROPERTIES)
+
+    assert client.call('GetAll', '(s)', INTERFACE, interface=PROPERTIES) == ({},)
+    client.call('installFiles', '(as)', [])
+    assert signals.wait('installFinished') == (True, '')
