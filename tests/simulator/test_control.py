@@ -6,7 +6,6 @@ import time
 
 import pytest
 from gi.repository import GLib
-from harness.client import Client
 from standin.remoteerror import RemoteError
 
 ASK = {'name': 'ru.quon.developermode', 'path': '/', 'interface': 'ru.quon.developermode'}
@@ -15,14 +14,8 @@ METHOD = 'IsSilentInstallationEnabled'
 
 @pytest.fixture
 def standin(standins):
-    """The simplest of the stand-ins."""
+    """The simplest stand-in, running."""
     return standins.start('developer-mode')
-
-
-@pytest.fixture
-def peer(system_bus, processes):
-    """A program that calls the stand-in."""
-    return Client(system_bus.connect(), processes)
 
 
 def ask(peer):
@@ -36,7 +29,7 @@ def control(peer, operation, signature, *arguments):
 
 @pytest.fixture
 def mistakes(standin):
-    """For tests that make mistakes: hands them out, and checks that they all were."""
+    """A list for the mistakes that the test makes; checks that the stand-in has reported these and no others."""
     made = []
     yield made
     assert standin.unexpected() == made
@@ -49,17 +42,6 @@ def test_configure_changes_a_parameter(standin, peer):
     assert ask(peer) == (True,)
     standin.configure('silent-installation', 'false')
     assert ask(peer) == (False,)
-
-
-@pytest.mark.parametrize('parameter, value, text', [
-    ('speed', 'high', 'no parameter "speed", only silent-installation'),
-    ('silent-installation', 'maybe', 'silent-installation is one of false, true, not "maybe"'),
-])
-def test_configure_knows_what_it_does_not_know(standin, peer, mistakes, parameter, value, text):
-    with pytest.raises(RemoteError) as failure:
-        control(peer, 'Configure', '(sv)', parameter, GLib.Variant('s', value))
-    assert (failure.value.name, failure.value.message) == ('org.velmoraos.simulator.Error.UnknownParameter', text)
-    mistakes.append('control: ' + text)
 
 
 def test_refuse_until_restored(standin, peer):
@@ -104,16 +86,12 @@ def test_answer_of_any_type(standin, peer, values):
     assert raw.equal(answer)
 
 
-def test_delay(standin, peer):
+def test_answers_and_refusals_are_delayed(standin, peer):
     standin.delay(METHOD, 300)
     before = time.monotonic_ns()
     assert ask(peer) == (False,)
     assert time.monotonic_ns() - before >= 300_000_000
     assert standin.calls()[0].stamp - before < 300_000_000, 'the call is recorded when it arrives'
-
-
-def test_delayed_refusal(standin, peer):
-    standin.delay(METHOD, 50)
     standin.refuse(METHOD, 'a.b.Late')
     with pytest.raises(RemoteError, match='a.b.Late'):
         ask(peer)
@@ -141,6 +119,7 @@ def test_hanging_calls_are_released_one_by_one(standin, peer):
 def test_hang_for_one_call_only(standin, peer):
     standin.hang(METHOD, times=1)
     first = peer.start(METHOD, **ASK)
+    assert standin.wait_call(METHOD).sender == peer.connection.get_unique_name()
     assert ask(peer) == (False,)
     assert not first.answered
     standin.release(METHOD)
@@ -166,9 +145,13 @@ def test_introspection_can_hang_too_but_is_not_recorded(standin, peer):
     ('Release', '(si)', (METHOD, -1), 'NothingHangs', f'no such call of "{METHOD}" hangs'),
     ('ExitOn', '(ss)', (METHOD, 'sometime'), 'InvalidValue',
      'the process exits "before" or "after" the answer, not "sometime"'),
+    ('Configure', '(sv)', ('speed', GLib.Variant('s', 'high')), 'UnknownParameter',
+     'no parameter "speed", only silent-installation'),
+    ('Configure', '(sv)', ('silent-installation', GLib.Variant('s', 'maybe')), 'UnknownParameter',
+     'silent-installation is one of false, true, not "maybe"'),
 ])
-def test_mistakes_in_directing_are_errors_and_remembered(standin, peer, mistakes, operation, signature, arguments,
-                                                         error, text):
+def test_wrong_arguments_are_errors_and_recorded(standin, peer, mistakes, operation, signature, arguments,
+                                                 error, text):
     with pytest.raises(RemoteError) as failure:
         control(peer, operation, signature, *arguments)
     assert (failure.value.name, failure.value.message) == ('org.velmoraos.simulator.Error.' + error, text)
@@ -179,7 +162,7 @@ def test_mistakes_in_directing_are_errors_and_remembered(standin, peer, mistakes
     ('Explode', '()', ()),
     ('Hang', '(s)', (METHOD,)),
 ])
-def test_unknown_operations_are_errors_and_remembered(standin, peer, mistakes, operation, signature, arguments):
+def test_unknown_operations_are_errors_and_recorded(standin, peer, mistakes, operation, signature, arguments):
     with pytest.raises(RemoteError, match='org.freedesktop.DBus.Error.UnknownMethod'):
         control(peer, operation, signature, *arguments)
     (text,) = standin.unexpected()
@@ -195,7 +178,7 @@ def test_unknown_operations_are_errors_and_remembered(standin, peer, mistakes, o
     ('GetCalls', '()', (), {'interface': 'org.freedesktop.DBus.Mock'}),
     ('Get', '(ss)', ('ru.quon.developermode', 'Silent'), {'interface': 'org.freedesktop.DBus.Properties'}),
 ])
-def test_unknown_methods_are_errors_and_remembered(standin, peer, mistakes, method, signature, arguments, target):
+def test_unknown_methods_are_errors_and_recorded(standin, peer, mistakes, method, signature, arguments, target):
     with pytest.raises(RemoteError, match='org.freedesktop.DBus.Error.UnknownMethod'):
         peer.call(method, signature, *arguments, **{**ASK, **target})
     (call,) = standin.calls()
@@ -205,9 +188,8 @@ def test_unknown_methods_are_errors_and_remembered(standin, peer, mistakes, meth
     mistakes.append(text)
 
 
-def test_calls_are_listed_as_they_were_on_the_wire(standins, system_bus, processes):
+def test_calls_are_listed_as_they_were_on_the_wire(standins, peer):
     manager = standins.start('package-manager', installs='nothing')
-    peer = Client(system_bus.connect(), processes)
     before = time.monotonic_ns()
 
     peer.call('Install', '(sa{sv})', '/a file', {'option': GLib.Variant('au', [1, 2])}, name='ru.quon.ZARN',
@@ -231,15 +213,6 @@ def test_stamps_of_two_stand_ins_are_comparable(standins, standin, peer):
     stamps = [call.stamp for pair in zip(standin.calls(), mce.calls()) for call in pair]
     assert len(stamps) == 6
     assert stamps == sorted(stamps)
-
-
-def test_call_is_announced_before_its_answer(standin, peer):
-    standin.hang(METHOD)
-    call = peer.start(METHOD, **ASK)
-    assert standin.wait_call(METHOD).sender == peer.connection.get_unique_name()
-    assert not call.answered
-    standin.release(METHOD)
-    call.wait()
 
 
 def test_vanish_and_come_back(standin, peer, system_bus):

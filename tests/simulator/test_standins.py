@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What each stand-in does by itself, and the commands for people."""
+"""The built-in answers of each stand-in, and the commands for people."""
 
 import os
 import re
@@ -9,51 +9,39 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
-from harness.client import Client
 from standin.remoteerror import RemoteError
 
 SIMULATOR = Path(__file__).resolve().parents[2] / 'simulator'
 MCE = {'name': 'com.nokia.mce', 'path': '/com/nokia/mce/request', 'interface': 'com.nokia.mce.request'}
 NOTIFICATIONS = {'name': 'org.freedesktop.Notifications', 'path': '/org/freedesktop/Notifications',
                  'interface': 'org.freedesktop.Notifications'}
-MANAGER = {'name': 'ru.quon.ZARN', 'path': '/ru/quon/ZARN', 'interface': 'ru.quon.ZARN'}
+LAUNCHER_MODEL = {'name': 'org.orrinmobile.rozzle', 'path': '/LauncherModel',
+                  'interface': 'org.orrinmobile.rozzle.LauncherModel'}
+HOOKS = {'name': 'ru.quon.RuntimeManager', 'path': '/ru/quon/ZARN/Hooks', 'interface': 'ru.quon.ZARN.Hooks'}
+ANDROID = {'name': 'com.zelka.zindro', 'path': '/com/zelka/zindro', 'interface': 'com.zelka.zindro'}
 
 
 @pytest.fixture
 def run(processes, environment):
-    """Runs a command of the simulator to its end: its exit status and its lines."""
+    """Runs a command of the simulator: its exit status and its lines."""
     def to_the_end(command, *arguments):
         process = processes.start(command, [SIMULATOR / command, *arguments], environment)
         return processes.wait_end(process), process.lines()
     return to_the_end
 
 
-@pytest.fixture
-def system_peer(system_bus, processes):
-    """A program on the system bus."""
-    return Client(system_bus.connect(), processes)
-
-
-def test_mce_tells_the_display_state_and_its_changes(standins, system_peer, processes):
+def test_mce_tells_the_display_state_and_its_changes(standins, peer, processes):
     mce = standins.start('mce', display='dimmed')
     changes = []
-    system_peer.connection.signal_subscribe(
+    peer.connection.signal_subscribe(
         'com.nokia.mce', 'com.nokia.mce.signal', 'display_status_ind', '/com/nokia/mce/signal', None, 0,
         lambda _c, _s, _p, _i, _n, values: changes.append((values.get_type_string(), values.unpack())))
-    assert system_peer.call('get_display_status', **MCE) == ('dimmed',)
+    assert peer.call('get_display_status', **MCE) == ('dimmed',)
     for state in ('off', 'off', 'on'):
         mce.configure('display', state)
-    assert system_peer.call('get_display_status', **MCE) == ('on',)
+    assert peer.call('get_display_status', **MCE) == ('on',)
     processes.run_pending()
     assert changes == [('(s)', ('off',)), ('(s)', ('on',))]
-
-
-def test_mce_takes_notification_requests(standins, system_peer):
-    mce = standins.start('mce')
-    assert system_peer.call('notification_begin_req', '(sii)', 'name', 30000, 30000, **MCE) == ()
-    assert system_peer.call('notification_end_req', '(si)', 'name', 1000000, **MCE) == ()
-    assert [(call.method, call.arguments) for call in mce.calls()] == [
-        ('notification_begin_req', ('name', 30000, 30000)), ('notification_end_req', ('name', 1000000))]
 
 
 def test_notifications_are_recorded_with_their_hints(standins, client):
@@ -67,55 +55,28 @@ def test_notifications_are_recorded_with_their_hints(standins, client):
         ('app', 0, 'icon', 'summary', 'body', [], {'urgency': 2, 'transient': True}, -1)
 
 
-def test_package_manager_that_only_records(standins, system_peer, device):
-    manager = standins.start('package-manager', installs='nothing')
-    assert system_peer.call('Install', '(sa{sv})', '/nowhere.rpm', {}, **MANAGER) == ()
-    assert manager.calls()[0].arguments == ('/nowhere.rpm', {})
-    assert device.packages() == []
-    manager.configure('installs', 'rpm')
-    with pytest.raises(RemoteError, match='ru.quon.ZARN.Error.FileNotFound'):
-        system_peer.call('Install', '(sa{sv})', '/nowhere.rpm', {}, **MANAGER)
+@pytest.mark.parametrize('name, target, calls', [
+    ('mce', MCE, [('notification_begin_req', '(sii)', ('name', 30000, 30000)),
+                  ('notification_end_req', '(si)', ('name', 1000000))]),
+    ('runtime-manager', HOOKS, [('OnRemove', '(s)', ('org',))]),
+    ('launcher-model', LAUNCHER_MODEL, [('updatingStarted', '(ssss)', ('a', '', '', '/a.desktop')),
+                                        ('updatingFinished', '(s)', ('a',))]),
+], ids=['mce', 'runtime-manager', 'launcher-model'])
+def test_calls_are_accepted_and_recorded(standins, peer, client, name, target, calls):
+    standin = standins.start(name)
+    caller = client if target is LAUNCHER_MODEL else peer
+    for method, signature, arguments in calls:
+        assert caller.call(method, signature, *arguments, **target) == ()
+    assert [(call.method, f'({call.signature})', call.arguments) for call in standin.calls()] == calls
 
 
-def test_package_manager_that_only_records_removes_nothing(standins, system_peer, device, package):
-    manager = standins.start('package-manager')
-    system_peer.call('Install', '(sa{sv})', str(package('stays')), {}, **MANAGER)
-    manager.configure('installs', 'nothing')
-    for name in ('stays', 'unknown'):
-        assert system_peer.call('Remove', '(sa{sv})', name, {}, **MANAGER) == ()
-    assert device.packages() == ['stays']
-
-
-def test_launcher_model_takes_both_notes(standins, client):
-    model = standins.start('launcher-model')
-    target = {'name': 'org.orrinmobile.rozzle', 'path': '/LauncherModel',
-              'interface': 'org.orrinmobile.rozzle.LauncherModel'}
-    assert client.call('updatingStarted', '(ssss)', 'a', '', '', '/a.desktop', **target) == ()
-    assert client.call('updatingFinished', '(s)', 'a', **target) == ()
-    assert [(call.method, call.arguments) for call in model.calls()] == [
-        ('updatingStarted', ('a', '', '', '/a.desktop')), ('updatingFinished', ('a',))]
-
-
-def test_runtime_manager_takes_the_hook(standins, system_peer):
-    hooks = standins.start('runtime-manager')
-    assert system_peer.call('OnRemove', '(s)', 'org', name='ru.quon.RuntimeManager', path='/ru/quon/ZARN/Hooks',
-                            interface='ru.quon.ZARN.Hooks') == ()
-    assert [(call.method, call.arguments) for call in hooks.calls()] == [('OnRemove', ('org',))]
-
-
-def test_android_support_removes_launchers(standins, system_peer, tmp_path):
+def test_android_support_removes_launchers(standins, peer, tmp_path):
     standins.start('android-support')
     launcher = tmp_path / 'zindro_launcher_a.desktop'
     launcher.touch()
-
-    def remove(path):
-        return system_peer.call('removeFile', '(s)', str(path), name='com.zelka.zindro', path='/com/zelka/zindro',
-                                interface='com.zelka.zindro')
-
-    assert remove(launcher) == (True,)
+    for path, removed in ((launcher, True), (launcher, False), (tmp_path, False), ('', False)):
+        assert peer.call('removeFile', '(s)', str(path), **ANDROID) == (removed,)
     assert not launcher.exists()
-    for path in (launcher, tmp_path, ''):
-        assert remove(path) == (False,)
     assert tmp_path.is_dir()
 
 
@@ -132,31 +93,33 @@ def test_start_refuses_a_name_that_is_taken(standins, run):
     assert run('start', 'mce') == (1, ['mce: somebody else owns org.velmoraos.simulator.Mce'])
 
 
-def test_control_from_the_command_line(standins, run, system_peer, environment):
+def test_control_from_the_command_line(standins, run, peer):
     mce = standins.start('mce')
-    assert run('control', 'mce', 'configure', 'display', 'off') == (0, [])
-    assert system_peer.call('get_display_status', **MCE) == ('off',)
-    assert run('control', 'mce', 'answer', 'get_display_status', '(uint32 5, "x")', '1') == (0, [])
-    assert system_peer.call('get_display_status', **MCE) == (5, 'x')
-    assert run('control', 'mce', 'refuse', 'get_display_status', 'a.b.C', 'not now') == (0, [])
+    method = 'get_display_status'
+
+    def control(*arguments):
+        assert run('control', 'mce', *arguments) == (0, [])
+
+    control('configure', 'display', 'off')
+    assert peer.call(method, **MCE) == ('off',)
+    control('answer', method, '(uint32 5, "x")', '1')
+    assert peer.call(method, **MCE) == (5, 'x')
+    control('refuse', method, 'a.b.C', 'not now')
     with pytest.raises(RemoteError, match='a.b.C: not now'):
-        system_peer.call('get_display_status', **MCE)
-    assert run('control', 'mce', 'restore', 'get_display_status') == (0, [])
-    assert run('control', 'mce', 'delay', 'get_display_status', '1') == (0, [])
-    assert run('control', 'mce', 'hang', 'get_display_status') == (0, [])
-    hanging = system_peer.start('get_display_status', **MCE)
-    mce.wait_call('get_display_status', 4)
-    assert run('control', 'mce', 'release', 'get_display_status')[0] == 0
+        peer.call(method, **MCE)
+    control('restore', method)
+    control('delay', method, '1')
+    control('hang', method)
+    hanging = peer.start(method, **MCE)
+    mce.wait_call(method, 4)
+    assert run('control', 'mce', 'release', method)[0] == 0
     assert hanging.wait() == ('off',)
     status, lines = run('control', 'mce', 'calls')
-    assert status == 0
-    assert len(lines) == 4
+    assert (status, len(lines)) == (0, 4)
     assert re.fullmatch(r'\d+\.\d{6} /com/nokia/mce/request com\.nokia\.mce\.request\.get_display_status\(\) \[\] '
                         r'from :1\.\d+', lines[0])
-    assert run('control', 'mce', 'vanish') == (0, [])
-    assert run('control', 'mce', 'come-back') == (0, [])
-    assert run('control', 'mce', 'clear') == (0, [])
-    assert run('control', 'mce', 'calls') == (0, [])
+    for operation in ('vanish', 'come-back', 'clear', 'calls'):
+        control(operation)
 
 
 def test_control_tells_what_is_wrong(standins, run):
@@ -170,9 +133,15 @@ def test_control_tells_what_is_wrong(standins, run):
     standin.unexpected = lambda: []
 
 
-def test_start_all_and_its_end(processes, environment, system_bus, session_bus):
-    everything = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
-    processes.wait_until(lambda: 'ready all' in everything.lines(), 'all stand-ins')
+@pytest.fixture
+def everything(processes, environment, system_bus, session_bus):
+    """All stand-ins, running started by one command."""
+    process = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
+    processes.wait_until(lambda: 'ready all' in process.lines(), 'all stand-ins')
+    return process
+
+
+def test_start_all_ends_on_a_signal(everything, processes, system_bus, session_bus):
     for name in ('ru.quon.developermode', 'com.nokia.mce', 'ru.quon.ZARN',
                  'ru.quon.RuntimeManager', 'com.zelka.zindro'):
         assert system_bus.has_owner(name)
@@ -186,10 +155,7 @@ def test_start_all_and_its_end(processes, environment, system_bus, session_bus):
     session_bus.wait_owner('org.freedesktop.Notifications', owned=False)
 
 
-def test_start_all_ends_when_one_of_them_dies(processes, environment, system_bus, session_bus):
-    everything = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
-    processes.wait_until(lambda: 'ready all' in everything.lines(), 'all stand-ins')
-
+def test_start_all_ends_with_the_first_stand_in(everything, processes, system_bus):
     os.kill(system_bus.ask('GetConnectionUnixProcessID', '(s)', 'com.nokia.mce')[0], signal.SIGKILL)
 
     assert processes.wait_end(everything) == 0
