@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""These tests run on the machine itself, and leave nothing behind there."""
+"""The tests run on the machine itself, and remove all that they write."""
 
 import tempfile
 from pathlib import Path
@@ -10,6 +10,6 @@ import pytest
 
 @pytest.fixture
 def tmp_path():
-    """A folder that goes with the test, unlike pytest's own."""
+    """A folder that is removed after the test, unlike pytest's own."""
     with tempfile.TemporaryDirectory() as folder:
         yield Path(folder)

@@ -1,10 +1,11 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-
-"""PackageKit on a device in a sandbox, looked at from the machine that it runs on."""
+"""PackageKit on a device in a sandbox, seen from the machine that it runs on."""
 
 import subprocess
 from pathlib import Path
+
+import pytest
 
 PROJECT = Path(__file__).resolve().parents[2]
 DEVICE = PROJECT / 'sandbox/device'
@@ -21,7 +22,7 @@ def run(*command):
     return subprocess.run(command, text=True, capture_output=True, timeout=30, check=False)
 
 
-def test_backend_is_made_once_and_needs_no_network_then():
+def test_backend_is_built_once_and_needs_no_network_later():
     backend = BUILT / 'libpk_backend_zypp.so'
     before = backend.stat()
     again = run('unshare', '--net', BUILD_BACKEND, BUILT)
@@ -30,11 +31,11 @@ def test_backend_is_made_once_and_needs_no_network_then():
     assert {path.name for path in BUILT.iterdir()} == {'built-by', backend.name, 'log'}
 
 
-def test_backend_wants_to_know_where():
-    for arguments in ([], ['here', 'there']):
-        refused = run(BUILD_BACKEND, *arguments)
-        assert (refused.returncode, refused.stderr) == (
-            1, 'build-backend: say the folder to build in, and nothing else\n')
+@pytest.mark.parametrize('arguments', [[], ['here', 'there']])
+def test_backend_takes_one_folder(arguments):
+    refused = run(BUILD_BACKEND, *arguments)
+    assert (refused.returncode, refused.stderr) == (
+        1, 'build-backend: say the folder to build in, and nothing else\n')
 
 
 def test_device_has_packagekit_only_when_asked_for():
