@@ -3,9 +3,9 @@
 
 // packagekitclient OPERATION ARGUMENT... [+ OPERATION ARGUMENT...]...
 //
-// Makes the requests at PackageKit that the service makes, through the same library, all at once. OPERATION is
-// `resolve` (names of installed packages), `search` (one path) or `remove` (package ids). Prints what is reported of
-// each request as a line of JSON that begins with the request's number, and ends when all requests have.
+// Makes the same requests to PackageKit as the service, through the same library and all at once. OPERATION is
+// `resolve` (names of installed packages), `search` (one path) or `remove` (package ids). Prints each event as a line
+// of JSON that begins with the request's number. Exits after the end of the last request.
 
 #include <PackageKit/Daemon>
 
@@ -22,7 +22,7 @@ using PackageKit::Transaction;
 
 namespace {
 
-/// Prints what is reported of one request, and counts the requests that have not ended.
+/** Prints the events of one request, and counts the requests that have not ended. */
 class Report
 {
 public:
@@ -32,7 +32,7 @@ public:
         ++s_unfinished;
     }
 
-    /// Prints the request's number, the event and its values.
+    /** Prints the request's number, the event and its values. */
     void event(const QString &event, QJsonArray values) const
     {
         values.prepend(event);
@@ -41,7 +41,7 @@ public:
         std::fflush(stdout);
     }
 
-    /// Prints the end of the request, and leaves the event loop after the last one.
+    /** Prints the end of the request, and leaves the event loop after the last one. */
     void finished(const QJsonArray &values) const
     {
         event(QStringLiteral("finished"), values);
@@ -109,7 +109,7 @@ int main(int argc, char *argv[])
     for (auto begin = words.begin();; ++number) {
         const auto end = std::find(begin, words.end(), QLatin1String("+"));
         if (!start(QStringList(begin, end), number)) {
-            std::fputs("say: packagekitclient resolve|search|remove ARGUMENT...\n", stderr);
+            std::fputs("Usage: packagekitclient resolve|search|remove ARGUMENT...\n", stderr);
             return 2;
         }
         if (end == words.end()) {

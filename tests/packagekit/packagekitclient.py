@@ -1,12 +1,12 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Requests at PackageKit and what is reported of them."""
+"""Requests to PackageKit, and the events that it reports."""
 
 import json
 
 
 class Request:
-    """What has been reported of one request so far: events, each a list of its name and values."""
+    """The events of one request so far, each a list of its name and its values."""
 
     def __init__(self, number, process):
         self._number = number
@@ -19,22 +19,22 @@ class Request:
         return [event for number, *event in lines if number == self._number]
 
     def of(self, name):
-        """The values of the events of a name: package, progress, error or finished."""
+        """The values of all events of a name: package, progress, error or finished."""
         return [values for event, *values in self.events if event == name]
 
     @property
     def exit(self):
-        """The exit status by its name, None before the end."""
+        """The name of the exit status, None before the end."""
         return self.of('finished')[-1][0] if self.of('finished') else None
 
     @property
     def ids(self):
-        """The ids of the packages reported, in that order."""
+        """The ids of the reported packages, in that order."""
         return [package_id for _, package_id, _ in self.of('package')]
 
 
 class PackageKitClient:
-    """Runs the program packagekitclient."""
+    """Runs the program packagekitclient. All methods wait for the end of their requests, except start()."""
 
     def __init__(self, program, processes):
         self._program = program
@@ -48,19 +48,19 @@ class PackageKitClient:
         return [Request(number, process) for number in range(len(requests))], process
 
     def run(self, *requests):
-        """Makes requests at the same time and waits until all have ended."""
+        """Makes requests at the same time."""
         started, process = self.start(*requests)
         assert self._processes.wait_end(process) == 0
         return started
 
     def resolve(self, *names):
-        """Asks for installed packages by name, and waits."""
+        """Asks for installed packages by name."""
         return self.run(['resolve', *names])[0]
 
     def search(self, path):
-        """Asks for the installed packages that own a file, and waits."""
+        """Asks for the installed packages that own a file."""
         return self.run(['search', path])[0]
 
     def remove(self, *ids):
-        """Removes packages, and waits."""
+        """Removes packages."""
         return self.run(['remove', *ids])[0]

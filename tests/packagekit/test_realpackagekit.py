@@ -31,19 +31,14 @@ def test_resolves_installed_packages(installed, requests):
     assert requests.resolve('absent').ids == []
 
 
-def test_finds_the_owner_of_a_launcher(installed, requests):
-    owner = installed('owner', files={f'{LAUNCHERS}/one.desktop': '', f'{LAUNCHERS}/folder/two.desktop': ''})
-    for launcher in ('one.desktop', 'folder/two.desktop'):
-        assert requests.search(f'{LAUNCHERS}/{launcher}').ids == [owner]
-    assert requests.search(f'{LAUNCHERS}/three.desktop').ids == []
+def test_finds_all_owners_of_a_launcher(installed, requests):
+    one = installed('one', files={f'{LAUNCHERS}/folder/one.desktop': '', f'{LAUNCHERS}/shared.desktop': 'same'})
+    other = installed('other', files={f'{LAUNCHERS}/shared.desktop': 'same'})
+    for launcher, owners in (('folder/one', [one]), ('shared', [one, other]), ('absent', [])):
+        assert sorted(requests.search(f'{LAUNCHERS}/{launcher}.desktop').ids) == owners
 
 
-def test_finds_every_owner_of_a_launcher(installed, requests):
-    owners = [installed(name, files={f'{LAUNCHERS}/shared.desktop': 'same'}) for name in ('one', 'other')]
-    assert sorted(requests.search(f'{LAUNCHERS}/shared.desktop').ids) == owners
-
-
-def test_removes_for_real(installed, requests, device):
+def test_removes_an_installed_package(installed, requests, device):
     doomed, kept = installed('doomed'), installed('kept')
     request = requests.remove(doomed)
     assert request.exit == 'ExitSuccess'
@@ -54,7 +49,7 @@ def test_removes_for_real(installed, requests, device):
     assert requests.resolve('doomed', 'kept').ids == [kept]
 
 
-def test_sees_what_rpm_has_done_since(installed, requests, device):
+def test_notices_changes_made_by_rpm(installed, requests, device):
     assert requests.resolve('late').ids == []
     late = installed('late')
     assert requests.resolve('late').ids == [late]
@@ -64,29 +59,24 @@ def test_sees_what_rpm_has_done_since(installed, requests, device):
 
 
 def test_removes_dependants_too(installed, requests, device):
+    """Known behaviour 17."""
     needed = installed('needed')
     installed('needing', requires=['needed'])
     assert requests.remove(needed).exit == 'ExitSuccess'
     assert device.packages() == ['keeper']
 
 
-def test_refuses_to_remove_what_a_locked_package_needs(installed, packagekit, requests, device):
-    needed = installed('needed')
-    installed('needing', requires=['needed'])
-    packagekit.lock('needing')
-    assert requests.remove(needed).events[0] == [
-        'error', 'ErrorDepResolutionFailed',
-        'needing-1.0-1.noarch requires needed, but this requirement cannot be provided']
-    assert {'needed', 'needing'} < set(device.packages())
-
-
-def test_refuses_to_remove_a_locked_package(installed, packagekit, requests, device):
-    locked, free = installed('locked'), installed('free')
+def test_refuses_to_remove_locked_packages_and_those_that_they_need(installed, packagekit, requests, device):
+    needed, locked, free = installed('needed'), installed('locked', requires=['needed']), installed('free')
     packagekit.lock('locked')
-    request = requests.remove(locked)
-    assert request.of('error') == [['ErrorPackageFailedToRemove', 'Unable to remove locked: Locked package.']]
-    assert request.exit == 'ExitFailed'
-    assert 'locked' in device.packages()
+    for package_id, error in (
+            (needed, ['ErrorDepResolutionFailed',
+                      'locked-1.0-1.noarch requires needed, but this requirement cannot be provided']),
+            (locked, ['ErrorPackageFailedToRemove', 'Unable to remove locked: Locked package.'])):
+        request = requests.remove(package_id)
+        assert request.of('error')[0] == error
+        assert request.exit == 'ExitFailed'
+    assert {'needed', 'locked'} < set(device.packages())
     assert requests.remove(free).exit == 'ExitSuccess'
 
 
@@ -95,7 +85,7 @@ def test_refuses_to_remove_what_is_not_installed(packagekit, requests):
         'error', 'ErrorPackageNotFound', "couldn't find package"]
 
 
-def test_tells_what_a_failing_scriptlet_said(installed, requests, device):
+def test_reports_the_output_of_a_failing_scriptlet(installed, requests, device):
     failing = installed('failing', scripts={'preun': 'echo first; echo second >&2; exit 3'})
     ((code, details),) = requests.remove(failing).of('error')
     assert code == 'ErrorCannotRemoveSystemPackage'
@@ -110,7 +100,7 @@ def test_two_removals_at_once(installed, requests, device):
     assert device.packages() == ['keeper']
 
 
-def test_killed_half_way_it_comes_back(installed, packagekit, requests, processes, device, scriptlet):
+def test_is_started_again_after_it_was_killed(installed, packagekit, requests, processes, device, scriptlet):
     other, slow = installed('other'), installed('slow', scripts={'preun': scriptlet.commands})
     (request,), process = requests.start(['remove', slow])
     scriptlet.wait_running()

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""PackageKit's stand-in, as the library sees it that the service uses."""
+"""PackageKit's stand-in, seen through the library that the service uses."""
 
 import pytest
 from harness.standins import SIMULATOR
@@ -12,11 +12,11 @@ A, B = 'a;1-1;noarch;installed', 'b;2-1;aarch64;installed'
 
 @pytest.fixture
 def standin(standins):
-    """PackageKit's stand-in."""
+    """PackageKit's stand-in, running."""
     return standins.start('package-kit')
 
 
-def test_knows_nothing_without_a_script(standin, requests):
+def test_finds_no_package_without_a_script(standin, requests):
     for request in requests.run(['resolve', 'a'], ['search', '/a'], ['remove', A]):
         assert request.events == [['finished', 'ExitSuccess', 0]]
 
@@ -33,19 +33,16 @@ def test_records_a_request(standin, requests, request_, method, signature, argum
     assert len(standin.calls('CreateTransaction')) == 1
 
 
-def test_transactions_have_paths_of_their_own(standin, requests):
+def test_transactions_have_different_paths(standin, requests):
     requests.run(['resolve', 'a'], ['resolve', 'b'])
     first, second = standin.calls('Resolve')
     assert first.path != second.path
 
 
-def test_tells_two_packages(standin, requests):
+def test_reports_two_packages(standin, requests):
     standin.script('SearchFiles', [package_found(A, 'Summary of a'), package_found(B, info=31), finished(runtime=7)])
     assert requests.search('/a').events == [
         ['package', 'InfoInstalled', A, 'Summary of a'], ['package', '', B, ''], ['finished', 'ExitSuccess', 7]]
-
-
-def test_tells_two_packages_at_once(standin, requests):
     standin.script('Resolve', [packages_found(A, B), finished()])
     assert requests.resolve('a').ids == [A, B]
 
@@ -66,6 +63,7 @@ def test_error_before_and_after_packages(standin, requests, order):
 @pytest.mark.parametrize('number, name', [(0, 'ExitUnknown'), (2, 'ExitFailed'), (3, 'ExitCancelled'),
                                           (6, 'ExitKilled'), (8, 'ExitNeedUntrusted'), (15, '')])
 def test_ends_in_any_way_without_an_error(standin, requests, number, name):
+    """The library reports no error then: Known behaviour 20."""
     standin.script('RemovePackages', [finished(number)])
     assert requests.remove(A).events == [['finished', name, 0]]
 
@@ -76,13 +74,14 @@ def test_progress_above_100(standin, requests):
     assert requests.remove(A).of('progress') == [[A, 'StatusRemove', value] for value in (50, 101, 4000000)]
 
 
-def test_scripts_for_a_number_of_calls_come_in_turn(standin, requests):
+def test_scripts_are_used_in_their_order(standin, requests):
     standin.script('Resolve', [package_found(A), finished()], times=1)
     standin.script('Resolve', [package_found(B), finished()], times=1)
     assert [requests.resolve('x').ids for _ in range(3)] == [[A], [B], []]
 
 
-def test_vanishes_half_way(standin, requests, processes):
+def test_vanishes_during_a_request(standin, requests, processes):
+    """The library reports an error and the end: Known behaviour 25."""
     standin.script('RemovePackages', [item_progress(A, 50)])
     (request,), process = requests.start(['remove', A])
     standin.wait_call('RemovePackages')
@@ -96,7 +95,7 @@ def test_vanishes_half_way(standin, requests, processes):
 
 
 @pytest.mark.parametrize('method', ['CreateTransaction', 'Resolve'])
-def test_never_answers(standin, requests, processes, method):
+def test_answers_late(standin, requests, processes, method):
     standin.hang(method)
     (request,), process = requests.start(['resolve', 'a'])
     standin.wait_call(method)
@@ -106,7 +105,7 @@ def test_never_answers(standin, requests, processes, method):
     assert request.exit == 'ExitSuccess'
 
 
-def test_goes_on_by_hand(standin, requests, processes):
+def test_emits_signals_when_told(standin, requests, processes):
     standin.script('Resolve', [package_found(A)])
     (request,), process = requests.start(['resolve', 'a'])
     path = standin.wait_call('Resolve').path
@@ -119,13 +118,14 @@ def test_goes_on_by_hand(standin, requests, processes):
 
 @pytest.mark.parametrize('method', ['CreateTransaction', 'Resolve'])
 def test_refuses(standin, requests, method):
+    """The library reports an error and the end: Known behaviour 25."""
     standin.refuse(method, 'org.freedesktop.PackageKit.Transaction.RefusedByPolicy', 'Not you')
     request = requests.resolve('a')
     assert [event for event, *_ in request.events] == ['error', 'finished']
     assert request.exit == 'ExitFailed'
 
 
-def test_shows_the_properties_of_daemon_and_transaction(standin, client, system_bus, processes):
+def test_has_the_properties_of_daemon_and_transaction(standin, client, system_bus, processes):
     peer = type(client)(system_bus.connection, processes)
     daemon = {'name': 'org.freedesktop.PackageKit', 'path': '/org/freedesktop/PackageKit',
               'interface': 'org.freedesktop.DBus.Properties'}
@@ -137,7 +137,7 @@ def test_shows_the_properties_of_daemon_and_transaction(standin, client, system_
     assert standin.calls('GetAll')[0].path == path
 
 
-def test_script_for_people(standin, requests, processes):
+def test_script_from_the_command_line(standin, requests, processes):
     program = processes.start('control', [SIMULATOR / 'control', 'package-kit', 'script', 'Resolve',
                                           "[('Package', <(uint32 1, 'a;1-1;noarch;installed', 'text')>),"
                                           " ('Finished', <(uint32 1, uint32 5)>)]", '1'])
