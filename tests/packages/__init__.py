@@ -1,9 +1,8 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
+"""RPM packages for tests, built on demand by Debian's rpmbuild, rpmsign and gpg.
 
-"""RPM packages for tests and demonstrations, made on the spot by Debian's own rpmbuild, rpmsign and gpg.
-
-Put the folder above this one on PYTHONPATH; then:
+With the folder above this one on PYTHONPATH:
 
     from packages import build_package, SigningKey
 
@@ -15,13 +14,12 @@ Put the folder above this one on PYTHONPATH; then:
                          scripts={'pre': 'exit 1'})                  # %pre, %post, %preun, %postun
     path.name, path.read_bytes()                                     # a pathlib.Path
 
-    with SigningKey('Somebody') as key:                              # a throw-away key
+    with SigningKey('Somebody') as key:                              # a temporary key
         key.sign(path, legacy=True)                                  # with tag 259, the header-and-payload signature
         (directory / 'key.asc').write_text(key.public_key())         # for rpm --import
 
-What rpmbuild refuses to build is written byte by byte: `handmade.write()` makes a package of any header, with correct
-digests, and `damage` breaks packages in chosen ways. `python3 -m packages.fixtures FOLDER` makes the
-packages of the unit tests.
+`handmade.write()` makes packages that rpmbuild refuses, with any header and with correct digests. `damage` breaks
+packages in chosen ways. `python3 -m packages.fixtures FOLDER` makes the packages of the unit tests.
 """
 
 from .build import build_package, launcher

@@ -1,6 +1,5 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-
 """Builds packages with rpmbuild. The same arguments give the same bytes."""
 
 import os
@@ -9,7 +8,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-# 1 January 2024: no build time, no file time and no host name of this build gets into a package.
+# 1 January 2024. Packages do not contain the real time of a build or of a file, and no host name.
 EPOCH = '1704067200'
 
 MACROS = {
@@ -23,23 +22,23 @@ MACROS = {
 
 
 def launcher(name):
-    """The files of an application that has nothing but an entry in the launcher: {path: contents}."""
+    """The files of an application that has a launcher only: {path: contents}."""
     entry = f'[Desktop Entry]\nType=Application\nName={name}\nExec=/usr/bin/{name}\nIcon={name}\n'
     return {f'/usr/share/applications/{name}.desktop': entry}
 
 
 def build_package(directory, name, version='1.0', release='1', summary=None, summaries=None, files=None, requires=(),
                   conflicts=(), provides=(), scripts=None, payload='w9.gzdio'):
-    """Builds a package for every architecture in `directory`, which is made if need be, and returns its path.
+    """Builds a package for every architecture in `directory`, creates that folder if necessary, and returns the path.
 
-    summary     the untranslated summary, one line; without it "The application NAME"
+    summary     the untranslated summary, one line; "The application NAME" by default
     summaries   {language: translated summary}
-    files       {absolute path: text or bytes}; a launcher NAME.desktop without it, none at all with {}
+    files       {absolute path: text or bytes}; the launcher NAME.desktop by default
     requires, conflicts, provides
-                relations as a spec file has them: ["name", "name >= 1.0"]
+                relations in the syntax of spec files: ["name", "name >= 1.0"]
     scripts     {"pre", "post", "preun" or "postun": shell commands}
-    payload     rpmbuild's name of a compression; "w0.ufdio" stores plainly
-    Raises subprocess.CalledProcessError, after showing what rpmbuild says, when rpmbuild refuses.
+    payload     rpmbuild's name of a compression; "w0.ufdio" does not compress
+    If rpmbuild refuses, the function prints its output and raises subprocess.CalledProcessError.
     """
     files = launcher(name) if files is None else files
     directory = Path(directory)
@@ -47,7 +46,9 @@ def build_package(directory, name, version='1.0', release='1', summary=None, sum
     with tempfile.TemporaryDirectory(prefix='package-') as work:
         work = Path(work)
         for path, contents in files.items():
-            lay(work / 'tree', path, contents)
+            target = work / 'tree' / path.lstrip('/')
+            target.parent.mkdir(parents=True, exist_ok=True)
+            target.write_bytes(contents.encode() if isinstance(contents, str) else contents)
         spec = work / 'package.spec'
         spec.write_text('\n'.join([
             *preamble(name, version, release, summary or f'The application {name}', summaries or {}),
@@ -61,12 +62,6 @@ def build_package(directory, name, version='1.0', release='1', summary=None, sum
         rpmbuild(work, spec, payload)
         (built,) = work.glob('RPMS/*/*.rpm')
         return Path(shutil.move(built, directory / built.name))
-
-
-def lay(tree, path, contents):
-    target = tree / path.lstrip('/')
-    target.parent.mkdir(parents=True, exist_ok=True)
-    target.write_bytes(contents.encode() if isinstance(contents, str) else contents)
 
 
 def preamble(name, version, release, summary, summaries):

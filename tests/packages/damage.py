@@ -1,7 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-
-"""Breaks package files. Everything here takes the bytes of a package and returns those of a broken one."""
+"""Breaks package files. The functions take the bytes of a package and return those of a broken one."""
 
 import struct
 
@@ -11,7 +10,7 @@ INTRO_SIZE = len(intro(0, 0))
 
 
 class Layout:
-    """Where the parts of a package are: the offsets at which the header and the payload start."""
+    """The offsets at which the parts of a package start."""
 
     def __init__(self, package):
         self.signature = len(LEAD)
@@ -45,7 +44,7 @@ def overwritten(package, at, replacement):
 
 
 def payload(package):
-    """Turns round eight bytes in the middle of the payload."""
+    """Inverts eight bytes in the middle of the payload."""
     start = Layout(package).payload
     middle = start + (len(package) - start) // 2
     return overwritten(package, middle, bytes(byte ^ 0xff for byte in package[middle:middle + 8]))
@@ -64,6 +63,6 @@ def signature_tag(package, tag, replacement):
 
 
 def claiming(package, entries, size, in_signature=False):
-    """Ends with a header that claims to have so many index entries and so many bytes of data."""
+    """Ends the package with a header that claims these numbers of index entries and of bytes of data."""
     layout = Layout(package)
     return package[:layout.signature if in_signature else layout.header] + intro(entries, size) + bytes(64)

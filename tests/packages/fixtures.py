@@ -1,7 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-
-"""python3 -m packages.fixtures FOLDER: makes the packages that the unit tests read, and the keys that sign some."""
+"""python3 -m packages.fixtures FOLDER: makes the packages of the unit tests, and the keys of the signed ones."""
 
 import sys
 from pathlib import Path
@@ -11,7 +10,7 @@ from .build import build_package
 from .handmade import NAME, SUMMARY, VERSION, Type
 from .signing import SigningKey
 
-# Where rpm keeps the two signatures in the signature header.
+# The tags of the two signatures in the signature header.
 HEADER_SIGNATURE, WHOLE_SIGNATURE = 268, 1002
 
 LARGE = 8 * 1024 * 1024
@@ -25,7 +24,7 @@ def main(folder):
 
 
 def make_built(folder):
-    """Packages as anybody builds them, and the damage that befalls them."""
+    """Ordinary and damaged packages."""
     plain = built(folder, 'plain', version='1.2.3', release='4', summary='A plain package')
     built(folder, 'translated', summary='Says hello',
           summaries={'de': 'Sagt Hallo', 'fi': 'Sanoo hei', 'zh_CN': '打招呼', 'ar': 'يقول مرحبا'})
@@ -36,19 +35,19 @@ def make_built(folder):
 
 
 def make_claims(folder, plain):
-    """Headers that claim more than librpm believes: 65,535 entries and 256 MiB, in a signature header 32 and 64 MiB."""
+    """Headers at and above the limits of librpm: 65,535 entries and 256 MiB, 32 and 64 MiB in a signature header."""
     most = 0xffffffff
-    for name, entries, size in (('nothing', 0, 0), ('most', most, most), ('most-entries', most, 16),
-                                ('most-data', 2, most), ('entries', 0x10000, 16), ('data', 2, 0x10000000),
-                                ('all-allowed', 0xffff, 0x0fffffff)):
-        save(folder, f'claims-{name}', damage.claiming(plain, entries, size))
-    for name, entries, size in (('most', most, most), ('entries', 33, 16), ('data', 2, 64 * 1024 * 1024 + 1),
-                                ('all-allowed', 32, 64 * 1024 * 1024)):
-        save(folder, f'signature-claims-{name}', damage.claiming(plain, entries, size, in_signature=True))
+    for name, entries, size, in_signature in (
+            ('nothing', 0, 0, False), ('most', most, most, False), ('most-entries', most, 16, False),
+            ('most-data', 2, most, False), ('entries', 0x10000, 16, False), ('data', 2, 0x10000000, False),
+            ('all-allowed', 0xffff, 0x0fffffff, False), ('most', most, most, True), ('entries', 33, 16, True),
+            ('data', 2, 64 * 1024 * 1024 + 1, True), ('all-allowed', 32, 64 * 1024 * 1024, True)):
+        package = damage.claiming(plain, entries, size, in_signature)
+        save(folder, f'{"signature-" if in_signature else ""}claims-{name}', package)
 
 
 def make_handmade(folder):
-    """Packages whose values nobody expects."""
+    """Packages with unusual values."""
     summaries = {
         'empty': '',
         'quotes': '""',
@@ -70,30 +69,24 @@ def make_signed(folder):
     """Packages with every kind of signature."""
     with SigningKey('Known to the database') as known, SigningKey('Unknown') as unknown, \
             SigningKey('Known and modern', 'ed25519') as modern:
-        save_text(folder, 'known.asc', known.public_key())
-        save_text(folder, 'modern.asc', modern.public_key())
-        whole = signed(folder, 'signed', known, legacy=True)
-        signed(folder, 'signed-header-only', known)
-        signed(folder, 'signed-unknown-key', unknown, legacy=True)
-        signed(folder, 'signed-unknown-key-header-only', unknown)
-        signed(folder, 'signed-modern', modern, legacy=True)
+        (folder / 'known.asc').write_text(known.public_key())
+        (folder / 'modern.asc').write_text(modern.public_key())
+        whole = built(folder, 'signed', known, legacy=True, files={})
+        built(folder, 'signed-header-only', known, files={})
+        built(folder, 'signed-unknown-key', unknown, legacy=True, files={})
+        built(folder, 'signed-unknown-key-header-only', unknown, files={})
+        built(folder, 'signed-modern', modern, legacy=True, files={})
     save(folder, 'signed-damaged-payload', damage.payload(whole))
     save(folder, 'signed-damaged-header', damage.text(whole, 'The application', 'A different one'))
-    save(folder, 'signed-damaged-signature', flipped_end(whole, WHOLE_SIGNATURE))
-    save(folder, 'signed-unreadable-signature', damage.signature_tag(whole, WHOLE_SIGNATURE, b'nonsense'))
-    save(folder, 'signed-damaged-header-signature', flipped_end(whole, HEADER_SIGNATURE))
-    save(folder, 'signed-unreadable-header-signature', damage.signature_tag(whole, HEADER_SIGNATURE, b'nonsense'))
+    for name, tag in (('signature', WHOLE_SIGNATURE), ('header-signature', HEADER_SIGNATURE)):
+        save(folder, f'signed-damaged-{name}', flipped_end(whole, tag))
+        save(folder, f'signed-unreadable-{name}', damage.signature_tag(whole, tag, b'nonsense'))
 
 
-def built(folder, name, **arguments):
+def built(folder, name, key=None, legacy=False, **arguments):
     path = build_package(folder, name, **arguments).rename(folder / f'{name}.rpm')
-    return path.read_bytes()
-
-
-def signed(folder, name, key, legacy=False):
-    built(folder, name, files={})
-    path = folder / f'{name}.rpm'
-    key.sign(path, legacy=legacy)
+    if key:
+        key.sign(path, legacy=legacy)
     return path.read_bytes()
 
 
@@ -104,10 +97,6 @@ def flipped_end(package, tag):
 
 def save(folder, name, package):
     (folder / f'{name}.rpm').write_bytes(package)
-
-
-def save_text(folder, name, text):
-    (folder / name).write_text(text)
 
 
 if __name__ == '__main__':

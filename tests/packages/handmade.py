@@ -1,11 +1,10 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-
-"""Writes package files byte by byte, for headers that rpmbuild refuses to make.
+"""Writes package files byte by byte, since rpmbuild refuses unusual headers.
 
 A package file is a lead, the signature header, the header and the payload. A header is an intro (magic, number of index
-entries, size of the data), the index entries (tag, type, offset, count) and the data. Its first entry describes the
-region that all the others lie in, with a copy of itself at the end of the data.
+entries, size of the data), the index entries (tag, type, offset, count) and the data. The first entry describes the
+region of all other entries. The data end with a copy of it.
 """
 
 import enum
@@ -22,29 +21,25 @@ ENTRY = struct.Struct('>iiii')
 
 
 class Type(enum.IntEnum):
-    """The types of a header's data, by rpm's numbers."""
+    """The types of a header's data, with rpm's numbers."""
 
-    CHAR = 1
-    INT8 = 2
     INT16 = 3
     INT32 = 4
-    INT64 = 5
     STRING = 6
     BIN = 7
     STRING_ARRAY = 8
     I18NSTRING = 9
 
 
-NUMBERS = {Type.INT16: '>H', Type.INT32: '>I', Type.INT64: '>Q'}
+NUMBERS = {Type.INT16: '>H', Type.INT32: '>I'}
 
 
 def write(path, tags=None, payload=b''):
     """Writes a package and returns its path.
 
-    tags    {tag number: (type, value)}, beside or instead of the name, version, release and summary that every package
-            gets; the value is text or bytes, or a list of them for arrays, or a list of numbers. None for the pair leaves
-            the tag out.
-    The digests of the header are correct; there is no signature.
+    tags    {tag number: (type, value)}, added to the default name, version, release and summary, or in place of them; the
+            value is text or bytes, a list of them, or a list of numbers. None instead of the pair drops the tag.
+    The digests of the header are correct. There is no signature.
     """
     common = {NAME: (Type.STRING, 'handmade'), VERSION: (Type.STRING, '1.0'), RELEASE: (Type.STRING, '1'),
               SUMMARY: (Type.I18NSTRING, ['Made by hand'])}
@@ -55,7 +50,7 @@ def write(path, tags=None, payload=b''):
 
 
 def signature(of):
-    """The signature header of a header, with its digests, padded to where the header starts."""
+    """The signature header of a header, with its digests, padded to the alignment of the header."""
     packed = header({SIGNATURE_SHA1: (Type.STRING, hashlib.sha1(of).hexdigest()),
                      SIGNATURE_SHA256: (Type.STRING, hashlib.sha256(of).hexdigest())}, SIGNATURE_REGION)
     return packed + bytes(-len(packed) % 8)
@@ -79,7 +74,7 @@ def header(tags, region):
 
 
 def intro(entries, size):
-    """The start of a header that claims to have so many index entries and so many bytes of data."""
+    """The start of a header that claims these numbers of index entries and of bytes of data."""
     return struct.pack('>4s4xII', b'\x8e\xad\xe8\x01', entries, size)
 
 
@@ -87,11 +82,5 @@ def encoded(kind, value):
     """The bytes and the number of elements of a value."""
     if kind in NUMBERS:
         return b''.join(struct.pack(NUMBERS[kind], number) for number in value), len(value)
-    if kind in (Type.STRING, Type.STRING_ARRAY, Type.I18NSTRING):
-        strings = value if isinstance(value, list) else [value]
-        return b''.join(as_bytes(string) + b'\0' for string in strings), len(strings)
-    return as_bytes(value), len(as_bytes(value))
-
-
-def as_bytes(text):
-    return text.encode() if isinstance(text, str) else text
+    strings = value if isinstance(value, list) else [value]
+    return b''.join((text.encode() if isinstance(text, str) else text) + b'\0' for text in strings), len(strings)

@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Packages with launchers, written by hand for names that rpmbuild refuses.
+"""Packages with launchers, for names that rpmbuild refuses.
 
-rpm installs them with --justdb, --nodigest and --nosignature: there are neither contents nor digests of them.
+The packages have neither contents nor file digests, so that rpm needs --justdb, --nodigest and --nosignature.
 """
 
 from .handmade import NAME, Type, write
@@ -15,7 +15,7 @@ SYSTEM, ARCHITECTURE, PAYLOAD = 1021, 1022, 1124
 
 
 def write_launchers(path, name, launchers):
-    """Writes a package of a name, text or bytes, with launchers of any names, and returns its path."""
+    """Writes a package and returns its path. The names of the package and of its launchers are text or bytes."""
     number = len(launchers)
     return write(path, {
         NAME: (Type.STRING, name),

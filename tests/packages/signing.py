@@ -1,7 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-
-"""Signs packages with keys that live as long as the object that made them."""
+"""Signs packages with temporary keys."""
 
 import os
 import subprocess
@@ -9,20 +8,16 @@ import tempfile
 
 
 class SigningKey:
-    """A key of its own for signing packages; a context manager.
-
-    The key ring lies in a temporary folder that goes with the key, and so does the agent that gpg starts for it.
-    """
+    """A context manager with a key, whose key ring and gpg agent end with it."""
 
     def __init__(self, owner, algorithm='rsa2048'):
         self.owner = owner
         self.algorithm = algorithm
 
     def __enter__(self):
-        # gpg's agent listens on a socket in this folder, whose path has to be short.
+        # The path must be short, since gpg's agent listens on a socket in this folder.
         self.home = tempfile.TemporaryDirectory(prefix='gpg-', dir='/tmp')
-        self.run('gpg', '--batch', '--passphrase', '', '--quick-gen-key', self.owner, self.algorithm, 'sign',
-                 'never')
+        self.run('gpg', '--batch', '--passphrase', '', '--quick-gen-key', self.owner, self.algorithm, 'sign', 'never')
         return self
 
     def __exit__(self, *_):
@@ -30,11 +25,11 @@ class SigningKey:
         self.home.cleanup()
 
     def public_key(self):
-        """The public key as rpm --import reads it."""
+        """The public key in the format of rpm --import."""
         return self.run('gpg', '--armor', '--export', self.owner)
 
     def sign(self, path, legacy=False):
-        """Signs the package at `path` in place; with `legacy` also over header and payload together (tag 259)."""
+        """Signs the package in place; `legacy` adds the signature of header and payload together (tag 259)."""
         macros = {'__gpg': '/usr/bin/gpg', '_gpg_path': self.home.name, '_gpg_name': self.owner}
         defines = [word for macro, value in macros.items() for word in ('--define', f'{macro} {value}')]
         self.run('rpmsign', *defines, '--addsign', *(['--rpmv3'] if legacy else []), str(path))

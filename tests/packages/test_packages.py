@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The packages that other tests lean on are what they are said to be, as rpm itself sees them."""
+"""The packages that other tests use, checked by rpm itself."""
 
 import subprocess
 from pathlib import Path
@@ -39,7 +39,7 @@ def test_header_holds_the_arguments(tmp_path):
     assert tag(path, 'FILENAMES') == '/usr/share/applications/hello.desktop|'
 
 
-def test_files_land_with_their_contents(tmp_path):
+def test_files_are_installed_with_their_contents(tmp_path):
     path = build_package(tmp_path, 'files', files={'/opt/a b/ü': 'text', '/opt/data': b'\0\xff'})
     assert rpm('--install', '--nodeps', path)[0] == 0
     assert Path('/opt/a b/ü').read_text(encoding='utf-8') == 'text'
@@ -51,7 +51,7 @@ def test_refusal_of_rpmbuild_is_an_error(tmp_path):
         build_package(tmp_path, 'wrong', version='1-0')
 
 
-def test_key_signs_as_long_as_it_lives(tmp_path):
+def test_signatures_are_valid_with_the_key(tmp_path):
     path = build_package(tmp_path, 'signed')
     with SigningKey('Somebody') as key:
         home = Path(key.home.name)
