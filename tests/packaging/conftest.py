@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Tests of what gets installed, and of what the documents say about it, on a device in a sandbox."""
+"""Tests of the installed files and of the examples in the documents, on a device in a sandbox."""
 
+import re
 from pathlib import Path
 
 import pytest
@@ -22,3 +23,14 @@ def build(pytestconfig):
 @pytest.fixture(scope='session')
 def source():
     return SOURCE
+
+
+@pytest.fixture
+def examples(source):
+    """The indented blocks of a section of the README, each in the form that a user pastes into a shell."""
+    def blocks(title):
+        readme = (source / 'README.md').read_text(encoding='utf-8')
+        section = re.search(rf'^## {title}\n(.*?)(?=^## |\Z)', readme, re.MULTILINE | re.DOTALL)[1]
+        return [re.sub(r'^ {4}', '', block, flags=re.MULTILINE)
+                for block in re.findall(r'(?:^ {4}.*\n)+', section, re.MULTILINE)]
+    return blocks

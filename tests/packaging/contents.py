@@ -6,7 +6,7 @@ import stat
 
 LANGUAGES = ('ar', 'de', 'es', 'fi', 'fr', 'ru', 'zh_CN')
 
-# Paths and permissions, all of it.
+# The paths and permissions of all installed files.
 INSTALLED = {
     'usr/bin/velmora-installationhandler': 0o755,
     'usr/lib/systemd/user/velmora-installationhandler.service': 0o644,
@@ -19,7 +19,7 @@ INSTALLED = {
 
 
 def found(stage):
-    """What a folder holds, as INSTALLED has it; anything but regular files shows by its mode."""
+    """The contents of a folder in the form of INSTALLED. Other files than regular ones show their type."""
     entries = {path.relative_to(stage): path.lstat().st_mode for path in stage.rglob('*')}
     return {str(path): stat.S_IMODE(mode) if stat.S_ISREG(mode) else oct(mode)
             for path, mode in entries.items() if not stat.S_ISDIR(mode)}

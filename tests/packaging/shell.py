@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The shell that a person gets on a device."""
+"""The shell of `./run-demo --shell`."""
 
 import os
 import re
@@ -9,7 +9,7 @@ ENDED = 'ended with '
 
 
 class Shell:
-    """Prepares this device as `./run-demo --shell` does, and types what a person would."""
+    """Prepares this device as `./run-demo --shell` does, and types commands into its shell."""
 
     def __init__(self, source, folder, processes, environment):
         keyboard = folder / 'keyboard'
@@ -27,18 +27,18 @@ class Shell:
         return re.search(rf'^  {subject}: +((?:.*\\\n)*.*)$', self.welcome, re.MULTILINE)[1]
 
     def run(self, command):
-        """What a command says; it must succeed."""
+        """Runs a command, which must succeed, and returns its output."""
         self._type(f'{command.strip()}\necho "{ENDED}$?"')
         said = self._read_to(ENDED)
         assert said.endswith(f'{ENDED}0\n'), f'{command}\n{said}'
         return said.removesuffix(f'{ENDED}0\n')
 
     def wait_for_line(self, text, file, count=1):
-        """Waits until a file that is being written has so many lines with a text."""
+        """Waits until a file has this number of lines with a text."""
         self.run(f'until [ "$(grep --count --fixed-strings "{text}" {file})" -ge {count} ]; do sleep 0.1; done')
 
     def leave(self, status):
-        """Its exit status."""
+        """Leaves the shell and returns the exit status of the whole program."""
         self._type(f'exit {status}')
         status = self._processes.wait_end(self._process)
         os.close(self._keyboard)
@@ -48,7 +48,7 @@ class Shell:
         os.write(self._keyboard, f'{line}\n'.encode())
 
     def _read_to(self, beginning):
-        """What has been said up to a line that begins so, with that line."""
+        """Waits for a line with this beginning, and returns the output up to its end."""
         def read():
             return re.match(rf'(.*\n)*?{re.escape(beginning)}.*\n', self._process.text[self._read:])
         self._processes.wait_until(read, f'"{beginning}" in the shell', seconds=60)

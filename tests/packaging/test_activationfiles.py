@@ -2,8 +2,12 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The bus activation file and the systemd unit."""
 
+import shutil
+import subprocess
 from configparser import ConfigParser
 from pathlib import Path
+
+import pytest
 
 NAME = 'org.velmoraos.installationhandler'
 PROGRAM = '/usr/bin/velmora-installationhandler'
@@ -12,7 +16,7 @@ ACTIVATION = Path('/usr/share/dbus-1/services/org.velmoraos.installationhandler.
 
 
 def keys(path):
-    """A file in the syntax of both, as {group: {key: value}}."""
+    """The contents of a file as {group: {key: value}}. Both files have the same syntax."""
     parser = ConfigParser(interpolation=None, delimiters=['='], comment_prefixes=['#'])
     parser.optionxform = str
     parser.read_string(path.read_text(encoding='utf-8'))
@@ -20,21 +24,32 @@ def keys(path):
 
 
 def test_bus_starts_the_unit():
-    """Or the program, where there is no systemd."""
+    """The bus starts the program itself if there is no systemd."""
     assert keys(ACTIVATION) == {'D-BUS Service': {'Name': NAME, 'Exec': PROGRAM, 'SystemdService': UNIT.name}}
 
 
 def test_unit_is_started_by_the_bus_alone():
-    """There is no group [Install]: nobody can enable it."""
+    """There is no group [Install], so that nobody can enable the unit."""
     unit = keys(UNIT)
     assert set(unit) == {'Unit', 'Service'}
     assert unit['Service'] == {'Type': 'dbus', 'BusName': NAME, 'ExecStart': PROGRAM}
 
 
-def test_documentation_is_there():
+def test_documentation_exists():
     _, _, path = keys(UNIT)['Unit']['Documentation'].partition('file://')
     assert Path(path).is_file()
 
 
-def test_program_can_be_run():
+def test_program_is_executable():
     assert Path(PROGRAM).stat().st_mode & 0o111 == 0o111
+
+
+@pytest.mark.skipif(not shutil.which('systemd-analyze'), reason='there is no systemd')
+def test_systemd_accepts_the_unit():
+    # A unit that the bus starts needs the units of the bus, which not every machine has.
+    units = Path('/etc/systemd/user')
+    units.mkdir(parents=True, exist_ok=True)
+    (units / 'dbus.socket').write_text('[Socket]\nListenStream=%t/bus\n', encoding='utf-8')
+    (units / 'dbus.service').write_text('[Service]\nExecStart=/usr/bin/dbus-daemon --session\n', encoding='utf-8')
+    done = subprocess.run(['systemd-analyze', 'verify', '--user', UNIT], capture_output=True, text=True, check=False)
+    assert (done.returncode, done.stdout, done.stderr) == (0, '', '')

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Building from a fresh copy of the source, as the README tells."""
+"""Builds from a fresh copy of the source, by the commands in the README."""
 
 import os
 import shutil
@@ -8,7 +8,6 @@ import subprocess
 
 import pytest
 from contents import INSTALLED, found, naming
-from readme import commands
 
 LEFTOVERS = shutil.ignore_patterns('.git', '.pytest_cache', '__pycache__', 'build', 'stage')
 BUILDING = """\
@@ -20,7 +19,7 @@ DESTDIR=stage cmake --install build --prefix /usr
 
 @pytest.fixture
 def copy(source, tmp_path):
-    """The source as a release would have it."""
+    """A copy of the source without build folders, like in a release."""
     return shutil.copytree(source, tmp_path / 'copy', ignore=LEFTOVERS)
 
 
@@ -36,9 +35,9 @@ def contents(folder):
             if path.is_file() and path.relative_to(folder).parts[0] not in ('build', 'stage')}
 
 
-def test_three_commands_build_and_install(source, copy):
+def test_three_commands_build_and_install(source, copy, examples):
     before = contents(copy)
-    assert commands(source, 'Build and install') == [BUILDING]
+    assert examples('Build and install') == [BUILDING]
 
     said = run('set -e\n' + BUILDING, copy)
 
@@ -60,7 +59,7 @@ CLASSES = {
 
 @pytest.fixture
 def install_library(tmp_path):
-    """Makes the platform's own library available to builds; the folder of its description."""
+    """Installs a library of the platform for builds, and returns the folder of its pkg-config file."""
     def install(library):
         subprocess.run(['c++', '-shared', '-o', tmp_path / f'lib{library}.so', '-x', 'c++', '/dev/null'], check=True)
         (tmp_path / f'{library}.pc').write_text(f'Name: {library}\nDescription: of the platform\nVersion: 1.2\n'
@@ -70,7 +69,7 @@ def install_library(tmp_path):
 
 
 def configure(copy, **variables):
-    """What is said of the platform's classes, and the command that links the program."""
+    """Configures a build: the messages about the platform's classes, and the command that links the program."""
     said = run('cmake -S . -B build -G Ninja', copy, **variables)
     linking = run('ninja -C build -t commands velmora-installationhandler', copy).splitlines()[-1]
     return [line.removeprefix('-- Platform::') for line in said.splitlines() if 'Platform::' in line], linking
@@ -86,7 +85,6 @@ def test_absent_libraries_are_replaced(copy):
 
 @pytest.mark.parametrize('name', CLASSES)
 def test_library_of_the_platform_is_preferred(copy, install_library, name):
-    """Each of them on its own."""
     library = CLASSES[name]
 
     said, linking = configure(copy, PKG_CONFIG_PATH=install_library(library))

@@ -1,11 +1,10 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The commands of the README and of the demo's shell, as pasted there."""
+"""The commands in the README and in the welcome of the demo's shell, pasted into that shell."""
 
 import re
 
 import pytest
-from readme import commands
 from shell import Shell
 
 SIGNALS = '/run/test-signals'
@@ -18,31 +17,31 @@ INSTALL_AGAIN = 'gdbus call --system --dest ru.quon.ZARN --object-path /ru/quon/
 
 @pytest.fixture
 def shell(source, tmp_path, processes, environment, system_bus, session_bus):
-    """With the bus of the test, which knows the service's activation file."""
+    """The shell, on the buses of the test. The session bus knows the service's activation file."""
     session_bus.allow_activation()
     return Shell(source, tmp_path, processes, environment)
 
 
 def start_watching(shell, command):
-    """Nothing is missed once the watcher has found out who has the name, for which it starts the service."""
+    """Starts a monitor of signals, which starts the service and misses nothing after it has found the name's owner."""
     shell.run(f'{command.strip()} >{SIGNALS} 2>&1 &')
     shell.wait_for_line('is owned by', SIGNALS)
 
 
 def each(block):
-    """The commands of a block by themselves, since each of these asks for something that the one before changes."""
+    """The commands of a block, for tests that check something between two of them."""
     return re.split(r'\n(?=gdbus )', block.strip())
 
 
 def run_to_end(shell, command, outcome):
-    """Returns when the outcome has been announced once more."""
+    """Runs a command and waits for one more signal with this outcome."""
     before = int(shell.run(f'grep --count --fixed-strings "{outcome}" {SIGNALS} || true'))
     assert shell.run(command) == '()\n'
     shell.wait_for_line(outcome, SIGNALS, count=before + 1)
 
 
-def test_examples_of_the_bus_interface(source, shell):
-    ask, install_silently, remove, watch = commands(source, 'Bus interface')
+def test_examples_of_the_bus_interface(examples, shell):
+    ask, install_silently, remove, watch = examples('Bus interface')
     start_watching(shell, watch)
 
     assert shell.run(ask) == '()\n'
@@ -73,7 +72,7 @@ def test_hints_of_the_shell(shell):
 
     assert shell.run(shell.hint('Install')) == '()\n'
     shell.run(FIND_DIALOG)
-    # Smooth text alone has dozens of colours, and nothing announces that it has been painted.
+    # No event tells that the dialog has been painted. Antialiased text alone has dozens of colours.
     shell.run(f'until {shell.hint("Picture")} && [ "$(identify -format %k {shell.picture})" -ge 16 ]; do :; done')
     shell.run(shell.hint('Answer'))
     shell.wait_for_line(INSTALLED, SIGNALS)

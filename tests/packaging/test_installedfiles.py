@@ -24,7 +24,7 @@ def test_owner_and_folders(stage):
     assert {stat.S_IMODE(entry.st_mode) for entry in entries if stat.S_ISDIR(entry.st_mode)} == {0o755}
 
 
-def test_place_of_the_build_is_nowhere(stage, build, source):
+def test_no_file_names_the_build_folder(stage, build, source):
     assert naming(stage, [source, build]) == []
 
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The installed description of the bus interface, beside the service itself and beside the README."""
+"""The installed description of the bus interface, compared with the service and with the README."""
 
 import re
 import subprocess
@@ -15,7 +15,7 @@ DESCRIPTION = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandl
 
 
 def members(xml):
-    """Methods, signals and properties in their order: kind, name, and its arguments' names, types and directions."""
+    """All methods, signals and properties: kind, name, and the names, types and directions of the arguments."""
     interface = ElementTree.fromstring(xml).find(f'interface[@name="{INTERFACE}"]')
     return [(member.tag, member.get('name'), arguments(member))
             for member in interface if member.tag in ('method', 'signal', 'property')]
@@ -31,15 +31,15 @@ def description():
     return DESCRIPTION.read_text(encoding='utf-8')
 
 
-def test_description_is_what_the_service_shows(service, client, description):
+def test_description_matches_the_introspection(service, client, description):
     assert members(description) == members(client.introspect())
 
 
-def test_description_has_the_objects_path(description):
+def test_description_names_the_object_path(description):
     assert ElementTree.fromstring(description).get('name') == '/org/velmoraos/installationhandler'
 
 
-def test_everything_is_described(description):
+def test_comments_describe_all_members(description):
     comments = ' '.join(re.findall(r'<!--(.*?)-->', description, re.DOTALL))
     for _, name, taken in members(description):
         for word in [name, *(argument[0] for argument in taken)]:
@@ -53,13 +53,13 @@ def test_clients_can_be_generated(tmp_path, generator):
     assert (done.returncode, done.stdout + done.stderr) == (0, '')
 
 
-def test_description_is_understood_by_other_libraries(description):
+def test_gio_reads_the_description(description):
     interface = Gio.DBusNodeInfo.new_for_xml(description).lookup_interface(INTERFACE)
     assert sorted(method.name for method in interface.methods) == \
         ['installFiles'] * 3 + ['removePackageByDesktopFile'] + ['removePackages'] * 2
 
 
-def test_table_of_the_readme_is_the_description(source, description):
+def test_readme_lists_the_same_members(source, description):
     readme = (source / 'README.md').read_text(encoding='utf-8')
     rows = re.findall(r'^\| (method|signal) `(\w+)` \|(.*?)\|', readme, re.MULTILINE)
     table = [(kind, name, [(word, signature) for signature, word in re.findall(r'`(\w+)` (\w+)', cell)])

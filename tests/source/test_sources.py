@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Rules of the house that a machine can see."""
+"""Rules for all files of the tree."""
 
 import os
 import re
@@ -10,7 +10,7 @@ import pytest
 
 ROOT = Path(__file__).resolve().parents[2]
 
-# What building and trying leaves in the tree.
+# Files and folders that builds and tests leave in the tree.
 LEFTOVERS = {'.git', '.pytest_cache', '__pycache__', 'build', 'stage'}
 
 PRODUCT = ('common', 'install', 'platform', 'qml', 'removal', 'service')
@@ -18,10 +18,10 @@ PRODUCT = ('common', 'install', 'platform', 'qml', 'removal', 'service')
 COPYRIGHT = 'SPDX-FileCopyrightText: velmora-installationhandler contributors'
 LICENSE = 'SPDX-License-Identifier: BSD-3-Clause'
 
-# Files that have no room for it.
+# Files that cannot hold these lines.
 WITHOUT_LICENSE = {'CMakePresets.json', 'LICENSE'}
 
-# What no reader of this tree can look up. A letter in brackets keeps the patterns from finding themselves.
+# References that readers of the tree cannot look up. A letter in brackets keeps a pattern from matching itself.
 REFERENCES = {
     'a document': r'\bspecificatio[n]s?\b|\bas specifie[d]\b|\bPart[ ]\d+\.\d',
     'a ticket': r'\bissue[ ]#?\d|\bticket[ ]#?\d|\B#[1-9]\d*\b(?![0-9a-fA-F]*[;"\')])',
@@ -30,14 +30,14 @@ REFERENCES = {
 
 
 def files(pattern='*'):
-    """All files of the tree that belong to it."""
+    """All files that belong to the tree."""
     for folder, folders, names in os.walk(ROOT):
         folders[:] = sorted(set(folders) - LEFTOVERS)
         yield from (Path(folder, name) for name in sorted(set(names) - LEFTOVERS) if Path(name).match(pattern))
 
 
 def texts(pattern='*'):
-    """All of them that hold text, with that text."""
+    """All text files, each as its path and its text."""
     for path in files(pattern):
         try:
             yield path.relative_to(ROOT), path.read_text(encoding='utf-8')
@@ -46,7 +46,7 @@ def texts(pattern='*'):
 
 
 def findings(pattern, chosen):
-    """Each match, as "file:line: text"."""
+    """All matches in the form "file:line: text"."""
     return [f'{path}:{number}: {line.strip()}' for path, text in chosen
             for number, line in enumerate(text.splitlines(), 1) if re.search(pattern, line)]
 
@@ -55,7 +55,7 @@ def product():
     return [(path, text) for path, text in texts() if path.parts[0] in PRODUCT]
 
 
-def test_tree_is_seen():
+def test_tree_is_read():
     seen = {str(path) for path, _ in texts()}
     assert {
         'README.md',
@@ -76,21 +76,21 @@ def test_nothing_refers_to(kind):
     assert not findings(REFERENCES[kind], texts())
 
 
-def test_product_is_compiled_as_it_is_read():
+def test_product_has_no_conditional_compilation():
     assert not findings(r'^\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b', product())
 
 
-def test_every_header_is_included_once():
+def test_every_header_has_an_include_guard():
     assert not [path for path, text in texts('*.h') if text.count('#pragma once') != 1]
 
 
-def test_bus_names_of_the_product_stand_in_one_place():
+def test_bus_names_of_the_product_are_in_one_place():
     names = r'"(org\.velmoraos\.installationhandler|ru\.quon\.\w+)"'
     assert {finding.partition(':')[0] for finding in findings(names, product())} == \
         {'common/busnames.h', 'service/installationhandler.h'}
 
 
-def test_links_lead_somewhere():
+def test_links_have_targets():
     broken = []
     for path, text in texts('*.md'):
         for target in re.findall(r'\]\(([^)\s]+)\)', text):
@@ -100,7 +100,7 @@ def test_links_lead_somewhere():
 
 
 def test_no_test_is_forgotten():
-    """Each file of tests is known to the folder's list."""
+    """The CMakeLists.txt of a folder names each test file in it."""
     lists = {folder: (ROOT / folder / 'CMakeLists.txt').read_text(encoding='utf-8')
              for folder in {path.parent for path, _ in texts('CMakeLists.txt')}}
     forgotten = []
@@ -113,8 +113,7 @@ def test_no_test_is_forgotten():
     assert not forgotten
 
 
-def test_scripts_can_be_run():
-    """And nothing else can."""
+def test_scripts_alone_are_executable():
     for path in files():
         with path.open('rb') as file:
             is_script = file.read(2) == b'#!'

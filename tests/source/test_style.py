@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The tree is formatted as its own configuration says: .clang-format, pyproject.toml and .editorconfig."""
+"""The format of the tree, by its own configuration: .clang-format, pyproject.toml and .editorconfig."""
 
 import subprocess
 import tokenize
@@ -32,7 +32,7 @@ def test_python_is_formatted():
 
 
 def needs_single_quotes(string):
-    """Every string but docstrings and those that hold a quote."""
+    """All strings except docstrings and those that contain a quote."""
     literal = string.lstrip('rbf')
     return literal.startswith('"') and not literal.startswith('"""') and not set(literal[1:-1]) & set('\'"')
 
@@ -46,12 +46,12 @@ def test_strings_have_single_quotes():
     assert not wrong
 
 
-def test_lines_end_as_editors_are_told():
+def test_lines_match_editorconfig():
     wrong = []
     for path, text in texts():
         lines = text.split('\n')
         if lines[-1] or not lines[-2]:
-            wrong.append(f'{path}: ends without a line feed, or with an empty line')
+            wrong.append(f'{path}: has no line feed, or an empty line, at its end')
         for number, line in enumerate(lines, 1):
             if line != line.rstrip() or '\t' in line:
                 wrong.append(f'{path}:{number}: has a tab, or blanks at its end')
