@@ -103,7 +103,7 @@ const struct
 
 }
 
-/** All ways to answer the dialog, which gives one answer only. */
+/** All ways to answer the dialog, which gives one answer only (Known behaviour 63). */
 class DialogAnswersTest : public DialogTest
 {
     Q_OBJECT
