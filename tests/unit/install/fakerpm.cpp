@@ -3,6 +3,8 @@
 
 #include "fakerpm.h"
 
+#include "literals.h"
+
 #include <QtGlobal>
 
 #include <rpm/rpmcli.h>
@@ -11,6 +13,7 @@
 #include <rpm/rpmtd.h>
 
 #include <cerrno>
+#include <cstring>
 
 #include <dlfcn.h>
 
@@ -37,10 +40,15 @@ using FakeRpm::script;
 // The program's own definitions come before those of the shared library.
 extern "C" {
 
+char *strerror(int error) noexcept
+{
+    return script.errorText ? script.errorText
+                            : reinterpret_cast<decltype(&strerror)>(dlsym(RTLD_NEXT, "strerror"))(error);
+}
+
 int rpmReadConfigFiles(const char *file, const char *target)
 {
-    calls.append(file || target ? QStringLiteral("rpmReadConfigFiles with arguments")
-                                : QStringLiteral("rpmReadConfigFiles"));
+    calls.append(file || target ? "rpmReadConfigFiles with arguments"_s : "rpmReadConfigFiles"_s);
     return 0;
 }
 
@@ -49,7 +57,7 @@ rpmRC rpmReadPackageFile(rpmts ts, FD_t fd, const char *path, Header *header)
     if (!ts) {
         qFatal("no transaction set");
     }
-    calls.append(QLatin1String("rpmReadPackageFile ") + QString::fromUtf8(path));
+    calls.append("rpmReadPackageFile "_s + QString::fromUtf8(path));
     char lead[10];
     Fread(lead, 1, sizeof lead, fd);
     *header = headerLink(script.header);
@@ -59,7 +67,7 @@ rpmRC rpmReadPackageFile(rpmts ts, FD_t fd, const char *path, Header *header)
 
 int Fseek(FD_t fd, off_t offset, int whence)
 {
-    calls.append(QStringLiteral("Fseek"));
+    calls.append("Fseek"_s);
     if (script.seekFails) {
         return -1;
     }
@@ -71,9 +79,9 @@ int rpmVerifySignatures(QVA_t arguments, rpmts ts, FD_t fd, const char *path)
     if (!ts) {
         qFatal("no transaction set");
     }
-    calls.append(QStringLiteral("rpmVerifySignatures%1 %2 from %3")
-                         .arg(arguments == &rpmQVKArgs ? QString() : QStringLiteral(" with other arguments"),
-                              QString::fromUtf8(path), QString::number(Ftell(fd))));
+    calls.append(
+            "rpmVerifySignatures%1 %2 from %3"_s.arg(arguments == &rpmQVKArgs ? QString() : " with other arguments"_s,
+                                                     QString::fromUtf8(path), QString::number(Ftell(fd))));
     return script.verifyResult;
 }
 }

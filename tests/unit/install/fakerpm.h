@@ -9,24 +9,25 @@
 #include <rpm/rpmtypes.h>
 
 /**
- * Stands in for the functions of librpm that read a package, in a program that has this among its own sources: headers
- * that no file can hold, results and errors at will. Opening and closing files, and all else, remains librpm's.
+ * Replaces librpm's functions that read a package, and the C library's strerror(), in a program that has this among its
+ * own sources. A test chooses their results, and headers that no file can hold. All other functions are librpm's own.
  */
 namespace FakeRpm {
 
-/** What the functions do. */
+/** The results of the functions. */
 struct Script
 {
     rpmRC readResult = RPMRC_OK;
-    int readError = 0; ///< errno after reading
-    Header header = nullptr; ///< what is read; reading hands out a reference to it
+    int readError = 0; /**< errno after reading. */
+    char *errorText = nullptr; /**< The text of any error; null for the C library's own texts. */
+    Header header = nullptr; /**< Reading returns a reference to it. */
     bool seekFails = false;
     int verifyResult = 0;
 };
 
 extern Script script;
 
-/** What has been called, for example "rpmReadPackageFile /tmp/a.rpm". */
+/** The calls, for example "rpmReadPackageFile /tmp/a.rpm". */
 extern QStringList calls;
 
 /** Adds a tag to a header: count elements at data, in librpm's own form. */

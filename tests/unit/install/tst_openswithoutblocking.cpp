@@ -2,15 +2,19 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "openswithoutblocking.h"
+
+#include "literals.h"
 #include "processstate.h"
 #include "specialfiles.h"
+#include "testrunner.h"
 
-#include <QtTest>
+#include <QDir>
 
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+/** Known behaviour 48. */
 class OpensWithoutBlockingTest : public QObject
 {
     Q_OBJECT
@@ -30,15 +34,15 @@ private:
 
 void OpensWithoutBlockingTest::initTestCase()
 {
-    QFile file(m_files.path(QStringLiteral("file")));
+    QFile file(m_files.path("file"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    QFile secret(m_files.path(QStringLiteral("secret")));
+    QFile secret(m_files.path("secret"_s));
     QVERIFY(secret.open(QIODevice::WriteOnly));
     QVERIFY(secret.setPermissions({}));
-    QVERIFY(m_files.makeLink(QStringLiteral("link"), file.fileName()));
-    QVERIFY(m_files.makeLink(QStringLiteral("broken link"), QStringLiteral("/missing")));
-    QVERIFY(m_files.makeLink(QStringLiteral("circle"), QStringLiteral("circle")));
-    QVERIFY(m_files.makeLink(QStringLiteral("link to a terminal"), m_files.terminal()));
+    QVERIFY(m_files.makeLink("link"_s, file.fileName()));
+    QVERIFY(m_files.makeLink("broken link"_s, "/missing"_s));
+    QVERIFY(m_files.makeLink("circle"_s, "circle"_s));
+    QVERIFY(m_files.makeLink("link to a terminal"_s, m_files.terminal()));
 }
 
 void OpensWithoutBlockingTest::tellsWhatBlocks_data()
@@ -50,20 +54,20 @@ void OpensWithoutBlockingTest::tellsWhatBlocks_data()
     QTest::newRow("link to a FIFO") << m_files.linkToFifo() << false;
     QTest::newRow("socket") << m_files.socket() << false;
     QTest::newRow("terminal") << m_files.terminal() << false;
-    QTest::newRow("link to a terminal") << m_files.path(QStringLiteral("link to a terminal")) << false;
-    QTest::newRow("maker of terminals") << QStringLiteral("/dev/ptmx") << false;
+    QTest::newRow("link to a terminal") << m_files.path("link to a terminal"_s) << false;
+    QTest::newRow("maker of terminals") << "/dev/ptmx" << false;
 
     for (const char *name : {"file", "secret", "link", "broken link", "circle", "missing", ""}) {
         QTest::newRow(*name ? name : "folder") << m_files.path(QLatin1String(name)) << true;
     }
     QTest::newRow("no path") << QString() << true;
-    QTest::newRow("file as a folder") << m_files.path(QStringLiteral("file/deeper")) << true;
-    QTest::newRow("FIFO as a folder") << m_files.fifo() + QLatin1String("/deeper") << true;
+    QTest::newRow("file as a folder") << m_files.path("file/deeper"_s) << true;
+    QTest::newRow("FIFO as a folder") << m_files.fifo() + "/deeper"_s << true;
     QTest::newRow("too long a name") << m_files.path(QString(256, QLatin1Char('x'))) << true;
     QTest::newRow("too long a path") << QString(5000, QLatin1Char('/')) << true;
-    QTest::newRow("null device") << QStringLiteral("/dev/null") << true;
-    QTest::newRow("zero device") << QStringLiteral("/dev/zero") << true;
-    QTest::newRow("URL of a FIFO") << QLatin1String("file://") + m_files.fifo() << true;
+    QTest::newRow("null device") << "/dev/null" << true;
+    QTest::newRow("zero device") << "/dev/zero" << true;
+    QTest::newRow("URL of a FIFO") << "file://"_s + m_files.fifo() << true;
 }
 
 void OpensWithoutBlockingTest::tellsWhatBlocks()
@@ -72,7 +76,7 @@ void OpensWithoutBlockingTest::tellsWhatBlocks()
     const QStringList openBefore = openFiles();
     const Deadline deadline;
     QTEST(opensWithoutBlocking(path.toUtf8()), "opens");
-    QVERIFY2(!deadline.hasPassed(), "waited for somebody at the other end");
+    QVERIFY2(!deadline.hasPassed(), "The check waited for somebody at the other end");
     QCOMPARE(openFiles(), openBefore);
 }
 
@@ -82,7 +86,7 @@ void OpensWithoutBlockingTest::goesByThePathAlone()
     const QString before = QDir::currentPath();
     QVERIFY(QDir::setCurrent(m_files.path(QString())));
     QVERIFY(opensWithoutBlocking("-"));
-    const bool made = m_files.makeFifo(QStringLiteral("-"));
+    const bool made = m_files.makeFifo("-"_s);
     const bool opens = opensWithoutBlocking("-");
     QVERIFY(QDir::setCurrent(before));
     QVERIFY(made);
@@ -116,6 +120,6 @@ void OpensWithoutBlockingTest::takesNoTerminalForItsOwn()
     QCOMPARE(WEXITSTATUS(status), 0);
 }
 
-QTEST_GUILESS_MAIN(OpensWithoutBlockingTest)
+VELMORA_TEST(OpensWithoutBlockingTest, Core)
 
 #include "tst_openswithoutblocking.moc"

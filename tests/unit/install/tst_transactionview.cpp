@@ -1,40 +1,53 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "transactionviewscene.h"
+#include "transactionview.h"
 
-#include "devicetest.h"
+#include "installationscene.h"
+#include "literals.h"
+#include "methodsof.h"
+#include "rpminfo.h"
+#include "testrunner.h"
 
-#include <QMetaMethod>
 #include <QQmlContext>
 #include <QQmlEngine>
-#include <QThread>
+#include <QQmlPropertyMap>
 
 namespace {
 
-const QString Begin = QStringLiteral("notification_begin_req");
-const QString End = QStringLiteral("notification_end_req");
-const QString Plain = QStringLiteral("plain");
+const QString Begin = "notification_begin_req"_s;
+const QString End = "notification_end_req"_s;
 
-QString described(const QMetaMethod &method)
-{
-    const QString signature = QString::fromLatin1(method.methodSignature());
-    if (method.methodType() == QMetaMethod::Signal) {
-        return QStringLiteral("signal ") + signature;
-    }
-    return (method.access() == QMetaMethod::Private ? QStringLiteral("private ") : QStringLiteral("open ")) + signature;
+const QString Plain = "plain"_s;
+const QString NeedConfirm = "needConfirm"_s;
+const QString Shown = "dialog shown full screen"_s;
+const QString Confirmed = "installationConfirmed, window there"_s;
+const QString Cancelled = "installationCancelled, window gone"_s;
+const QString Destroyed = "dialog destroyed"_s;
+
+const QString NoDialog = "warning: Problems creating dialog component (%1)"_s;
+const QString NoWindow = "warning: Failed to cast component to window (%1)"_s;
+const QString Dialog = "file:///usr/share/velmora-installationhandler//SideloadDialog.qml:"_s;
+
+// The context holds the object, so that the test deletes it in the end.
+const QByteArray NotAWindow = R"(
+import QtQml 2.15
+QtObject {
+    Component.onCompleted: survivor.object = this
+    Component.onDestruction: console.warn("destroyed")
+}
+)";
+
 }
 
-}
-
-/** The dialog comes, and goes without an answer. */
-class TransactionViewTest : public TransactionViewScene
+/** The dialog comes; it is answered by the user or by the display, once and again; it goes; or it cannot be had. */
+class TransactionViewTest : public InstallationScene
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { setUpView(); }
-    void cleanup() { tearDownView(); }
+    void init();
+    void cleanup();
 
     void hasItsMethodsInOrder();
     void isIdleAtFirst();
@@ -43,31 +56,114 @@ private Q_SLOTS:
     void publishesThePackageBeforeAnythingElse();
     void showsThePackageToQml();
     void showsThatNothingCouldBeRead();
-    void waitsForMce();
     void doesWithoutMce_data();
     void doesWithoutMce();
     void doesWithoutAnyMce();
     void knowsWhetherTheDialogIsOnScreen();
     void closesWithoutAnswer();
     void goesSilently();
+
+    void endsWithTheAnswer_data();
+    void endsWithTheAnswer();
+    void staysWhenTheDisplayIsOtherwise_data();
+    void staysWhenTheDisplayIsOtherwise();
+    void ignoresTheDisplayWithoutDialog();
+    void ignoresTheDisplayAfterTheAnswer();
+    void remembersTheNameOfTheShowing();
+    void canBeAskedAgain();
+    void handlesASecondAnswer_data();
+    void handlesASecondAnswer();
+    void leavesTheFirstOfTwoDialogsAlive();
+    void answersOfTheFirstDialogEndTheSecond();
+
+    void warnsWithoutDialog_data();
+    void warnsWithoutDialog();
+    void forgetsTheDialogForARootThatIsNoWindow_data();
+    void forgetsTheDialogForARootThatIsNoWindow();
+    void keepsTheDialogWhenTheNextCannotBeLoaded();
+    void recovers();
+
+private:
+    /** Gives the controller an engine. */
+    void use(QQmlEngine *engine);
+    QQmlContext *context() const { return m_used->rootContext(); }
+
+    /** Shows the dialog and clears the journal. False when it isn't there then. */
+    bool show();
+
+    /** MCE announces a state, and the controller has heard of it. */
+    bool setDisplay(const QByteArray &state);
+
+    /** ", window there" or ", window gone", by the controller. */
+    QString presence() const;
+
+    /** The entries without the deletion of the dialog, which comes some time after the answer. */
+    QStringList withoutDeletion() const;
+
+    RpmInfo m_package;
+    std::unique_ptr<TransactionView> m_view;
+    QQmlEngine *m_used = nullptr;
 };
+
+void TransactionViewTest::init()
+{
+    setUp();
+    m_package.readPackage(packageFile(Plain));
+    m_view = std::make_unique<TransactionView>(nullptr);
+    use(engine());
+    connect(m_view.get(), &TransactionView::needConfirm, this, [this] { note(NeedConfirm); });
+    connect(m_view.get(), &TransactionView::installationConfirmed, this,
+            [this] { note("installationConfirmed"_s + presence()); });
+    connect(m_view.get(), &TransactionView::installationCancelled, this,
+            [this] { note("installationCancelled"_s + presence()); });
+    settle();
+    m_journal.clear();
+}
+
+void TransactionViewTest::cleanup()
+{
+    m_view.reset();
+    tearDown();
+}
+
+void TransactionViewTest::use(QQmlEngine *engine)
+{
+    m_used = engine;
+    m_view->setEngine(engine);
+}
+
+bool TransactionViewTest::show()
+{
+    m_view->showConfirmation(&m_package);
+    m_journal.clear();
+    return m_view->isVisible();
+}
+
+bool TransactionViewTest::setDisplay(const QByteArray &state)
+{
+    m_peer->emitSignal("/com/nokia/mce/signal"_s, "com.nokia.mce.signal"_s, "display_status_ind"_s,
+                       "('" + state + "',)");
+    return settle();
+}
+
+QString TransactionViewTest::presence() const
+{
+    return m_view->hasWindow() ? ", window there"_s : ", window gone"_s;
+}
+
+QStringList TransactionViewTest::withoutDeletion() const
+{
+    QStringList happened = entries();
+    happened.removeAll(Destroyed);
+    return happened;
+}
 
 void TransactionViewTest::hasItsMethodsInOrder()
 {
-    const QMetaObject &meta = TransactionView::staticMetaObject;
-    QStringList methods;
-    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
-        methods.append(described(meta.method(index)));
-    }
-    QCOMPARE(methods,
-             QStringList({
-                     QStringLiteral("signal needConfirm()"),
-                     QStringLiteral("signal installationConfirmed()"),
-                     QStringLiteral("signal installationCancelled()"),
-                     QStringLiteral("private handleDialogDismissed()"),
-                     QStringLiteral("private displayStateChanged()"),
-                     QStringLiteral("private handleInstallationConfirmed()"),
-             }));
+    QCOMPARE(methodsOf(TransactionView::staticMetaObject),
+             QStringList({"signal needConfirm()"_s, "signal installationConfirmed()"_s,
+                          "signal installationCancelled()"_s, "private slot handleDialogDismissed()"_s,
+                          "private slot displayStateChanged()"_s, "private slot handleInstallationConfirmed()"_s}));
 }
 
 void TransactionViewTest::isIdleAtFirst()
@@ -81,19 +177,18 @@ void TransactionViewTest::isIdleAtFirst()
 void TransactionViewTest::belongsToItsParent()
 {
     QObject parent;
-    const auto child = new TransactionView(&parent);
-    QCOMPARE(child->parent(), &parent);
+    QCOMPARE((new TransactionView(&parent))->parent(), &parent);
 }
 
+// MCE's answer is waited for, although it says nothing.
 void TransactionViewTest::showsTheDialogFullScreenAfterAskingMce()
 {
+    m_peer->answer(Begin, PeerAnswer::values().after([this] { note("answer"_s + presence()); }));
     m_view->showConfirmation(&m_package);
 
     QVERIFY(m_view->hasWindow());
     QVERIFY(m_view->isVisible());
-    QCOMPARE(entries(),
-             QStringList(
-                     {QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("dialog shown full screen")}));
+    QCOMPARE(entries(), QStringList({NeedConfirm, beginRequest(Plain), "answer, window there"_s, Shown}));
 }
 
 void TransactionViewTest::publishesThePackageBeforeAnythingElse()
@@ -101,7 +196,7 @@ void TransactionViewTest::publishesThePackageBeforeAnythingElse()
     QObject *published = nullptr;
     bool hadWindow = true;
     connect(m_view.get(), &TransactionView::needConfirm, this, [&] {
-        published = qvariant_cast<QObject *>(context()->contextProperty(QStringLiteral("rpmInfo")));
+        published = qvariant_cast<QObject *>(context()->contextProperty("rpmInfo"_s));
         hadWindow = m_view->hasWindow();
     });
     m_view->showConfirmation(&m_package);
@@ -113,59 +208,37 @@ void TransactionViewTest::publishesThePackageBeforeAnythingElse()
 void TransactionViewTest::showsThePackageToQml()
 {
     QVERIFY(show());
-    QCOMPARE(TestDialog::window()->property("shown").toString(),
-             QStringLiteral("plain|1.2.3|A plain package|") + packageFile(Plain));
+    QCOMPARE(TestDialog::window()->property("shown").toString(), "plain|1.2.3|A plain package|"_s + packageFile(Plain));
 }
 
 void TransactionViewTest::showsThatNothingCouldBeRead()
 {
     RpmInfo nothing;
-    nothing.readPackage(QStringLiteral("/absent.rpm"));
+    nothing.readPackage("/absent.rpm"_s);
     m_view->showConfirmation(&nothing);
 
-    QCOMPARE(TestDialog::window()->property("shown").toString(), QStringLiteral("|||/absent.rpm"));
-    QCOMPARE(entries(),
-             QStringList({QStringLiteral("needConfirm"), beginRequest(QString()),
-                          QStringLiteral("dialog shown full screen")}));
+    QCOMPARE(TestDialog::window()->property("shown").toString(), "|||/absent.rpm"_s);
+    QCOMPARE(entries(), QStringList({NeedConfirm, beginRequest(QString()), Shown}));
 
-    // Before the package that it shows.
+    // The dialog goes before the package that it shows.
     m_view->closeWindow();
     TestDialog::deleteScheduled();
 }
 
-// MCE's answer is waited for, although it says nothing.
-void TransactionViewTest::waitsForMce()
-{
-    const PeerAnswer late = PeerAnswer::values().after([this] {
-        QThread::msleep(50);
-        note(QStringLiteral("answer") + presence());
-    });
-    m_peer->answer(Begin, late);
-    m_peer->answer(End, late);
-
-    m_view->showConfirmation(&m_package);
-    TestDialog::dismiss(TestDialog::window());
-
-    QCOMPARE(entries(),
-             QStringList({QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("answer, window there"),
-                          QStringLiteral("dialog shown full screen"), endRequest(Plain, 1000000),
-                          QStringLiteral("answer, window there"),
-                          QStringLiteral("installationCancelled, window gone")}));
-}
-
 void TransactionViewTest::doesWithoutMce_data()
 {
-    const PeerAnswer refusal = PeerAnswer::error("com.nokia.mce.Error.Refused", "no");
-
     QTest::addColumn<PeerAnswer>("begin");
     QTest::addColumn<PeerAnswer>("end");
-    QTest::newRow("refuses") << refusal << refusal;
-    QTest::newRow("knows no such method") << PeerAnswer::error("org.freedesktop.DBus.Error.UnknownMethod")
-                                          << PeerAnswer::error("org.freedesktop.DBus.Error.UnknownMethod");
-    QTest::newRow("dies when the dialog comes") << PeerAnswer::death() << PeerAnswer::values();
-    QTest::newRow("dies when the dialog goes") << PeerAnswer::values() << PeerAnswer::death();
-    QTest::newRow("answers something") << PeerAnswer::values("('yes', 5, <true>)")
-                                       << PeerAnswer::values("(@a{sv} {},)");
+    const auto row = [](const char *name, const PeerAnswer &begin, const PeerAnswer &end) {
+        QTest::newRow(name) << begin << end;
+    };
+    const PeerAnswer refusal = PeerAnswer::error("com.nokia.mce.Error.Refused", "no");
+    const PeerAnswer noMethod = PeerAnswer::error("org.freedesktop.DBus.Error.UnknownMethod");
+    row("refuses", refusal, refusal);
+    row("knows no such method", noMethod, noMethod);
+    row("dies when the dialog comes", PeerAnswer::death(), PeerAnswer::values());
+    row("dies when the dialog goes", PeerAnswer::values(), PeerAnswer::death());
+    row("answers something", PeerAnswer::values("('yes', 5, <true>)"), PeerAnswer::values("(@a{sv} {},)"));
 }
 
 void TransactionViewTest::doesWithoutMce()
@@ -179,11 +252,7 @@ void TransactionViewTest::doesWithoutMce()
     m_view->showConfirmation(&m_package);
     QVERIFY(m_view->isVisible());
     TestDialog::dismiss(TestDialog::window());
-
-    QCOMPARE(
-            entries(),
-            QStringList({QStringLiteral("needConfirm"), beginRequest(Plain), QStringLiteral("dialog shown full screen"),
-                         QStringLiteral("installationCancelled, window gone")}));
+    QCOMPARE(entries(), QStringList({NeedConfirm, beginRequest(Plain), Shown, Cancelled}));
 }
 
 void TransactionViewTest::doesWithoutAnyMce()
@@ -192,10 +261,7 @@ void TransactionViewTest::doesWithoutAnyMce()
     m_view->showConfirmation(&m_package);
     QVERIFY(m_view->isVisible());
     TestDialog::confirm(TestDialog::window());
-
-    QCOMPARE(entries(),
-             QStringList({QStringLiteral("needConfirm"), QStringLiteral("dialog shown full screen"),
-                          QStringLiteral("installationConfirmed, window there")}));
+    QCOMPARE(entries(), QStringList({NeedConfirm, Shown, Confirmed}));
 }
 
 void TransactionViewTest::knowsWhetherTheDialogIsOnScreen()
@@ -220,7 +286,7 @@ void TransactionViewTest::closesWithoutAnswer()
     TestDialog::deleteScheduled();
 
     QVERIFY(settle());
-    QCOMPARE(entries(), QStringList(QStringLiteral("dialog destroyed")));
+    QCOMPARE(entries(), QStringList(Destroyed));
 }
 
 void TransactionViewTest::goesSilently()
@@ -232,12 +298,263 @@ void TransactionViewTest::goesSilently()
     QCOMPARE(entries(), QStringList());
 
     TestDialog::deleteScheduled();
-    QCOMPARE(entries(), QStringList(QStringLiteral("dialog destroyed")));
+    QCOMPARE(entries(), QStringList(Destroyed));
 }
 
-int main(int argc, char **argv)
+// Known behaviour 62.
+void TransactionViewTest::endsWithTheAnswer_data()
 {
-    return runOnDevice<TransactionViewTest>(argc, argv);
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QStringList>("expected");
+    const QString answered = "answer, window there"_s;
+    QTest::newRow("confirmed") << QByteArray("confirm") << QStringList{Confirmed, endRequest(Plain, 3000000), answered};
+    QTest::newRow("dismissed") << QByteArray("dismiss") << QStringList{endRequest(Plain, 1000000), answered, Cancelled};
+    QTest::newRow("display off") << QByteArray("off") << QStringList{endRequest(Plain, 0), answered, Cancelled};
 }
+
+void TransactionViewTest::endsWithTheAnswer()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(QStringList, expected);
+    QVERIFY(show());
+    m_peer->answer(End, PeerAnswer::values().after([this] { note("answer"_s + presence()); }));
+    if (answer == "off") {
+        QVERIFY(setDisplay("dimmed"));
+        QVERIFY(setDisplay("off"));
+    } else {
+        answer == "confirm" ? TestDialog::confirm(TestDialog::window()) : TestDialog::dismiss(TestDialog::window());
+    }
+
+    QVERIFY(!m_view->hasWindow());
+    QVERIFY(!m_view->isVisible());
+    TestDialog::deleteScheduled();
+    QCOMPARE(entries(), expected + QStringList(Destroyed));
+}
+
+void TransactionViewTest::staysWhenTheDisplayIsOtherwise_data()
+{
+    QTest::addColumn<QByteArrayList>("before");
+    QTest::addColumn<QByteArrayList>("states");
+    QTest::newRow("dimmed") << QByteArrayList() << QByteArrayList{"dimmed"};
+    QTest::newRow("on again") << QByteArrayList() << QByteArrayList{"dimmed", "on"};
+    QTest::newRow("to and fro") << QByteArrayList() << QByteArrayList{"dimmed", "on", "dimmed", "on"};
+    QTest::newRow("off before") << QByteArrayList{"off"} << QByteArrayList{"on"};
+}
+
+void TransactionViewTest::staysWhenTheDisplayIsOtherwise()
+{
+    QFETCH(QByteArrayList, before);
+    QFETCH(QByteArrayList, states);
+    for (const QByteArray &state : qAsConst(before)) {
+        QVERIFY(setDisplay(state));
+    }
+    QVERIFY(show());
+    QVERIFY(settle());
+    for (const QByteArray &state : qAsConst(states)) {
+        QVERIFY(setDisplay(state));
+    }
+    QVERIFY(m_view->isVisible());
+    QCOMPARE(entries(), QStringList());
+
+    // It was listening all the time.
+    QVERIFY(setDisplay("off"));
+    QCOMPARE(withoutDeletion(), QStringList({endRequest(Plain, 0), Cancelled}));
+}
+
+void TransactionViewTest::ignoresTheDisplayWithoutDialog()
+{
+    for (const char *state : {"off", "on", "off"}) {
+        QVERIFY(setDisplay(state));
+    }
+    QCOMPARE(entries(), QStringList());
+}
+
+void TransactionViewTest::ignoresTheDisplayAfterTheAnswer()
+{
+    QVERIFY(show());
+    TestDialog::confirm(TestDialog::window());
+    m_journal.clear();
+    QVERIFY(setDisplay("off"));
+    QCOMPARE(withoutDeletion(), QStringList());
+}
+
+void TransactionViewTest::remembersTheNameOfTheShowing()
+{
+    QVERIFY(show());
+    m_package.readPackage(packageFile("translated"_s));
+    TestDialog::confirm(TestDialog::window());
+    QCOMPARE(entries(), QStringList({readLine("translated"_s), Confirmed, endRequest(Plain, 3000000)}));
+}
+
+void TransactionViewTest::canBeAskedAgain()
+{
+    QVERIFY(show());
+    TestDialog::dismiss(TestDialog::window());
+    TestDialog::deleteScheduled();
+    QVERIFY(show());
+    TestDialog::confirm(TestDialog::window());
+    QCOMPARE(entries(), QStringList({Confirmed, endRequest(Plain, 3000000)}));
+}
+
+// The answers don't look whether a window is there. Known behaviour 63.
+void TransactionViewTest::handlesASecondAnswer_data()
+{
+    const QStringList confirmed{Confirmed, endRequest(Plain, 3000000)};
+    const QStringList confirmedLate{"installationConfirmed, window gone"_s, endRequest(Plain, 3000000)};
+    const QStringList dismissed{endRequest(Plain, 1000000), Cancelled};
+
+    QTest::addColumn<bool>("firstConfirms");
+    QTest::addColumn<bool>("secondConfirms");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("dismissed after confirmation") << true << false << confirmed + dismissed;
+    QTest::newRow("confirmed after refusal") << false << true << dismissed + confirmedLate;
+    QTest::newRow("confirmed twice") << true << true << confirmed + confirmedLate;
+    QTest::newRow("dismissed twice") << false << false << dismissed + dismissed;
+}
+
+void TransactionViewTest::handlesASecondAnswer()
+{
+    QFETCH(bool, firstConfirms);
+    QFETCH(bool, secondConfirms);
+    QFETCH(QStringList, expected);
+    QVERIFY(show());
+    QQuickWindow *window = TestDialog::window();
+    for (const bool confirms : {firstConfirms, secondConfirms}) {
+        confirms ? TestDialog::confirm(window) : TestDialog::dismiss(window);
+    }
+    QCOMPARE(entries(), expected);
+
+    TestDialog::deleteScheduled();
+    QCOMPARE(entries(), expected + QStringList(Destroyed));
+}
+
+// Known behaviour 57, 58.
+void TransactionViewTest::leavesTheFirstOfTwoDialogsAlive()
+{
+    QVERIFY(show());
+    QQuickWindow *first = TestDialog::window();
+    m_view->showConfirmation(&m_package);
+    TestDialog::deleteScheduled();
+
+    QCOMPARE(TestDialog::windows().size(), 2);
+    QVERIFY(first->isVisible());
+    QCOMPARE(entries(), QStringList({NeedConfirm, beginRequest(Plain), Shown}));
+
+    TestDialog::dismiss(TestDialog::windows().last());
+    TestDialog::deleteScheduled();
+    QCOMPARE(TestDialog::windows(), QList<QQuickWindow *>{first});
+    QVERIFY(first->isVisible());
+    QVERIFY(!m_view->hasWindow());
+}
+
+// An answer belongs to no window in particular. Known behaviour 58.
+void TransactionViewTest::answersOfTheFirstDialogEndTheSecond()
+{
+    QVERIFY(show());
+    QQuickWindow *first = TestDialog::window();
+    m_view->showConfirmation(&m_package);
+    m_journal.clear();
+    TestDialog::confirm(first);
+    TestDialog::deleteScheduled();
+
+    QCOMPARE(entries(), QStringList({Confirmed, endRequest(Plain, 3000000), Destroyed}));
+    QCOMPARE(TestDialog::window(), first);
+}
+
+// Known behaviour 52.
+void TransactionViewTest::warnsWithoutDialog_data()
+{
+    QTest::addColumn<bool>("hasEngine");
+    QTest::addColumn<QByteArray>("qml");
+    QTest::addColumn<QString>("warning");
+    const auto row = [](const char *name, const QByteArray &qml, const QString &warning, const char *error) {
+        QTest::newRow(name) << true << qml << warning.arg(Dialog + QString::fromUtf8(error));
+    };
+    QTest::newRow("no engine") << false << QByteArray() << NoDialog.arg(QString());
+    row("no file", {}, NoDialog, " No such file or directory");
+    row("no such property", "import QtQuick.Window 2.15\nWindow { colour: \"red\" }\n", NoDialog,
+        "2:10: Cannot assign to non-existent property \"colour\"\n    Window { colour: \"red\" }\n             ^");
+    row("no such module", "import Absent 1.0\nAbsent {}\n", NoDialog,
+        "1:1: module \"Absent\" is not installed\n    import Absent 1.0\n    ^");
+    // Such a file loads without a complaint.
+    row("root cannot be created", "import QtQuick.Window 2.15\nWindow { required property int number }\n", NoWindow,
+        "2:10: Required property number was not initialized\n"
+        "    Window { required property int number }\n             ^");
+}
+
+void TransactionViewTest::warnsWithoutDialog()
+{
+    QFETCH(bool, hasEngine);
+    QFETCH(QByteArray, qml);
+    QFETCH(QString, warning);
+    use(makeEngine());
+    m_view->setEngine(hasEngine ? m_used : nullptr);
+    qml.isEmpty() ? m_dialog->remove() : m_dialog->write(qml);
+    m_view->showConfirmation(&m_package);
+
+    QVERIFY(!m_view->hasWindow());
+    QVERIFY(settle());
+    QCOMPARE(entries(), QStringList({NeedConfirm, warning}));
+    QCOMPARE(context()->contextProperty("rpmInfo"_s).isValid(), hasEngine);
+}
+
+void TransactionViewTest::forgetsTheDialogForARootThatIsNoWindow_data()
+{
+    QTest::addColumn<bool>("hasDialog");
+    QTest::newRow("no dialog") << false;
+    QTest::newRow("a dialog") << true;
+}
+
+// The dialog on screen is not taken away, and the other object is not deleted. Known behaviour 61.
+void TransactionViewTest::forgetsTheDialogForARootThatIsNoWindow()
+{
+    QFETCH(bool, hasDialog);
+    QCOMPARE(hasDialog && show(), hasDialog);
+    QQmlPropertyMap survivor;
+    use(makeEngine());
+    context()->setContextProperty("survivor"_s, &survivor);
+    m_dialog->write(NotAWindow);
+    m_view->showConfirmation(&m_package);
+    TestDialog::deleteScheduled();
+
+    QVERIFY(!m_view->hasWindow());
+    QVERIFY(!m_view->isVisible());
+    QCOMPARE(TestDialog::window() && TestDialog::window()->isVisible(), hasDialog);
+    QVERIFY(settle());
+    QCOMPARE(entries(), QStringList({NeedConfirm, NoWindow.arg(QString())}));
+    const std::unique_ptr<QObject> object(survivor.value("object"_s).value<QObject *>());
+    QVERIFY(object);
+}
+
+void TransactionViewTest::keepsTheDialogWhenTheNextCannotBeLoaded()
+{
+    use(makeEngine());
+    QVERIFY(show());
+    m_dialog->remove();
+    use(makeEngine());
+    m_view->showConfirmation(&m_package);
+    QVERIFY(m_view->isVisible());
+    QCOMPARE(entries().size(), 2);
+
+    m_journal.clear();
+    TestDialog::dismiss(TestDialog::window());
+    QCOMPARE(entries(), QStringList({endRequest(Plain, 1000000), Cancelled}));
+}
+
+void TransactionViewTest::recovers()
+{
+    use(makeEngine());
+    m_dialog->remove();
+    m_view->showConfirmation(&m_package);
+    m_dialog.reset();
+    m_dialog.emplace();
+    use(makeEngine());
+
+    QVERIFY(show());
+    TestDialog::confirm(TestDialog::window());
+    QCOMPARE(entries().size(), 2);
+}
+
+VELMORA_TEST(TransactionViewTest, Gui)
 
 #include "tst_transactionview.moc"

@@ -12,8 +12,10 @@
 
 #include <memory>
 
-/** A command line that asks for no display. */
-struct CommandLine
+namespace {
+
+/** An application whose command line asks for no display. */
+struct Application
 {
     char program[8] = "handler";
     char option[10] = "-platform";
@@ -21,7 +23,10 @@ struct CommandLine
     char own[8] = "install";
     char *values[5] = {program, option, platform, own, nullptr};
     int count = 4;
+    std::unique_ptr<QGuiApplication> made{MDeclarativeCache::qApplication(count, values)};
 };
+
+}
 
 class MDeclarativeCacheTest : public QObject
 {
@@ -35,32 +40,25 @@ private Q_SLOTS:
 
 void MDeclarativeCacheTest::makesTheApplicationFromTheCommandLine()
 {
-    CommandLine line;
-    const std::unique_ptr<QGuiApplication> application(MDeclarativeCache::qApplication(line.count, line.values));
-
-    QCOMPARE(QCoreApplication::instance(), application.get());
-    QVERIFY(!application->parent());
+    const Application application;
+    QCOMPARE(QCoreApplication::instance(), application.made.get());
+    QVERIFY(!application.made->parent());
     QCOMPARE(QGuiApplication::platformName(), "offscreen"_s);
     QCOMPARE(QCoreApplication::arguments(), QStringList({"handler"_s, "install"_s}));
-    QCOMPARE(line.count, 2);
+    QCOMPARE(application.count, 2);
 }
 
 void MDeclarativeCacheTest::makesANewApplicationEachTime()
 {
-    CommandLine line;
-    delete MDeclarativeCache::qApplication(line.count, line.values);
+    Application().made.reset();
     QVERIFY(!QCoreApplication::instance());
-
-    CommandLine otherLine;
-    const std::unique_ptr<QGuiApplication> application(
-            MDeclarativeCache::qApplication(otherLine.count, otherLine.values));
-    QCOMPARE(QCoreApplication::instance(), application.get());
+    const Application application;
+    QCOMPARE(QCoreApplication::instance(), application.made.get());
 }
 
 void MDeclarativeCacheTest::makesHiddenViewsWithEngines()
 {
-    CommandLine line;
-    const std::unique_ptr<QGuiApplication> application(MDeclarativeCache::qApplication(line.count, line.values));
+    const Application application;
     const std::unique_ptr<QQuickView> view(MDeclarativeCache::qQuickView());
     const std::unique_ptr<QQuickView> other(MDeclarativeCache::qQuickView());
 

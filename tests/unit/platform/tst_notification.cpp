@@ -56,7 +56,6 @@ private Q_SLOTS:
 
     void hasTheValuesOfTheDesktop();
     void tellsItsBody();
-    void reachesTheDesktop();
     void tellsEachUrgency_data();
     void tellsEachUrgency();
     void isPublishedOnceForEachCall();
@@ -112,13 +111,6 @@ void NotificationTest::tellsItsBody()
     notification.setBody("text"_s);
     notification.publish();
     QCOMPARE(notification.body(), "text"_s);
-}
-
-void NotificationTest::reachesTheDesktop()
-{
-    publishRefusal();
-    QVERIFY(settle());
-    QCOMPARE(m_journal.entries(), QStringList(Refusal));
 }
 
 void NotificationTest::tellsEachUrgency_data()

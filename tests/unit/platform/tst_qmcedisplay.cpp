@@ -44,10 +44,7 @@ private Q_SLOTS:
     void cleanup();
 
     void hasTheValuesOfTheDisplay();
-    void isOnWithoutMce();
-    void asksOnceAtFirst();
-    void listensBeforeItAsks();
-    void startsAndExaminesNobody();
+    void listensAndAsksOnceWithoutMce();
     void takesTheAnswer_data() { addStates(); }
     void takesTheAnswer();
     void takesALateAnswer();
@@ -61,9 +58,9 @@ private Q_SLOTS:
     void stillAwaitsTheAnswerAfterANonsensicalSignal();
     void survivesAnAnswerAfterItsEnd();
     void asksWhenMceAppears();
+    void isOnWhenMceVanishes_data();
     void isOnWhenMceVanishes();
     void isOnWhenMceDies();
-    void changesNothingWhenMceVanishesWhileOn();
     void forgetsAQuestionToAVanishedMce();
     void asksAgainWhenMceReturns();
     void prefersTheNewMceToTheEarlierOne();
@@ -211,46 +208,25 @@ void QMceDisplayTest::hasTheValuesOfTheDisplay()
     QCOMPARE(int(QMceDisplay::DisplayOn), 2);
 }
 
-void QMceDisplayTest::isOnWithoutMce()
-{
-    watch();
-    QCOMPARE(m_display->state(), QMceDisplay::DisplayOn);
-    QCOMPARE(happened(Bus), QStringList());
-}
-
-void QMceDisplayTest::asksOnceAtFirst()
-{
-    startMce();
-    watch();
-    QCOMPARE(happened(), QStringList(Question));
-}
-
-void QMceDisplayTest::listensBeforeItAsks()
+void QMceDisplayTest::listensAndAsksOnceWithoutMce()
 {
     BusMonitor monitor(m_bus, qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
     watch();
-    happened(Bus);
+    QCOMPARE(m_display->state(), QMceDisplay::DisplayOn);
+    QCOMPARE(happened(Bus), QStringList());
 
+    // It listens before it asks.
     const QByteArray traffic = monitor.traffic();
     const int status = traffic.indexOf("member='display_status_ind'");
     const int owner = traffic.indexOf("member='NameOwnerChanged',arg0='com.nokia.mce'");
     const int question = traffic.indexOf("member=get_display_status");
-    QVERIFY2(status > 0, traffic.constData());
-    QVERIFY2(owner > 0, traffic.constData());
+    QVERIFY2(status > 0 && owner > 0, traffic.constData());
     QVERIFY2(question > status && question > owner, traffic.constData());
-}
-
-void QMceDisplayTest::startsAndExaminesNobody()
-{
-    BusMonitor monitor(m_bus, qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
-    watch();
-    happened(Bus);
-
-    const QByteArray traffic = monitor.traffic();
-    QVERIFY2(!traffic.contains("Introspect"), traffic.constData());
-    // This is what the bus answers when it has searched in vain for a program that provides MCE.
-    QVERIFY2(!traffic.contains("ServiceUnknown"), traffic.constData());
     QCOMPARE(traffic.count("member=get_display_status"), 1);
+
+    // It starts and examines nobody: the bus answers so when it has searched in vain for a program that provides MCE.
+    QVERIFY2(!traffic.contains("ServiceUnknown"), traffic.constData());
+    QVERIFY2(!traffic.contains("Introspect"), traffic.constData());
 }
 
 void QMceDisplayTest::takesTheAnswer()
@@ -365,11 +341,21 @@ void QMceDisplayTest::asksWhenMceAppears()
     QCOMPARE(happened(), QStringList(Dims));
 }
 
+void QMceDisplayTest::isOnWhenMceVanishes_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QStringList>("changes");
+    QTest::newRow("off") << QByteArray("('off',)") << QStringList(TurnsOn);
+    QTest::newRow("on") << QByteArray("('on',)") << QStringList();
+}
+
 void QMceDisplayTest::isOnWhenMceVanishes()
 {
-    watchWith("('off',)");
+    QFETCH(QByteArray, before);
+    QFETCH(QStringList, changes);
+    watchWith(before);
     m_mce->giveUp(Mce);
-    QCOMPARE(happened(Bus), QStringList(TurnsOn));
+    QCOMPARE(happened(Bus), changes);
 
     // It stays on the bus, but it is MCE no more.
     emitStatus("('off',)");
@@ -383,13 +369,6 @@ void QMceDisplayTest::isOnWhenMceDies()
     m_mce.reset();
     QTRY_COMPARE_WITH_TIMEOUT(m_display->state(), QMceDisplay::DisplayOn, Timeout);
     QCOMPARE(happened(Bus), QStringList(TurnsOn));
-}
-
-void QMceDisplayTest::changesNothingWhenMceVanishesWhileOn()
-{
-    watchWith("('on',)");
-    m_mce->giveUp(Mce);
-    QCOMPARE(happened(Bus), QStringList());
 }
 
 void QMceDisplayTest::forgetsAQuestionToAVanishedMce()

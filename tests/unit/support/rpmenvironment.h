@@ -6,9 +6,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/**
- * A HOME of its own for librpm, which finds its database and thereby its keys in there, as long as the object lives.
- */
+/** A HOME of its own for librpm while the object lives. librpm finds its database there, and in it the keys. */
 class RpmEnvironment
 {
 public:
@@ -17,10 +15,10 @@ public:
     RpmEnvironment(const RpmEnvironment &) = delete;
     RpmEnvironment &operator=(const RpmEnvironment &) = delete;
 
-    /** Makes librpm use another database, a folder of this name in the HOME, from the next reading of its macros on. */
+    /** Makes librpm use the database in a folder of the HOME, from the next reading of its macros on. */
     bool useDatabase(const QString &name);
 
-    /** Adds one of the public keys that the packages of the tests are signed with to the database in use. */
+    /** Adds a public key, with which packages of the tests are signed, to the database in use. */
     bool importKey(const QString &file);
 
 private:

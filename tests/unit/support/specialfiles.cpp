@@ -28,7 +28,7 @@ SpecialFiles::SpecialFiles()
     : m_socket(socket())
     , m_window(openWindow())
 {
-    if (!makeFifo(QStringLiteral("fifo")) || !makeLink(QStringLiteral("link to a fifo"), fifo())) {
+    if (!makeFifo("fifo"_s) || !makeLink("link to a fifo"_s, fifo())) {
         qFatal("no FIFO");
     }
 }
@@ -36,26 +36,6 @@ SpecialFiles::SpecialFiles()
 SpecialFiles::~SpecialFiles()
 {
     close(m_window);
-}
-
-QString SpecialFiles::path(const QString &name) const
-{
-    return m_folder.filePath(name);
-}
-
-QString SpecialFiles::fifo() const
-{
-    return path(QStringLiteral("fifo"));
-}
-
-QString SpecialFiles::linkToFifo() const
-{
-    return path(QStringLiteral("link to a fifo"));
-}
-
-QString SpecialFiles::socket() const
-{
-    return path(QStringLiteral("socket"));
 }
 
 QString SpecialFiles::terminal() const

@@ -4,11 +4,12 @@
 #pragma once
 
 #include "listeningsocket.h"
+#include "literals.h"
 
 #include <QString>
 #include <QTemporaryDir>
 
-/** A folder with files that wait for somebody at the other end, and with files that only look so. */
+/** A folder with files that wait for somebody at the other end, and with all that a test adds. */
 class SpecialFiles
 {
 public:
@@ -18,13 +19,13 @@ public:
     SpecialFiles &operator=(const SpecialFiles &) = delete;
 
     /** The path of a file in the folder. */
-    QString path(const QString &name) const;
+    QString path(const QString &name) const { return m_folder.filePath(name); }
 
-    QString fifo() const;
-    QString linkToFifo() const;
-    QString socket() const;
+    QString fifo() const { return path("fifo"_s); }
+    QString linkToFifo() const { return path("link to a fifo"_s); }
+    QString socket() const { return path("socket"_s); }
 
-    /** A terminal: the one that a program would use whose terminal window this process is. */
+    /** A terminal. This process has its other end, as a terminal window has. */
     QString terminal() const;
 
     /** Makes a FIFO. */

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "rpminfo.h"
+
+#include "literals.h"
+
+#include <QStringList>
+
+/** All that an object says of the last read, for example "valid signed: plain|1.2.3|A plain package|/tmp/a.rpm". */
+inline QString told(const RpmInfo &info)
+{
+    return (info.isValid() ? "valid"_s : "invalid"_s) + (info.isSignatureValid() ? " signed: "_s : ": "_s)
+            + QStringList{info.name(), info.version(), info.summary(), info.fileName()}.join(QLatin1Char('|'));
+}
