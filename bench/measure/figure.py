@@ -15,9 +15,10 @@ class Ratio:
     samples: list
     compared: list
     limit: float
+    ratios: list = None  # unless they are just those of the samples
 
     def cells(self):
-        ratios = [sample / other for sample, other in zip(self.samples, self.compared)]
+        ratios = self.ratios or quotients(self.samples, self.compared)
         ratio = median(ratios)
         return [f'{self.name}, {self.unit}', number(median(self.samples)), number(median(self.compared)),
                 f'{ratio:.3f}', middle_half(ratios), f'≤ {self.limit:g} ×', verdict(ratio, self.limit)]
@@ -37,6 +38,10 @@ class Value:
         value = median(self.samples)
         return [f'{self.name}, {self.unit}', number(value), number(median(self.floor)) if self.floor else '', '',
                 middle_half(self.samples), f'≤ {self.limit:g}', verdict(value, self.limit)]
+
+
+def quotients(samples, others):
+    return [sample / other for sample, other in zip(samples, others)]
 
 
 def verdict(value, limit):

@@ -14,14 +14,14 @@ from .requests import GROWTH_LIMIT, HUNDRED, Requests
 TRANSACTIONS = 5000
 TIME_LIMIT = 1.25
 FILES = 1000
-ROUNDS = 4
+ROUNDS = 6
 
 
 def figures():
     with running(PEERS):
-        requests = Requests(TRANSACTIONS, 'install', folder_of(1))
-        yield requests.time('silent installation: call to installFinished', TIME_LIMIT)
-        yield requests.memory('transactions')
+        requests = Requests(1, TRANSACTIONS, 'install', folder_of(1))
+        yield requests.time_figure('silent installation: call to installFinished', TIME_LIMIT)
+        yield requests.memory_figure('transactions')
         yield thousand_files()
 
 

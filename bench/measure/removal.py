@@ -16,33 +16,34 @@ from .requests import Requests
 MANAGED = 'bench-removal'
 NATIVE = 'native-0050'
 
-REMOVALS = 2000
+ROUNDS = 3
+REMOVALS = 3000
 MANAGED_LIMIT = 1.25
 NATIVE_LIMIT = 1.15
 TAIL_LIMIT = 2
-TAIL_ROUND = 400
+PART = 500
 CALLS_LIMIT = 3
 
 
 def figures():
     with running(PEERS):
-        managed = Requests(REMOVALS, 'remove', MANAGED)
-        yield managed.time('removal by name: call to removalFinished', MANAGED_LIMIT)
-        yield Value('removal by name: 99th percentile', '× median', *map(tail, (managed.product, managed.floor)),
+        managed = Requests(ROUNDS, REMOVALS, 'remove', MANAGED)
+        yield managed.time_figure('removal by name: call to removalFinished', MANAGED_LIMIT)
+        yield Value('removal by name: 99th percentile', '× median', *map(tail, managed.times),
                     TAIL_LIMIT)
         yield platform_calls()
-        yield managed.memory('removals by name')
-        yield managed.growth('removals by name')
-        native = Requests(REMOVALS, 'remove', NATIVE, {'HOME': home_with_database()})
-        yield native.time('removal through PackageKit: call to removalFinished', NATIVE_LIMIT)
-        yield native.memory('removals through PackageKit')
-        yield native.growth('removals through PackageKit')
+        yield managed.memory_figure('removals by name')
+        yield managed.growth_figure('removals by name')
+        native = Requests(ROUNDS, REMOVALS, 'remove', NATIVE, {'HOME': home_with_database()})
+        yield native.time_figure('removal through PackageKit: call to removalFinished', NATIVE_LIMIT)
+        yield native.memory_figure('removals through PackageKit')
+        yield native.growth_figure('removals through PackageKit')
 
 
-def tail(times):
+def tail(rounds):
     """That of the calmest part: another program's work is in some of them, the product's own in each."""
-    rounds = [times[start:start + TAIL_ROUND] for start in range(0, len(times), TAIL_ROUND)]
-    return [min(quantiles(samples, n=100)[-1] / median(samples) for samples in rounds)]
+    parts = [times[start:start + PART] for times in rounds for start in range(0, len(times), PART)]
+    return [min(quantiles(part, n=100)[-1] / median(part) for part in parts)]
 
 
 def platform_calls():
