@@ -73,7 +73,7 @@ def test_privileged(service, call_as, user, group):
     (VELMORA, UNNAMED, ()),
 ], ids=['neither', 'Privileged', 'privileged2', 'group root', 'supplementary group', 'Root', 'group without name'])
 def test_not_privileged(standins, service, call_as, signals, applications, user, group, more_groups):
-    """Nothing is done, but that the caller hears its own process id."""
+    """Nothing is done. The refusal has the caller's process id, and speaks of the group only: Known behaviour 12."""
     peers = standins.start('runtime-manager', 'package-manager')
     launcher = applications / 'app.desktop'
     launcher.touch()
@@ -99,6 +99,7 @@ def test_refusal_comes_before_any_look_at_the_path(service, call_as):
 
 @pytest.mark.parametrize('method, signal', [('removePackages', 'removalFinished'), ('installFiles', 'installFinished')])
 def test_other_requests_are_open_to_all(manager, service, call_as, signals, dialog, method, signal):
+    """Known behaviour 11."""
     manager.answer('GetPackage', KNOWN)
     dialog.use('Confirming')
 

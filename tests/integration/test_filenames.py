@@ -29,7 +29,7 @@ LOCAL = {
     '/tmp/': '/tmp/',
     '/': '/',
     '/absent' * 40_000: '/absent' * 40_000,
-    # Blanks around a name are nobody's intention.
+    # Blanks around a path: Known behaviour 8.
     ' /tmp/a.rpm': '/tmp/a.rpm',
     '/tmp/a.rpm \n': '/tmp/a.rpm',
     # URLs of files
@@ -48,12 +48,12 @@ LOCAL = {
     'FILE:///tmp/A.rpm': '/tmp/A.rpm',
     'file://host/share/a.rpm': '//host/share/a.rpm',
     'file:///': '/',
+    # Known behaviour 8.
     'file:a.rpm': 'a.rpm',
-    # The end of a string, for the file system as for the bus.
     'file:///tmp/a%00b.rpm': '/tmp/a',
 }
 
-# What is no file of this device, and counts as an empty path.
+# No files of this device. They count as an empty path: Known behaviour 7.
 FOREIGN = [
     '', ' ', '\n', '.', '..', 'a.rpm', './a.rpm', '../tmp/a.rpm', 'tmp/a.rpm', '~', '~/a.rpm', '~root/a.rpm', '-',
     '--help', '%1', '\\0', '\U0001f600', 'C:\\a.rpm', 'http://example.org/a.rpm', 'HTTP://example.org/tmp/a.rpm',

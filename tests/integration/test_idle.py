@@ -74,7 +74,7 @@ def log_without_dialog(service):
 
 
 def test_after_start(pass_time, program, session_bus, client, signals, idle):
-    """A look at the service does not count; the next request finds a new one."""
+    """A look at the service does not count. The next request starts a new process: Known behaviour 10."""
     session_bus.allow_activation()
     with idle:
         program.start()
@@ -331,8 +331,8 @@ def test_not_while_installing(pass_time, manager, service, client, signals, devi
 
 
 def test_not_while_removing(pass_time, standins, manager, service, client, signals, idle):
-    """However long the back ends take, and though other removals end meanwhile: no time-out of the bus library comes in
-    between."""
+    """However long the back ends take, and though other removals end meanwhile. No time-out of the bus library ends the
+    removals: Known behaviour 33."""
     packagekit = standins.start('package-kit')
     manager.answer('GetPackage', KNOWN, times=1)
     manager.hang('Remove', 1)

@@ -97,6 +97,7 @@ def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, s
 
 
 def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_monitor):
+    """They do not say which request they end: Known behaviour 5."""
     standins.start('package-manager', installs='nothing')
     dialog.use('Confirming')
 

@@ -139,7 +139,7 @@ def test_system_link_to_an_own_launcher(searched, applications):
 
 
 def test_way_up_from_the_own_folder(hooks, removed, applications):
-    """The path begins like an own launcher, and so it is deleted."""
+    """The path begins like that of an own launcher, and so the file is deleted: Known behaviour 39."""
     outside = applications.parent / 'outside.desktop'
     outside.touch()
 
@@ -173,7 +173,7 @@ def test_letter_case_of_the_own_folder_counts(searched, applications):
 
 @pytest.mark.parametrize('name', ['applications-old/app.desktop', 'applications.desktop', 'applicationsapp.desktop'])
 def test_neighbour_of_the_own_folder(hooks, removed, applications, name):
-    """What begins with the same letters counts as the user's own."""
+    """A path that begins with the same letters counts as the user's own: Known behaviour 38."""
     neighbour = applications.parent / name
     neighbour.parent.mkdir(exist_ok=True)
     neighbour.touch()

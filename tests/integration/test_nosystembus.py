@@ -164,7 +164,7 @@ def test_bus_is_lost_before_packagekit_answers(peers, processes, system_bus, ser
 
 
 def test_bus_is_lost_between_packagekits_answers(peers, processes, system_bus, service, client, signals):
-    """A package has been found, so that after the error the removal goes on, and fails a second time."""
+    """A package has been found, so that the removal goes on after the error, and fails twice: Known behaviour 29."""
     peers.package_kit.hang('Resolve')
     client.remove(['a'])
     path = peers.package_kit.wait_call('Resolve').path

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""A display on which nothing can be painted: the dialog cannot be seen, and is as good as dismissed."""
+"""A display on which nothing can be painted: the dialog counts as refused. Known behaviour 53."""
 
 import pytest
 
@@ -9,8 +9,7 @@ CANCELLED = (False, 'The user cancelled the installation')
 
 @pytest.fixture
 def service(standins, screen, program):
-    """The service on a display without any graphics driver. The toolkit's other render loop survives no such display,
-    whatever a program does."""
+    """The service on a display without any graphics driver. The toolkit's other render loop ends the process there."""
     standins.start('package-manager', 'mce')
     return program.start(environment={
         **screen.environment(),

@@ -45,7 +45,7 @@ def hook(name):
 ])
 def test_is_deleted_and_the_hook_called(standins, service, client, signals, applications, calls, file, name,
                                         session_calls):
-    """With the part of the file's name before its first dot. The back ends and the home screen hear nothing."""
+    """The hook gets the part of the file's name before the first dot (Known behaviour 40). There are no other calls."""
     standins.start('runtime-manager', 'package-manager')
     path = applications / file
     path.parent.mkdir(parents=True, exist_ok=True)

@@ -65,6 +65,7 @@ def test_names_of_one_request_are_not_shown_in_the_next(service, client, signals
 
 @pytest.mark.parametrize('legacy', [False, True], ids=['header', 'header and payload'])
 def test_unknown_key_changes_nothing(service, signals, device, ask, package, legacy):
+    """Known behaviour 45."""
     file = package('signed')
     with SigningKey('Nobody knows') as key:
         key.sign(file, legacy=legacy)
@@ -77,7 +78,7 @@ def test_unknown_key_changes_nothing(service, signals, device, ask, package, leg
 
 
 def test_signature_that_does_not_match_changes_nothing(service, signals, ask, package):
-    """But for the package manager, which has its own eyes."""
+    """The package manager alone refuses the file: Known behaviour 45."""
     file = package('tampered')
     with SigningKey('Somebody') as key:
         key.sign(file, legacy=True)

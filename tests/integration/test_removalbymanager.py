@@ -95,6 +95,24 @@ def test_home_screen_is_waited_for(service, client, signals, manager, launcher_m
     assert request.wait() == ()
 
 
+def test_other_requests_wait_for_the_home_screen(service, client, signals, manager, launcher_model, own_launcher,
+                                                 session_bus, session_monitor):
+    """Known behaviour 4."""
+    own_launcher('a')
+    launcher_model.hang('updatingStarted')
+    removal = client.start('removePackages', '(as)', ['a'])
+    launcher_model.wait_call('updatingStarted')
+    installation = client.start('installFiles', '(as)', [])
+    launcher_model.release('updatingStarted')
+
+    assert installation.wait() == removal.wait() == ()
+    sent = session_monitor.messages(session_bus.name_of_process(service.process.pid))
+    assert [message.kind for message in sent
+            if message.member == 'installFinished' or message.destination == session_bus.connection.get_unique_name()
+            and message.kind == 'method-return'] == ['method-return', 'signal', 'method-return']
+    signals.wait('removalFinished')
+
+
 def test_package_without_launcher_is_only_finished(service, client, signals, manager, launcher_model, own_launcher):
     own_launcher('a')
     own_launcher('a.b.c')

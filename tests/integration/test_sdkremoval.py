@@ -30,7 +30,7 @@ def removed(manager):
 
 
 def test_two_files_two_removals_and_one_installation(service, client, signals, manager, package, system_calls):
-    """The removals are on their way before anything else, and nobody waits for them."""
+    """The removals are sent first, and the installations do not wait for them: Known behaviour 13."""
     files = [package('first'), package('second')]
     manager.hang('Remove')
 
@@ -68,6 +68,7 @@ def test_user_data_flag_is_for_the_removal(service, client, signals, manager, pa
 
 @pytest.mark.parametrize('signature, flags', [('as', ()), ('asb', (False,)), ('asbb', (False, True))])
 def test_nothing_is_removed_without_sdk_mode(service, client, signals, manager, package, dialog, signature, flags):
+    """Known behaviour 6."""
     dialog.use('Confirming')
 
     client.call('installFiles', f'({signature})', [str(package('app'))], *flags)
@@ -79,7 +80,7 @@ def test_nothing_is_removed_without_sdk_mode(service, client, signals, manager, 
 
 
 def test_file_that_cannot_be_read_has_no_name(service, client, signals, manager, package, tmp_path):
-    """Which is no reason not to ask."""
+    """The package manager is asked for the empty name: Known behaviour 14."""
     text = tmp_path / 'text.rpm'
     text.write_text('no package', encoding='ascii')
 
@@ -132,7 +133,7 @@ def test_native_package_is_told_of_each_time(standins, service, client, signals,
 
 
 def test_names_are_read_as_the_caller_wrote_them(service, client, signals, manager, package):
-    """A URL is a file for the installation, but none for the removal."""
+    """A URL names a file for the installation, but not for the removal: Known behaviour 14."""
     file = package('app')
 
     client.install([file.as_uri(), f' {file}', file], sdk_mode=True)
@@ -164,7 +165,7 @@ def test_failed_removal_does_not_stop_the_installation(service, client, signals,
 
 
 def test_installed_version_goes_even_where_installing_is_forbidden(service, client, signals, manager, device, package):
-    """The policy is looked at when the installation begins."""
+    """The policy is read when the installation begins: Known behaviour 15."""
     device.set_policy(REFUSING_POLICY)
 
     client.install([package('app')], sdk_mode=True)

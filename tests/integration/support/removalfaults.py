@@ -12,8 +12,8 @@ NONSENSE = GLib.Variant('(a{sv})', ({},))
 NO_REPLY = 'Message recipient disconnected from message bus without replying'
 CRASHED = 'The PackageKit daemon has crashed'
 
-# PackageKit's end and the missing answer are both reported, in the order in which they arrive, as long as there is
-# somebody to hear it.
+# PackageKit's end and the missing answer are both reported, in the order in which they arrive, as long as an object
+# receives them: Known behaviour 26.
 CRASH = End(log=DELETED)
 
 # What never gets an answer that ends it comes last: it would hear of every later death.
