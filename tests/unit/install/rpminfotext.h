@@ -9,8 +9,8 @@
 
 #include <QStringList>
 
-/** All that an object says of the last read, for example "valid signed: plain|1.2.3|A plain package|/tmp/a.rpm". */
-inline QString told(const RpmInfo &info)
+/** All values of the last read, for example "valid signed: plain|1.2.3|A plain package|/tmp/a.rpm". */
+inline QString described(const RpmInfo &info)
 {
     return (info.isValid() ? "valid"_s : "invalid"_s) + (info.isSignatureValid() ? " signed: "_s : ": "_s)
             + QStringList{info.name(), info.version(), info.summary(), info.fileName()}.join(QLatin1Char('|'));

@@ -17,8 +17,8 @@
 #include <functional>
 
 /**
- * Transactions with all that their owner gives them, and all signals in the journal. They are released when they have
- * finished, as their owner does.
+ * Transactions with all that the service gives them, and all signals in the journal. A transaction is released when it
+ * has finished, as in the service.
  */
 class TransactionFixture : public InstallationScene
 {
@@ -35,7 +35,7 @@ protected:
     /** A transaction with both proxies and the view, started. */
     void start(const QStringList &files, bool sdkMode = false);
 
-    /** The user answers the only dialog that there is, now or a little later. False when there is none. */
+    /** Waits for a dialog and answers it as the user does. False when none comes. */
     bool confirm() { return answer(TestDialog::confirm); }
     bool dismiss() { return answer(TestDialog::dismiss); }
 
@@ -63,7 +63,7 @@ protected:
     std::unique_ptr<TransactionView> m_view;
     std::optional<Texts> m_texts;
 
-    /** The owner calls this first when it hears that a transaction has finished. */
+    /** Called when a transaction has finished, before that is noted. */
     std::function<void()> m_whenFinished;
 
 private:

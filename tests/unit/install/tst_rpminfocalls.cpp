@@ -40,7 +40,7 @@ private:
     void addText(rpmTagVal tag, const char *text);
     void addValues(rpmTagType type);
 
-    /** All that the object says after reading. */
+    /** The values of the object after reading. */
     QString read();
 
     QTemporaryFile m_file;
@@ -82,7 +82,7 @@ void RpmInfoCallsTest::addText(rpmTagVal tag, const char *text)
 QString RpmInfoCallsTest::read()
 {
     m_info->readPackage(m_file.fileName());
-    return told(*m_info);
+    return described(*m_info);
 }
 
 void RpmInfoCallsTest::goesByTheResult_data()

@@ -10,6 +10,7 @@
 #include "recordingpeer.h"
 #include "roundtrip.h"
 #include "testrunner.h"
+#include "waitfor.h"
 
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
@@ -17,9 +18,9 @@
 #include <memory>
 #include <optional>
 
-namespace {
+static_assert(Notification::Low == 0 && Notification::Normal == 1 && Notification::Critical == 2);
 
-constexpr int Timeout = 20000; // milliseconds
+namespace {
 
 const QString Desktop = "org.freedesktop.Notifications"_s;
 
@@ -54,7 +55,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void hasTheValuesOfTheDesktop();
     void tellsItsBody();
     void tellsEachUrgency_data();
     void tellsEachUrgency();
@@ -67,9 +67,9 @@ private Q_SLOTS:
     void belongsToItsParent();
 
 private:
-    /** The desktop's notification service ends, and has ended afterwards. */
-    void leave();
-    bool settle() { return roundTrip(QDBusConnection::sessionBus(), Desktop); }
+    /** Waits until the desktop's notification service has left the bus. */
+    static bool waitForLeave();
+    static bool settle() { return roundTrip(QDBusConnection::sessionBus(), Desktop); }
 
     Journal m_journal;
     std::optional<MessageLog> m_log;
@@ -88,20 +88,14 @@ void NotificationTest::init()
 void NotificationTest::cleanup()
 {
     m_log.reset();
-    leave();
-}
-
-void NotificationTest::leave()
-{
     m_desktop.reset();
-    QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::sessionBus().interface()->isServiceRegistered(Desktop), Timeout);
+    QVERIFY(waitForLeave());
 }
 
-void NotificationTest::hasTheValuesOfTheDesktop()
+bool NotificationTest::waitForLeave()
 {
-    QCOMPARE(int(Notification::Low), 0);
-    QCOMPARE(int(Notification::Normal), 1);
-    QCOMPARE(int(Notification::Critical), 2);
+    return waitFor([] { return !QDBusConnection::sessionBus().interface()->isServiceRegistered(Desktop); },
+                   "the desktop to leave the bus");
 }
 
 void NotificationTest::tellsItsBody()
@@ -118,9 +112,9 @@ void NotificationTest::tellsEachUrgency_data()
     QTest::addColumn<int>("urgency");
     QTest::addColumn<QString>("wire");
     QTest::newRow("default") << -1 << "0x01";
-    QTest::newRow("low") << 0 << "0x00";
-    QTest::newRow("normal") << 1 << "0x01";
-    QTest::newRow("critical") << 2 << "0x02";
+    QTest::newRow("low") << int(Notification::Low) << "0x00";
+    QTest::newRow("normal") << int(Notification::Normal) << "0x01";
+    QTest::newRow("critical") << int(Notification::Critical) << "0x02";
 }
 
 void NotificationTest::tellsEachUrgency()
@@ -152,7 +146,7 @@ void NotificationTest::doesNotWaitForTheDesktop()
     timer.start();
     publishRefusal();
     // A call that waits for an answer gives up after 25 seconds.
-    QVERIFY2(timer.elapsed() < Timeout, "The desktop never answers, and yet it was waited for");
+    QVERIFY2(timer.elapsed() < 20000, "The desktop never answers, and yet it was waited for");
 
     QVERIFY(settle());
     QCOMPARE(m_journal.entries(), QStringList(Refusal));
@@ -173,13 +167,14 @@ void NotificationTest::survivesTheDesktopsDeath()
 {
     m_desktop->answer("Notify"_s, PeerAnswer::death());
     publishRefusal();
-    QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::sessionBus().interface()->isServiceRegistered(Desktop), Timeout);
+    QVERIFY(waitForLeave());
     QCOMPARE(m_journal.entries(), QStringList(Refusal));
 }
 
 void NotificationTest::isLostWithoutADesktop()
 {
-    leave();
+    m_desktop.reset();
+    QVERIFY(waitForLeave());
     publishRefusal();
     QVERIFY(roundTrip(QDBusConnection::sessionBus(), "org.freedesktop.DBus"_s));
     QCOMPARE(m_journal.entries(), QStringList());
@@ -195,7 +190,7 @@ void NotificationTest::sendsOneMessageAndNoQuestion()
 
     const QByteArray traffic = monitor.traffic().mid(before);
     const QByteArray sender = "sender=" + bus.baseService().toLatin1() + ' ';
-    // The notification, the question that settled and the mark that ended the traffic.
+    // These are the notification, the round trip and the mark that ends the traffic.
     QCOMPARE(traffic.count("method call"), 3);
     QCOMPARE(traffic.count(sender), 3);
     QVERIFY(traffic.contains(

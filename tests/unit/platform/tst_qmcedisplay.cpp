@@ -10,15 +10,16 @@
 #include "recordingpeer.h"
 #include "roundtrip.h"
 #include "testrunner.h"
+#include "waitfor.h"
 
 #include <QDBusConnectionInterface>
 
 #include <memory>
 #include <optional>
 
-namespace {
+static_assert(QMceDisplay::DisplayOff == 0 && QMceDisplay::DisplayDim == 1 && QMceDisplay::DisplayOn == 2);
 
-constexpr int Timeout = 20000; // milliseconds
+namespace {
 
 const QString Bus = "org.freedesktop.DBus"_s;
 const QString Mce = "com.nokia.mce"_s;
@@ -32,8 +33,8 @@ const QString TurnsOn = "state 2"_s;
 }
 
 /**
- * A watcher of the display, and peers that are MCE. MCE answers and signals, late, never or in error; it comes late,
- * goes, and comes back.
+ * The state of the display: MCE's answers and signals, late, wrong or missing, and an MCE that comes late, vanishes or
+ * returns.
  */
 class QMceDisplayTest : public QObject
 {
@@ -43,10 +44,10 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void hasTheValuesOfTheDisplay();
     void listensAndAsksOnceWithoutMce();
     void takesTheAnswer_data() { addStates(); }
     void takesTheAnswer();
+    void takesALateAnswer_data();
     void takesALateAnswer();
     void ignoresARefusal();
     void takesASignal_data() { addStates(); }
@@ -54,8 +55,6 @@ private Q_SLOTS:
     void takesEachSignalThatChangesSomething();
     void ignoresSignalsOfOthers();
     void ignoresOtherSignals();
-    void prefersASignalToAnEarlierQuestion();
-    void stillAwaitsTheAnswerAfterANonsensicalSignal();
     void survivesAnAnswerAfterItsEnd();
     void asksWhenMceAppears();
     void isOnWhenMceVanishes_data();
@@ -86,8 +85,8 @@ private:
     void emitStatus(const QByteArray &values) { emitStatus(*m_mce, values); }
 
     /**
-     * All questions, announced states and log lines since the last call of this. The bus, the peer and the watcher have
-     * said then all that they have to say to each other. A state that is not the announced one makes an entry, too.
+     * All questions, announced states and log lines since the last call of this. A state that is not the announced one
+     * makes an entry, too. Nothing is under way between the bus, the peer and the watcher then.
      */
     QStringList happened(const QString &peer = Mce);
 
@@ -112,7 +111,7 @@ void QMceDisplayTest::cleanup()
     m_mce.reset();
     m_log.reset();
     // The next MCE cannot have the name before this one has lost it.
-    QTRY_VERIFY_WITH_TIMEOUT(!m_bus.interface()->isServiceRegistered(Mce), Timeout);
+    QVERIFY(waitFor([this] { return !m_bus.interface()->isServiceRegistered(Mce); }, "MCE to lose its name"));
 }
 
 std::unique_ptr<RecordingPeer> QMceDisplayTest::makePeer(const QStringList &names, const PeerAnswer &answer)
@@ -152,7 +151,7 @@ QStringList QMceDisplayTest::happened(const QString &peer)
         m_journal.add("no answer from "_s + peer);
     }
     // An answer that came before anybody could wait for it goes through the event loop several times.
-    QCoreApplication::processEvents(QEventLoop::AllEvents, Timeout);
+    QCoreApplication::processEvents(QEventLoop::AllEvents, WaitLimit);
 
     QStringList entries = m_journal.entries();
     m_journal.clear();
@@ -201,13 +200,6 @@ void QMceDisplayTest::addStates()
     }
 }
 
-void QMceDisplayTest::hasTheValuesOfTheDisplay()
-{
-    QCOMPARE(int(QMceDisplay::DisplayOff), 0);
-    QCOMPARE(int(QMceDisplay::DisplayDim), 1);
-    QCOMPARE(int(QMceDisplay::DisplayOn), 2);
-}
-
 void QMceDisplayTest::listensAndAsksOnceWithoutMce()
 {
     BusMonitor monitor(m_bus, qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
@@ -243,13 +235,30 @@ void QMceDisplayTest::takesTheAnswer()
     QCOMPARE(happened(), state == TurnsOff ? QStringList() : QStringList(TurnsOff));
 }
 
+void QMceDisplayTest::takesALateAnswer_data()
+{
+    QTest::addColumn<QByteArray>("signal");
+    QTest::addColumn<QStringList>("changesBySignal");
+    QTest::addColumn<QStringList>("changesByAnswer");
+    QTest::newRow("no signal before") << QByteArray() << QStringList() << QStringList(TurnsOff);
+    QTest::newRow("nonsense before") << QByteArray("('undefined',)") << QStringList() << QStringList(TurnsOff);
+    QTest::newRow("newer signal before") << QByteArray("('dimmed',)") << QStringList(Dims) << QStringList();
+}
+
 void QMceDisplayTest::takesALateAnswer()
 {
+    QFETCH(QByteArray, signal);
+    QFETCH(QStringList, changesBySignal);
+    QFETCH(QStringList, changesByAnswer);
     startMce();
     watch();
     QCOMPARE(happened(), QStringList(Question));
+    if (!signal.isEmpty()) {
+        emitStatus(signal);
+    }
+    QCOMPARE(happened(), changesBySignal);
     QVERIFY(m_mce->answerHeld(PeerAnswer::values("('off',)")));
-    QCOMPARE(happened(), QStringList(TurnsOff));
+    QCOMPARE(happened(), changesByAnswer);
 }
 
 void QMceDisplayTest::ignoresARefusal()
@@ -296,28 +305,6 @@ void QMceDisplayTest::ignoresOtherSignals()
     m_mce->emitSignal("/com/nokia/mce/signal"_s, "com.nokia.mce.request"_s, "display_status_ind"_s, "('off',)");
     m_mce->emitSignal("/com/nokia/mce/request"_s, "com.nokia.mce.signal"_s, "display_status_ind"_s, "('off',)");
     QCOMPARE(happened(), QStringList());
-}
-
-void QMceDisplayTest::prefersASignalToAnEarlierQuestion()
-{
-    startMce();
-    watch();
-    QCOMPARE(happened(), QStringList(Question));
-    emitStatus("('dimmed',)");
-    QCOMPARE(happened(), QStringList(Dims));
-    QVERIFY(m_mce->answerHeld(PeerAnswer::values("('off',)")));
-    QCOMPARE(happened(), QStringList());
-}
-
-void QMceDisplayTest::stillAwaitsTheAnswerAfterANonsensicalSignal()
-{
-    startMce();
-    watch();
-    QCOMPARE(happened(), QStringList(Question));
-    emitStatus("('undefined',)");
-    QCOMPARE(happened(), QStringList());
-    QVERIFY(m_mce->answerHeld(PeerAnswer::values("('off',)")));
-    QCOMPARE(happened(), QStringList(TurnsOff));
 }
 
 void QMceDisplayTest::survivesAnAnswerAfterItsEnd()
@@ -367,7 +354,7 @@ void QMceDisplayTest::isOnWhenMceDies()
 {
     watchWith("('dimmed',)");
     m_mce.reset();
-    QTRY_COMPARE_WITH_TIMEOUT(m_display->state(), QMceDisplay::DisplayOn, Timeout);
+    QVERIFY(waitFor([this] { return m_display->state() == QMceDisplay::DisplayOn; }, "the display to be on"));
     QCOMPARE(happened(Bus), QStringList(TurnsOn));
 }
 
