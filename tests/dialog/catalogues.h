@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <QTranslator>
 
@@ -11,11 +12,24 @@
 class Catalogues
 {
 public:
-    explicit Catalogues(const QLocale &locale = QLocale::c());
-    ~Catalogues();
+    explicit Catalogues(const QLocale &locale = QLocale::c())
+    {
+        const QString folder = QStringLiteral("/usr/share/translations");
+        const QString name = QStringLiteral("velmora-installationhandler");
+        QLocale::setDefault(locale);
+        if (!m_english.load(name + QLatin1String("_eng_en"), folder)) {
+            qFatal("No engineering English");
+        }
+        QCoreApplication::installTranslator(&m_english);
+        if (m_own.load(locale, name, QStringLiteral("-"), folder)) {
+            QCoreApplication::installTranslator(&m_own);
+        }
+    }
+
+    ~Catalogues() { QLocale::setDefault(m_before); }
 
     /** Whether the locale has a catalogue of its own. */
-    bool hasOwn() const { return m_hasOwn; }
+    bool hasOwn() const { return !m_own.isEmpty(); }
 
 private:
     Q_DISABLE_COPY_MOVE(Catalogues)
@@ -23,5 +37,4 @@ private:
     QLocale m_before;
     QTranslator m_english;
     QTranslator m_own;
-    bool m_hasOwn;
 };
