@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Every text of the service and of the dialog is in every catalogue, translated, and nothing else is."""
+"""The catalogues have exactly the texts of the service and of the dialog, translated."""
 
 import re
 import xml.etree.ElementTree

@@ -65,7 +65,7 @@ Input release(int key, const QString &text)
     return [=](const ShownDialog &dialog) { send(dialog, QEvent::KeyRelease, key, text, false); };
 }
 
-/** Goes on holding a key that was pressed before the dialog was shown. */
+/** Keeps holding a key that was pressed before the dialog was shown. */
 Input keepHolding(int key, const QString &text)
 {
     return [=](const ShownDialog &dialog) {

@@ -135,7 +135,7 @@ def test_control_tells_what_is_wrong(standins, run):
 
 @pytest.fixture
 def everything(processes, environment, system_bus, session_bus):
-    """All stand-ins, running started by one command."""
+    """All stand-ins, started by one command."""
     process = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
     processes.wait_until(lambda: 'ready all' in process.lines(), 'all stand-ins')
     return process
