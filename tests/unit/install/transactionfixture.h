@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "installationscene.h"
+#include "installationfixture.h"
 
 #include "installpackagetransaction.h"
 #include "literals.h"
@@ -20,7 +20,7 @@
  * Transactions with all that the service gives them, and all signals in the journal. A transaction is released when it
  * has finished, as in the service.
  */
-class TransactionFixture : public InstallationScene
+class TransactionFixture : public InstallationFixture
 {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ protected:
     bool answerInstall();
 
     /** Journal entries. */
-    static QString installCall(const QString &path = Path) { return InstallationScene::installCall(path); }
+    static QString installCall(const QString &path = Path) { return InstallationFixture::installCall(path); }
     static QStringList plainRead() { return {readLine(Plain), silenceQuery()}; }
     static QString finished(bool success, const QString &errorString = {});
 

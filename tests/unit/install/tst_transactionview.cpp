@@ -3,7 +3,7 @@
 
 #include "transactionview.h"
 
-#include "installationscene.h"
+#include "installationfixture.h"
 #include "literals.h"
 #include "methodsof.h"
 #include "rpminfo.h"
@@ -41,7 +41,7 @@ QtObject {
 }
 
 /** The appearance of the dialog, the answers of the user and of the display, and dialogs that cannot be loaded. */
-class TransactionViewTest : public InstallationScene
+class TransactionViewTest : public InstallationFixture
 {
     Q_OBJECT
 

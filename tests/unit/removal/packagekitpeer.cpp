@@ -3,6 +3,9 @@
 
 #include "packagekitpeer.h"
 
+#include "literals.h"
+#include "waitfor.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -12,10 +15,10 @@ namespace {
 
 constexpr int transactions = 20;
 
-const QString Service = QStringLiteral("org.freedesktop.PackageKit");
-const QString TransactionInterface = QStringLiteral("org.freedesktop.PackageKit.Transaction");
+const QString Service = "org.freedesktop.PackageKit"_s;
+const QString TransactionInterface = "org.freedesktop.PackageKit.Transaction"_s;
 
-// No two daemons of a test program give two transactions the same path.
+// Each daemon of a test process has transaction paths of its own.
 int nextNumber()
 {
     static int number = 0;
@@ -24,8 +27,8 @@ int nextNumber()
 
 QString quoted(QString text)
 {
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\")).replace(QLatin1Char('"'), QLatin1String("\\\""));
-    return QLatin1Char('"') + text.replace(QLatin1Char('\n'), QLatin1String("\\n")) + QLatin1Char('"');
+    text.replace(QLatin1Char('\\'), "\\\\"_s).replace(QLatin1Char('"'), "\\\""_s);
+    return QLatin1Char('"') + text.replace(QLatin1Char('\n'), "\\n"_s) + QLatin1Char('"');
 }
 
 }
@@ -36,13 +39,13 @@ PackageKitPeer::PackageKitPeer(Journal *journal)
 {
     QList<PeerAnswer> creations;
     for (int transaction = 0; transaction < transactions; ++transaction) {
-        creations.append(PeerAnswer::values(QStringLiteral("(objectpath '%1',)").arg(path(transaction)).toUtf8()));
+        creations.append(PeerAnswer::values("(objectpath '%1',)"_s.arg(path(transaction)).toUtf8()));
     }
-    m_peer.answer(QStringLiteral("CreateTransaction"), creations);
-    // How the library prepares a transaction is its own matter.
-    m_peer.overlook(QStringLiteral("GetAll"));
-    m_peer.answer(QStringLiteral("GetAll"), PeerAnswer::values("(@a{sv} {},)"));
-    m_peer.overlook(QStringLiteral("SetHints"));
+    m_peer.answer("CreateTransaction"_s, creations);
+    // The library prepares a transaction by these calls, which are not tested here.
+    m_peer.overlook("GetAll"_s);
+    m_peer.answer("GetAll"_s, PeerAnswer::values("(@a{sv} {},)"));
+    m_peer.overlook("SetHints"_s);
     for (const char *member : {"SetHints", "Resolve", "RemovePackages", "SearchFiles"}) {
         m_peer.answer(QString::fromLatin1(member), PeerAnswer::values());
     }
@@ -56,32 +59,28 @@ PackageKitPeer::~PackageKitPeer()
 void PackageKitPeer::tellPackage(int transaction, const QString &id, const QString &summary,
                                  PackageKit::Transaction::Info info)
 {
-    tell(transaction, QStringLiteral("Package"),
-         QStringLiteral("(uint32 %1, %2, %3)").arg(info).arg(quoted(id), quoted(summary)));
+    tell(transaction, "Package"_s, "(uint32 %1, %2, %3)"_s.arg(info).arg(quoted(id), quoted(summary)));
 }
 
 void PackageKitPeer::tellProgress(int transaction, const QString &id, uint percentage)
 {
-    tell(transaction, QStringLiteral("ItemProgress"),
-         QStringLiteral("(%1, uint32 %2, uint32 %3)")
-                 .arg(quoted(id))
-                 .arg(PackageKit::Transaction::StatusRemove)
-                 .arg(percentage));
+    tell(transaction, "ItemProgress"_s,
+         "(%1, uint32 %2, uint32 %3)"_s.arg(quoted(id)).arg(PackageKit::Transaction::StatusRemove).arg(percentage));
 }
 
 void PackageKitPeer::tellError(int transaction, PackageKit::Transaction::Error error, const QString &details)
 {
-    tell(transaction, QStringLiteral("ErrorCode"), QStringLiteral("(uint32 %1, %2)").arg(error).arg(quoted(details)));
+    tell(transaction, "ErrorCode"_s, "(uint32 %1, %2)"_s.arg(error).arg(quoted(details)));
 }
 
 void PackageKitPeer::tellEnd(int transaction, PackageKit::Transaction::Exit exit, uint runtime)
 {
-    tell(transaction, QStringLiteral("Finished"), QStringLiteral("(uint32 %1, uint32 %2)").arg(exit).arg(runtime));
+    tell(transaction, "Finished"_s, "(uint32 %1, uint32 %2)"_s.arg(exit).arg(runtime));
 }
 
 QString PackageKitPeer::creation()
 {
-    return Service + QLatin1String(" /org/freedesktop/PackageKit org.freedesktop.PackageKit.CreateTransaction()");
+    return Service + " /org/freedesktop/PackageKit org.freedesktop.PackageKit.CreateTransaction()"_s;
 }
 
 QString PackageKitPeer::call(int transaction, const QString &callAndArguments) const
@@ -97,9 +96,8 @@ QStringList PackageKitPeer::calls(int transaction, const QString &callAndArgumen
 
 bool PackageKitPeer::arrives()
 {
-    const QDBusMessage ping = QDBusMessage::createMethodCall(
-            Service, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
-    return QDBusConnection::systemBus().call(ping, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
+    const QDBusMessage ping = QDBusMessage::createMethodCall(Service, "/"_s, "org.freedesktop.DBus.Peer"_s, "Ping"_s);
+    return QDBusConnection::systemBus().call(ping, QDBus::Block, WaitLimit).type() == QDBusMessage::ReplyMessage;
 }
 
 bool PackageKitPeer::settle()
@@ -112,7 +110,7 @@ bool PackageKitPeer::settle()
 
 QString PackageKitPeer::path(int transaction) const
 {
-    return QStringLiteral("/%1_%2").arg(m_number).arg(transaction);
+    return "/%1_%2"_s.arg(m_number).arg(transaction);
 }
 
 void PackageKitPeer::tell(int transaction, const QString &signal, const QString &arguments)

@@ -11,16 +11,16 @@
 #include <QStringList>
 
 /**
- * PackageKit's daemon on the system bus, played by the test: it notes in the
- * journal what it is asked, and of each of its transactions, which are counted
- * from 0, it tells what the test says and nothing else.
+ * A scripted PackageKit daemon on the system bus. It notes the calls that it
+ * receives in the journal. Its transactions are counted from 0 and emit only the
+ * signals that the test asks for.
  */
 class PackageKitPeer
 {
 public:
     explicit PackageKitPeer(Journal *journal);
 
-    /** Leaves the bus; nobody can call it any more when this returns. */
+    /** Leaves the bus. It receives no further calls. */
     ~PackageKitPeer();
 
     void tellPackage(int transaction, const QString &id, const QString &summary = {},
@@ -29,20 +29,20 @@ public:
     void tellError(int transaction, PackageKit::Transaction::Error error, const QString &details);
     void tellEnd(int transaction, PackageKit::Transaction::Exit exit, uint runtime = 0);
 
-    /** Journal entries: a transaction was asked for, and a transaction was told its work. */
+    /** Journal entries: the creation of a transaction, and a call of one. */
     static QString creation();
     QString call(int transaction, const QString &callAndArguments) const;
 
-    /** The two that a transaction's beginning consists of. */
+    /** Both entries of a transaction's beginning. */
     QStringList calls(int transaction, const QString &callAndArguments) const;
 
-    /** What it has told has reached the process, and waits for the event loop. */
+    /** Waits until its signals have reached the process. They are in the queue of the event loop then. */
     static bool arrives();
 
-    /** What everybody has sent up to now has been delivered, and what is scheduled for deletion is gone. */
+    /** Delivers all messages that have been sent up to now, and carries out scheduled deletions. */
     static bool settle();
 
-    /** The next transaction's creation, or any other call, can be answered otherwise. */
+    /** For other answers to its calls. */
     RecordingPeer &peer() { return m_peer; }
 
 private:

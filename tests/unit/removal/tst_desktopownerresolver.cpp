@@ -1,217 +1,227 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "ownersearchscene.h"
-
+#include "desktopownerresolver.h"
+#include "devicefile.h"
+#include "removalfixture.h"
 #include "testrunner.h"
 
 #include <QMetaEnum>
+
+#include <memory>
 
 using PackageKit::Transaction;
 
 namespace {
 
-const QString Launcher = OwnerSearchScene::launcher();
-const QString Id = QStringLiteral("a;1-1;noarch;installed");
+const QString Launcher = "/usr/share/applications/app.desktop"_s;
+const QString ApkFile = "/data/app.apk"_s;
+const QString Id = "a;1-1;noarch;installed"_s;
+const QByteArray Plain = "[Desktop Entry]\nType=Application\n";
 const QByteArray Android = "[Desktop Entry]\nX-zindro-apkfile=/data/app.apk\n";
 
-const QString OwnerA = QStringLiteral("owner a");
-const QString Apk = QStringLiteral("apk /data/app.apk of /usr/share/applications/app.desktop");
-const QString Deleted = QStringLiteral("deleted");
+const QString OwnerA = "owner a"_s;
+const QString Apk = "apk /data/app.apk of /usr/share/applications/app.desktop"_s;
+const QString Deleted = "deleted"_s;
+
+QString errorLine(const QString &error, const QString &details)
+{
+    return "warning: Error on resolving desktop file owner PackageKit::Transaction::%1 \"%2\""_s.arg(error, details);
+}
 
 }
 
-/** Who owns a launcher. */
-class DesktopOwnerResolverTest : public OwnerSearchScene
+/** The search for the owner of a launcher. */
+class DesktopOwnerResolverTest : public RemovalFixture
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void searchesTheLauncher_data();
-    void searchesTheLauncher();
-    void searchesTheAndroidPackage_data();
-    void searchesTheAndroidPackage();
-    void reportsAnOwner_data();
-    void reportsAnOwner();
-    void reportsEveryOwner();
-    void takesTheNameUpToTheFirstSemicolon();
-    void dropsEmptyNames();
-    void reportsTheAndroidApplication_data();
-    void reportsTheAndroidApplication();
-    void endsSilently_data();
-    void endsSilently();
-    void readsTheKeyAgain_data();
-    void readsTheKeyAgain();
-};
-
-void DesktopOwnerResolverTest::searchesTheLauncher_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::newRow("no key") << QByteArray("[Desktop Entry]\nType=Application\n");
-    QTest::newRow("empty key") << QByteArray("[Desktop Entry]\nX-zindro-apkfile=\n");
-    QTest::newRow("no group") << QByteArray("X-zindro-apkfile=/data/app.apk\n");
-    QTest::newRow("other group") << QByteArray("[Desktop Action New]\nX-zindro-apkfile=/data/app.apk\n");
-    QTest::newRow("other case") << QByteArray("[Desktop Entry]\nX-Zindro-Apkfile=/data/app.apk\n");
-    QTest::newRow("translated key") << QByteArray("[Desktop Entry]\nX-zindro-apkfile[de]=/data/app.apk\n");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("no text") << QByteArray("\x7f"
-                                           "ELF\0\1\2",
-                                           7);
-}
-
-void DesktopOwnerResolverTest::searchesTheLauncher()
-{
-    QFETCH(QByteArray, contents);
-
-    m_launcher->write(contents);
-    resolve();
-    QVERIFY(searches(Launcher));
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens({Deleted}));
-}
-
-void DesktopOwnerResolverTest::searchesTheAndroidPackage_data()
-{
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QString>("term");
-    QTest::newRow("path") << QByteArray("/data/app.apk") << QStringLiteral("/data/app.apk");
-    QTest::newRow("relative path") << QByteArray("app.apk") << QStringLiteral("app.apk");
-    QTest::newRow("escapes") << QByteArray("/data/my\\sapp.apk") << QStringLiteral("/data/my app.apk");
-    QTest::newRow("UTF-8") << QByteArray("/data/\xc3\xa4.apk") << QStringLiteral("/data/\u00e4.apk");
-}
-
-void DesktopOwnerResolverTest::searchesTheAndroidPackage()
-{
-    QFETCH(QByteArray, value);
-    QFETCH(QString, term);
-
-    m_launcher->write("[Desktop Entry]\nX-zindro-apkfile=" + value + '\n');
-    resolve();
-    QVERIFY(searches(term));
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens({QStringLiteral("apk %1 of %2").arg(term, Launcher), Deleted}));
-}
-
-void DesktopOwnerResolverTest::reportsAnOwner_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<QString>("term");
-    QTest::newRow("of the launcher") << QByteArray("[Desktop Entry]\n") << Launcher;
-    QTest::newRow("of the Android package") << Android << QStringLiteral("/data/app.apk");
-}
-
-void DesktopOwnerResolverTest::reportsAnOwner()
-{
-    QFETCH(QByteArray, contents);
-    QFETCH(QString, term);
-
-    m_launcher->write(contents);
-    resolve();
-    QVERIFY(searches(term));
-    m_packageKit->tellPackage(0, Id);
-    QVERIFY(happens({OwnerA}));
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens({Deleted}));
-}
-
-void DesktopOwnerResolverTest::reportsEveryOwner()
-{
-    resolve();
-    QVERIFY(searches(Launcher));
-    m_packageKit->tellPackage(0, QStringLiteral("b;1;;"), QStringLiteral("summary"), Transaction::InfoUnknown);
-    m_packageKit->tellPackage(0, Id, {}, Transaction::InfoAvailable);
-    m_packageKit->tellPackage(0, Id);
-    QVERIFY(happens({QStringLiteral("owner b"), OwnerA, OwnerA}));
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens({Deleted}));
-}
-
-void DesktopOwnerResolverTest::takesTheNameUpToTheFirstSemicolon()
-{
-    resolve();
-    QVERIFY(searches(Launcher));
-    m_packageKit->tellPackage(0, QStringLiteral("no-semicolon"));
-    m_packageKit->tellPackage(0, QStringLiteral("a b\u00e4*;"));
-    QVERIFY(happens({QStringLiteral("owner no-semicolon"), QStringLiteral("owner a b\u00e4*")}));
-}
-
-// A package without a name is no owner, either.
-void DesktopOwnerResolverTest::dropsEmptyNames()
-{
-    m_launcher->write(Android);
-    resolve();
-    QVERIFY(searches(QStringLiteral("/data/app.apk")));
-    m_packageKit->tellPackage(0, QString());
-    m_packageKit->tellPackage(0, QStringLiteral(";1-1;noarch;installed"));
-    QVERIFY(happens({}));
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens({Apk, Deleted}));
-}
-
-void DesktopOwnerResolverTest::reportsTheAndroidApplication_data()
-{
-    QTest::addColumn<PackageKit::Transaction::Exit>("exit");
-    const QMetaEnum exits = QMetaEnum::fromType<Transaction::Exit>();
-    for (int i = 0; i < exits.keyCount(); ++i) {
-        QTest::newRow(exits.key(i)) << static_cast<Transaction::Exit>(exits.value(i));
+private:
+    DesktopOwnerResolver *resolve(QObject *parent = nullptr)
+    {
+        const auto resolver = new DesktopOwnerResolver(Launcher, parent);
+        connect(resolver, &DesktopOwnerResolver::ownerPackageFound, this,
+                [this](const QString &package) { note("owner "_s + package); });
+        connect(resolver, &DesktopOwnerResolver::ownerApkFound, this,
+                [this](const QString &file, const QString &apk) { note("apk %1 of %2"_s.arg(apk, file)); });
+        connect(resolver, &QObject::destroyed, this, [this] { note(Deleted); });
+        return resolver;
     }
-}
 
-void DesktopOwnerResolverTest::reportsTheAndroidApplication()
-{
-    QFETCH(PackageKit::Transaction::Exit, exit);
+    // Whether PackageKit is to find the owners of this file, and nothing else has happened.
+    bool searches(const QString &file, int transaction = 0)
+    {
+        return happens({m_packageKit->calls(transaction, "SearchFiles(uint64 4, ['%1'])"_s.arg(file))});
+    }
 
-    m_launcher->write(Android);
-    resolve();
-    QVERIFY(searches(QStringLiteral("/data/app.apk")));
-    m_packageKit->tellEnd(0, exit, 4711);
-    QVERIFY(happens({Apk, Deleted}));
-}
+    // Starts the search for the owner of a launcher with these contents.
+    bool searchesFor(const QByteArray &contents, int transaction = 0)
+    {
+        m_launcher->write(contents);
+        resolve();
+        return searches(contents == Android ? ApkFile : Launcher, transaction);
+    }
 
-void DesktopOwnerResolverTest::endsSilently_data()
-{
-    reportsTheAndroidApplication_data();
-}
+    std::optional<DeviceFile> m_launcher;
 
-void DesktopOwnerResolverTest::endsSilently()
-{
-    QFETCH(PackageKit::Transaction::Exit, exit);
+private Q_SLOTS:
+    void init()
+    {
+        RemovalFixture::init();
+        m_launcher.emplace(Launcher, Plain);
+    }
 
-    resolve();
-    QVERIFY(searches(Launcher));
-    m_packageKit->tellEnd(0, exit);
-    QVERIFY(happens({Deleted}));
-}
+    void searchesTheFile_data()
+    {
+        QTest::addColumn<QByteArray>("contents");
+        QTest::addColumn<QString>("apk");
+        QTest::newRow("no key") << Plain << QString();
+        QTest::newRow("empty key") << "[Desktop Entry]\nX-zindro-apkfile=\n"_b << QString();
+        QTest::newRow("no group") << "X-zindro-apkfile=/data/app.apk\n"_b << QString();
+        QTest::newRow("other group") << "[Desktop Action New]\nX-zindro-apkfile=/data/app.apk\n"_b << QString();
+        QTest::newRow("other case") << "[Desktop Entry]\nX-Zindro-Apkfile=/data/app.apk\n"_b << QString();
+        QTest::newRow("translated key") << "[Desktop Entry]\nX-zindro-apkfile[de]=/data/app.apk\n"_b << QString();
+        QTest::newRow("empty") << QByteArray() << QString();
+        QTest::newRow("not a text") << "\x7f"_b + "ELF\0\1\2"_b << QString();
 
-void DesktopOwnerResolverTest::readsTheKeyAgain_data()
-{
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QString>("term");
-    QTest::addColumn<QByteArray>("after");
-    QTest::addColumn<QStringList>("reported");
+        const QByteArray key = "[Desktop Entry]\nX-zindro-apkfile=";
+        QTest::newRow("path") << key + "/data/app.apk\n" << ApkFile;
+        QTest::newRow("relative path") << key + "app.apk\n" << "app.apk"_s;
+        QTest::newRow("escapes") << key + "/data/my\\sapp.apk\n" << "/data/my app.apk"_s;
+        QTest::newRow("UTF-8") << key + "/data/\xc3\xa4.apk\n" << "/data/\u00e4.apk"_s;
+    }
 
-    const QByteArray plain = "[Desktop Entry]\n";
-    const QString android = QStringLiteral("/data/app.apk");
-    QTest::newRow("gained") << plain << Launcher << Android << QStringList(Apk);
-    QTest::newRow("lost") << Android << android << plain << QStringList();
-    QTest::newRow("changed") << Android << android << QByteArray("[Desktop Entry]\nX-zindro-apkfile=other\n")
-                             << QStringList(QStringLiteral("apk other of ") + Launcher);
-}
+    // The owner of the Android package is searched for if the launcher has one, and else that of the launcher.
+    void searchesTheFile()
+    {
+        QFETCH(QByteArray, contents);
+        QFETCH(QString, apk);
+        m_launcher->write(contents);
+        resolve();
+        QVERIFY(searches(apk.isEmpty() ? Launcher : apk));
+        m_packageKit->tellEnd(0, Transaction::ExitSuccess);
+        const QStringList reported("apk %1 of %2"_s.arg(apk, Launcher));
+        QVERIFY(happens({apk.isEmpty() ? QStringList() : reported, Deleted}));
+    }
 
-void DesktopOwnerResolverTest::readsTheKeyAgain()
-{
-    QFETCH(QByteArray, before);
-    QFETCH(QString, term);
-    QFETCH(QByteArray, after);
-    QFETCH(QStringList, reported);
+    void endsWithoutAnOwner_data()
+    {
+        QTest::addColumn<PackageKit::Transaction::Exit>("exit");
+        const QMetaEnum exits = QMetaEnum::fromType<Transaction::Exit>();
+        for (int i = 0; i < exits.keyCount(); ++i) {
+            QTest::newRow(exits.key(i)) << static_cast<Transaction::Exit>(exits.value(i));
+        }
+    }
 
-    m_launcher->write(before);
-    resolve();
-    QVERIFY(searches(term));
-    m_launcher->write(after);
-    m_packageKit->tellEnd(0, Transaction::ExitSuccess);
-    QVERIFY(happens(reported + QStringList(Deleted)));
-}
+    // An Android application is reported, and else nothing is.
+    void endsWithoutAnOwner()
+    {
+        QFETCH(PackageKit::Transaction::Exit, exit);
+        QVERIFY(searchesFor(Plain));
+        m_packageKit->tellEnd(0, exit);
+        QVERIFY(happens({Deleted}));
+
+        QVERIFY(searchesFor(Android, 1));
+        m_packageKit->tellEnd(1, exit, 4711);
+        QVERIFY(happens({Apk, Deleted}));
+    }
+
+    // The application is not reported where its package file has an owner. Known behaviour 23, 24.
+    void reportsEveryOwner()
+    {
+        QVERIFY(searchesFor(Android));
+        m_packageKit->tellPackage(0, "b;1;;"_s, "summary"_s, Transaction::InfoUnknown);
+        m_packageKit->tellPackage(0, Id, {}, Transaction::InfoAvailable);
+        m_packageKit->tellPackage(0, Id);
+        // The name ends with the first semicolon.
+        m_packageKit->tellPackage(0, "no-semicolon"_s);
+        m_packageKit->tellPackage(0, "a b\u00e4*;"_s);
+        QVERIFY(happens({"owner b"_s, OwnerA, OwnerA, "owner no-semicolon"_s, "owner a b\u00e4*"_s}));
+        m_packageKit->tellEnd(0, Transaction::ExitSuccess);
+        QVERIFY(happens({Deleted}));
+    }
+
+    // A package without a name does not count as an owner.
+    void dropsEmptyNames()
+    {
+        QVERIFY(searchesFor(Android));
+        m_packageKit->tellPackage(0, QString());
+        m_packageKit->tellPackage(0, ";1-1;noarch;installed"_s);
+        QVERIFY(happens({}));
+        m_packageKit->tellEnd(0, Transaction::ExitSuccess);
+        QVERIFY(happens({Apk, Deleted}));
+    }
+
+    void readsTheKeyAgain_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<QStringList>("reported");
+
+        QTest::newRow("gained") << Plain << Android << QStringList(Apk);
+        QTest::newRow("lost") << Android << Plain << QStringList();
+        QTest::newRow("changed") << Android << "[Desktop Entry]\nX-zindro-apkfile=other\n"_b
+                                 << QStringList("apk other of "_s + Launcher);
+    }
+
+    void readsTheKeyAgain()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QFETCH(QStringList, reported);
+        QVERIFY(searchesFor(before));
+        m_launcher->write(after);
+        m_packageKit->tellEnd(0, Transaction::ExitSuccess);
+        QVERIFY(happens({reported, Deleted}));
+    }
+
+    void goesOnAfterAnError()
+    {
+        QVERIFY(searchesFor(Android));
+        m_packageKit->tellError(0, Transaction::ErrorCannotGetLock, "no \"lock\""_s);
+        QVERIFY(happens({errorLine("ErrorCannotGetLock"_s, "no \\\"lock\\\""_s)}));
+        m_packageKit->tellEnd(0, Transaction::ExitFailed);
+        QVERIFY(happens({Apk, Deleted}));
+    }
+
+    // The search takes owners before and after the error, and does not end by itself.
+    void countsOwnersInSpiteOfAnError()
+    {
+        QVERIFY(searchesFor(Android));
+        m_packageKit->tellPackage(0, Id);
+        m_packageKit->tellError(0, Transaction::ErrorOom, QString());
+        m_packageKit->tellPackage(0, Id);
+        QVERIFY(happens({OwnerA, errorLine("ErrorOom"_s, QString()), OwnerA}));
+        m_packageKit->tellEnd(0, Transaction::ExitFailed);
+        QVERIFY(happens({Deleted}));
+    }
+
+    void doesWithoutPackageKit()
+    {
+        m_packageKit.reset();
+        m_launcher->write(Android);
+        resolve();
+        const QString absent = "The name org.freedesktop.PackageKit was not provided by any .service files"_s;
+        QVERIFY(happens({errorLine("ErrorInternalError"_s, absent), Apk, Deleted}));
+    }
+
+    void noticesThatPackageKitVanishes()
+    {
+        QVERIFY(searchesFor(Plain));
+        m_packageKit.reset();
+        QVERIFY(happens({errorLine("ErrorProcessKill"_s, "The PackageKit daemon has crashed"_s), Deleted}));
+    }
+
+    void belongsToItsParent()
+    {
+        QObject parent;
+        QCOMPARE(resolve(&parent)->parent(), &parent);
+        QVERIFY(searches(Launcher));
+        m_packageKit->tellEnd(0, Transaction::ExitSuccess);
+        QVERIFY(happens({Deleted}));
+        QVERIFY(parent.children().isEmpty());
+    }
+};
 
 VELMORA_TEST(DesktopOwnerResolverTest, Gui)
 

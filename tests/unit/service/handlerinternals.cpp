@@ -5,7 +5,7 @@
 
 namespace {
 
-// Access rights don't count where a template is instantiated explicitly: each
+// Access rights do not count where a template is instantiated explicitly. Each
 // instance of Open defines the function that its key declares.
 template<typename Key, typename Key::Member member>
 struct Open
@@ -16,104 +16,45 @@ struct Open
 template<typename Type>
 struct Key
 {
-    using Member = Type;
+    using Member = Type InstallationHandler::*;
 };
-
-struct Count : Key<qint32 InstallationHandler::*>
-{
-    friend Member memberOf(Count);
-};
-struct Pending : Key<QList<InstallTransaction *> InstallationHandler::*>
-{
-    friend Member memberOf(Pending);
-};
-struct IdleTimer : Key<QTimer InstallationHandler::*>
-{
-    friend Member memberOf(IdleTimer);
-};
-struct View : Key<TransactionView InstallationHandler::*>
-{
-    friend Member memberOf(View);
-};
-struct LauncherModel : Key<QDBusInterface InstallationHandler::*>
-{
-    friend Member memberOf(LauncherModel);
-};
-struct DeveloperMode : Key<QDBusInterface InstallationHandler::*>
-{
-    friend Member memberOf(DeveloperMode);
-};
-struct PackageManager : Key<QDBusInterface InstallationHandler::*>
-{
-    friend Member memberOf(PackageManager);
-};
-struct Hooks : Key<QDBusInterface InstallationHandler::*>
-{
-    friend Member memberOf(Hooks);
-};
-struct End : Key<void (InstallationHandler::*)()>
-{
-    friend Member memberOf(End);
-};
-
-template struct Open<Count, &InstallationHandler::m_transactionCount>;
-template struct Open<Pending, &InstallationHandler::m_pendingTransactions>;
-template struct Open<IdleTimer, &InstallationHandler::m_idleTimer>;
-template struct Open<View, &InstallationHandler::m_transactionView>;
-template struct Open<LauncherModel, &InstallationHandler::m_launcherModel>;
-template struct Open<DeveloperMode, &InstallationHandler::m_developerMode>;
-template struct Open<PackageManager, &InstallationHandler::m_packageManager>;
-template struct Open<Hooks, &InstallationHandler::m_hooks>;
-template struct Open<End, &InstallationHandler::endTransaction>;
 
 }
 
-int HandlerInternals::count(InstallationHandler *handler)
-{
-    return handler->*memberOf(Count());
-}
+// Defines function(), which returns the private member of a handler.
+#define OPEN(Type, function, member)                                                                                   \
+    namespace {                                                                                                        \
+    struct function##Key : Key<Type>                                                                                   \
+    {                                                                                                                  \
+        friend Member memberOf(function##Key);                                                                         \
+    };                                                                                                                 \
+    template struct Open<function##Key, &InstallationHandler::member>;                                                 \
+    }                                                                                                                  \
+    Type &HandlerInternals::function(InstallationHandler *handler)                                                     \
+    {                                                                                                                  \
+        return handler->*memberOf(function##Key());                                                                    \
+    }
 
-QList<InstallTransaction *> HandlerInternals::pending(InstallationHandler *handler)
-{
-    return handler->*memberOf(Pending());
-}
+OPEN(qint32, count, m_transactionCount)
+OPEN(QList<InstallTransaction *>, pending, m_pendingTransactions)
+OPEN(QTimer, idleTimer, m_idleTimer)
+OPEN(TransactionView, view, m_transactionView)
+OPEN(QDBusInterface, launcherModel, m_launcherModel)
+OPEN(QDBusInterface, developerMode, m_developerMode)
+OPEN(QDBusInterface, packageManager, m_packageManager)
+OPEN(QDBusInterface, hooks, m_hooks)
 
-QTimer *HandlerInternals::idleTimer(InstallationHandler *handler)
-{
-    return &(handler->*memberOf(IdleTimer()));
-}
+namespace {
 
-TransactionView *HandlerInternals::view(InstallationHandler *handler)
+struct EndKey : Key<void()>
 {
-    return &(handler->*memberOf(View()));
-}
+    friend Member memberOf(EndKey);
+};
+template struct Open<EndKey, &InstallationHandler::endTransaction>;
 
-const QDBusInterface &HandlerInternals::launcherModel(InstallationHandler *handler)
-{
-    return handler->*memberOf(LauncherModel());
-}
-
-const QDBusInterface &HandlerInternals::developerMode(InstallationHandler *handler)
-{
-    return handler->*memberOf(DeveloperMode());
-}
-
-const QDBusInterface &HandlerInternals::packageManager(InstallationHandler *handler)
-{
-    return handler->*memberOf(PackageManager());
-}
-
-const QDBusInterface &HandlerInternals::hooks(InstallationHandler *handler)
-{
-    return handler->*memberOf(Hooks());
-}
-
-void HandlerInternals::setPackageManagerTimeout(InstallationHandler *handler, int timeout)
-{
-    (handler->*memberOf(PackageManager())).setTimeout(timeout);
 }
 
 void HandlerInternals::endTransaction(InstallationHandler *handler)
 {
-    (handler->*memberOf(End()))();
+    (handler->*memberOf(EndKey()))();
 }

@@ -6,27 +6,23 @@
 #include "installationhandler.h"
 
 /**
- * What the handler keeps for itself. Its idle exit takes half a minute, so the
+ * The private members of the handler. The idle exit takes half a minute, so the
  * tests look at the count and the timer that it depends on.
  */
 namespace HandlerInternals {
 
 /** Operations in flight. */
-int count(InstallationHandler *handler);
+qint32 &count(InstallationHandler *handler);
 
 /** Transactions that have not started. */
-QList<InstallTransaction *> pending(InstallationHandler *handler);
+QList<InstallTransaction *> &pending(InstallationHandler *handler);
 
-QTimer *idleTimer(InstallationHandler *handler);
-TransactionView *view(InstallationHandler *handler);
-
-const QDBusInterface &launcherModel(InstallationHandler *handler);
-const QDBusInterface &developerMode(InstallationHandler *handler);
-const QDBusInterface &packageManager(InstallationHandler *handler);
-const QDBusInterface &hooks(InstallationHandler *handler);
-
-/** The package manager has to answer within so many milliseconds. */
-void setPackageManagerTimeout(InstallationHandler *handler, int timeout);
+QTimer &idleTimer(InstallationHandler *handler);
+TransactionView &view(InstallationHandler *handler);
+QDBusInterface &launcherModel(InstallationHandler *handler);
+QDBusInterface &developerMode(InstallationHandler *handler);
+QDBusInterface &packageManager(InstallationHandler *handler);
+QDBusInterface &hooks(InstallationHandler *handler);
 
 /** Ends an operation, whether or not one is in flight. */
 void endTransaction(InstallationHandler *handler);

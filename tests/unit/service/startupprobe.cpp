@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The service mode with somebody inside who looks around: once the event loop
-// runs, prints what was set up, a line for each thing, and ends the loop with
-// the status 42. What comes and goes meanwhile it tells on the system bus, where
-// the order shows in which that and the handler's own messages were sent. With
-// the argument "occupied" the object path is taken before.
+// The service mode with an observer inside. Once the event loop runs, the
+// observer prints what has been set up, a line for each thing, and ends the loop
+// with the status 42. It reports other events by calls on the system bus, where
+// their order among the handler's own messages shows. With the argument
+// "occupied" the object path is taken before the start-up.
 
 #include "installationhandler.h"
+#include "literals.h"
 #include "startup.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -20,115 +20,107 @@
 #include <QQuickView>
 #include <QTextStream>
 #include <QTimer>
-#include <QWindow>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int Status = 42;
-
-const QString Path = QStringLiteral("/org/velmoraos/installationhandler");
-const QString Name = QStringLiteral("org.velmoraos.installationhandler");
+const QString Path = "/org/velmoraos/installationhandler"_s;
+const QString Name = "org.velmoraos.installationhandler"_s;
 
 void print(const QString &what, const QString &value)
 {
     QTextStream(stdout) << what << ": " << value << '\n';
 }
 
-QString yesOrNo(bool yes)
+void print(const QString &what, bool value)
 {
-    return yes ? QStringLiteral("yes") : QStringLiteral("no");
+    print(what, value ? "yes"_s : "no"_s);
 }
 
-// Comes back when the message is on the bus; nobody needs to be there to receive it.
-void tell(const QString &what)
+// Returns when the call is on the bus. It has no receiver.
+void report(const QString &event)
 {
-    QDBusMessage message =
-            QDBusMessage::createMethodCall(QStringLiteral("org.velmoraos.probe"), QStringLiteral("/"),
-                                           QStringLiteral("org.velmoraos.probe"), QStringLiteral("Tell"));
-    message.setAutoStartService(false);
-    message << what;
-    QDBusConnection::systemBus().call(message);
+    QDBusMessage call =
+            QDBusMessage::createMethodCall("org.velmoraos.probe"_s, "/"_s, "org.velmoraos.probe"_s, "Report"_s);
+    call.setAutoStartService(false);
+    call << event;
+    QDBusConnection::systemBus().call(call);
 }
 
-void tellEndOf(const QObject *object, const QString &what)
+void reportEndOf(const QObject *object, const QString &name)
 {
-    QObject::connect(object, &QObject::destroyed, [what] { tell(what + QStringLiteral(" destroyed")); });
+    QObject::connect(object, &QObject::destroyed, [name] { report(name + " destroyed"_s); });
 }
 
-/** Listens in on the application, which is told of every change of its catalogues. */
-class Listener : public QObject
+/** Reports the changes of the application's catalogues. */
+class CatalogueObserver : public QObject
 {
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (watched == QCoreApplication::instance() && event->type() == QEvent::LanguageChange) {
-            tell(QStringLiteral("text of ") + qtTrId("probe-all"));
-            listenToEngine();
+            report("text of "_s + qtTrId("probe-all"));
+            observeEngine();
         }
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    // Nobody tells when it is made; it is there before the catalogues.
-    void listenToEngine()
+    // The engine exists before the first catalogue is loaded, and no signal says when it is made.
+    void observeEngine()
     {
-        if (!m_listensToEngine) {
+        if (!m_observesEngine) {
             const auto view = qobject_cast<QQuickView *>(QGuiApplication::allWindows().constFirst());
-            tellEndOf(view->engine(), QStringLiteral("engine"));
-            m_listensToEngine = true;
+            reportEndOf(view->engine(), "engine"_s);
+            m_observesEngine = true;
         }
     }
 
-    bool m_listensToEngine = false;
+    bool m_observesEngine = false;
 };
 
-bool isNameOwned(const QDBusConnection &bus)
-{
-    return bus.interface()->serviceOwner(Name).value() == bus.baseService();
-}
-
-int windowsOnScreen()
+QString windowsOnScreen()
 {
     const QWindowList windows = QGuiApplication::allWindows();
-    return int(
+    return QString::number(
             std::count_if(windows.cbegin(), windows.cend(), [](const QWindow *window) { return window->isVisible(); }));
 }
 
-void lookAround()
+void printState()
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const auto handler = qobject_cast<InstallationHandler *>(bus.objectRegisteredAt(Path));
-    print(QStringLiteral("arguments"), QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')));
-    print(QStringLiteral("quits with its last window"), yesOrNo(QGuiApplication::quitOnLastWindowClosed()));
-    print(QStringLiteral("windows"), QString::number(windowsOnScreen()));
-    print(QStringLiteral("object on the bus"), yesOrNo(handler));
-    print(QStringLiteral("name on the bus"), yesOrNo(isNameOwned(bus)));
+    print("arguments"_s, QCoreApplication::arguments().mid(1).join(" "_s));
+    print("quits with its last window"_s, QGuiApplication::quitOnLastWindowClosed());
+    print("windows"_s, windowsOnScreen());
+    print("object on the bus"_s, handler != nullptr);
+    print("name on the bus"_s, bus.interface()->serviceOwner(Name).value() == bus.baseService());
     for (const char *id : {"probe-one", "probe-two", "probe-three", "probe-four", "probe-none"}) {
         print(QString::fromLatin1(id), qtTrId(id));
     }
     if (handler) {
-        handler->installFiles({QStringLiteral("/absent.rpm")});
-        print(QStringLiteral("windows with a dialog"), QString::number(windowsOnScreen()));
+        handler->installFiles({"/absent.rpm"_s});
+        print("windows with a dialog"_s, windowsOnScreen());
     }
-    QCoreApplication::exit(Status);
+    QCoreApplication::exit(42);
 }
 
-void enter()
+void beginToObserve()
 {
-    if (QCoreApplication::arguments().contains(QStringLiteral("occupied"))) {
-        QDBusConnection::sessionBus().registerObject(Path, QCoreApplication::instance());
+    QCoreApplication *const application = QCoreApplication::instance();
+    if (QCoreApplication::arguments().contains("occupied"_s)) {
+        QDBusConnection::sessionBus().registerObject(Path, application);
     }
-    static Listener listener;
-    QCoreApplication::instance()->installEventFilter(&listener);
-    tellEndOf(QCoreApplication::instance(), QStringLiteral("application"));
-    QTimer::singleShot(0, lookAround);
+    static CatalogueObserver observer;
+    application->installEventFilter(&observer);
+    reportEndOf(application, "application"_s);
+    QTimer::singleShot(0, printState);
 }
 
 }
 
-Q_COREAPP_STARTUP_FUNCTION(enter)
+Q_COREAPP_STARTUP_FUNCTION(beginToObserve)
 
 int main(int argc, char **argv)
 {

@@ -1,22 +1,21 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "handlerscene.h"
-
+#include "handlerfixture.h"
 #include "testrunner.h"
+#include "waitfor.h"
 
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
-#include <QMetaMethod>
 #include <QTimer>
 
 namespace {
 
-const QString Name = QStringLiteral("org.velmoraos.installationhandler");
-const QString Path = QStringLiteral("/org/velmoraos/installationhandler");
+const QString Name = "org.velmoraos.installationhandler"_s;
+const QString Path = "/org/velmoraos/installationhandler"_s;
 
-const QString Introspection = QStringLiteral(
+const QString Introspection =
         R"(  <interface name="org.velmoraos.installationhandler">
     <signal name="installFinished">
       <arg name="success" type="b" direction="out"/>
@@ -51,222 +50,184 @@ const QString Introspection = QStringLiteral(
       <arg name="desktopFile" type="s" direction="in"/>
     </method>
   </interface>
-)");
+)"_s;
 
-QStringList describe(const QDBusInterface &proxy)
+QString describe(const QDBusInterface &proxy)
 {
-    return {
-            proxy.connection().name() == QDBusConnection::systemBus().name() ? QStringLiteral("system")
-                                                                             : QStringLiteral("session"),
-            proxy.service(),
-            proxy.path(),
-            proxy.interface(),
-            QString::number(proxy.timeout()),
-            proxy.parent() ? QStringLiteral("owned") : QStringLiteral("by value"),
-    };
+    const bool system = proxy.connection().name() == QDBusConnection::systemBus().name();
+    return "%1 %2 %3 %4 %5"_s.arg(system ? "system"_s : "session"_s, proxy.service(), proxy.path(), proxy.interface())
+            .arg(proxy.timeout());
 }
 
 }
 
 /** The object on the bus, its proxies and its idle timer. */
-class InstallationHandlerTest : public HandlerScene
+class InstallationHandlerTest : public HandlerFixture
 {
     Q_OBJECT
 
-public Q_SLOTS:
-    void hear(const QDBusMessage &signal);
-
-private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-
-    void belongsToItsParent();
-    void exportsWhatItShould();
-    void answersOnTheBus_data();
-    void answersOnTheBus();
-    void refusesOtherCalls_data();
-    void refusesOtherCalls();
-    void signalsOnTheBus();
-    void hasItsProxies();
-    void idlesFromTheStart();
-    void quitsWhenIdle();
-
 private:
-    QDBusMessage call(const QString &interface, const QString &member, const QVariantList &arguments = {});
+    // The object lives in this thread, which therefore must not block.
+    QDBusMessage call(const QString &interface, const QString &member, const QVariantList &arguments = {})
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(Name, Path, interface, member);
+        message.setArguments(arguments);
+        const QDBusPendingCallWatcher watcher(m_client->asyncCall(message, WaitLimit));
+        return waitFor([&] { return watcher.isFinished(); }, qPrintable(member)) ? watcher.reply() : QDBusMessage();
+    }
 
     std::optional<QDBusConnection> m_client;
+
+public Q_SLOTS:
+    void noteSignal(const QDBusMessage &signal)
+    {
+        QStringList arguments;
+        for (const QVariant &argument : signal.arguments()) {
+            arguments.append(argument.toString());
+        }
+        note("bus: %1 %2 %3(%4) %5"_s.arg(signal.path(), signal.interface(), signal.member(), signal.signature(),
+                                          arguments.join("|"_s)));
+    }
+
+private Q_SLOTS:
+    // The first handler of a process registers the package record.
+    void initTestCase()
+    {
+        QCOMPARE(QMetaType::type("ZarnPackage"), int(QMetaType::UnknownType));
+        const InstallationHandler handler;
+        const int type = QMetaType::type("ZarnPackage");
+        QVERIFY(type != QMetaType::UnknownType);
+        QCOMPARE(QByteArray(QDBusMetaType::typeToSignature(type)), "a{ss}"_b);
+    }
+
+    void init()
+    {
+        HandlerFixture::init();
+        m_client = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), "client"_s);
+        QVERIFY(m_client->isConnected());
+        QVERIFY(QDBusConnection::sessionBus().registerObject(Path, m_handler.get(),
+                                                             QDBusConnection::ExportAllContents));
+        QVERIFY(QDBusConnection::sessionBus().registerService(Name));
+    }
+
+    void cleanup()
+    {
+        QDBusConnection::sessionBus().unregisterService(Name);
+        m_client.reset();
+        QDBusConnection::disconnectFromBus("client"_s);
+        HandlerFixture::cleanup();
+    }
+
+    void belongsToItsParent()
+    {
+        QObject parent;
+        const auto child = new InstallationHandler(&parent);
+        QCOMPARE(child->parent(), &parent);
+        QVERIFY(!m_handler->parent());
+    }
+
+    void exportsItsInterfaceOnly()
+    {
+        const QDBusMessage reply = call("org.freedesktop.DBus.Introspectable"_s, "Introspect"_s);
+        const QString xml = reply.arguments().value(0).toString();
+        const int begin = xml.indexOf("  <interface name=\"org.velmoraos"_s);
+        const int end = xml.indexOf("  <interface name=\"org.freedesktop"_s);
+        QVERIFY2(xml.mid(begin, end - begin) == Introspection, qPrintable(xml));
+        for (const QString &standard : xml.mid(end).split("<interface name="_s).mid(1)) {
+            QVERIFY2(standard.startsWith("\"org.freedesktop.DBus."_s), qPrintable(standard));
+        }
+    }
+
+    void answersOnTheBus_data()
+    {
+        QTest::addColumn<QVariantList>("arguments");
+        QTest::newRow("as") << QVariantList{QStringList()};
+        QTest::newRow("asb") << QVariantList{QStringList(), false};
+        QTest::newRow("asbb") << QVariantList{QStringList(), true, true};
+    }
+
+    // The signal comes before the reply. Known behaviour 2.
+    void answersOnTheBus()
+    {
+        QFETCH(QVariantList, arguments);
+        const QDBusMessage reply = call(Name, "installFiles"_s, arguments);
+
+        QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(reply.signature(), QString());
+        QCOMPARE(entries(), QStringList(succeeded()));
+    }
+
+    void refusesOtherCalls_data()
+    {
+        QTest::addColumn<QString>("member");
+        QTest::addColumn<QVariantList>("arguments");
+        QTest::newRow("one string") << "installFiles"_s << QVariantList{"/a.rpm"_s};
+        QTest::newRow("nothing") << "installFiles"_s << QVariantList();
+        QTest::newRow("too much") << "installFiles"_s << QVariantList{QStringList(), true, true, true};
+        QTest::newRow("private slot") << "transactionFinished"_s << QVariantList{true, QString(), QString()};
+        QTest::newRow("timer") << "updateIdleTimer"_s << QVariantList();
+        QTest::newRow("deletion") << "deleteLater"_s << QVariantList();
+    }
+
+    // Known behaviour 1.
+    void refusesOtherCalls()
+    {
+        QFETCH(QString, member);
+        QFETCH(QVariantList, arguments);
+        const QDBusMessage reply = call(Name, member, arguments);
+
+        QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(reply.errorName(), "org.freedesktop.DBus.Error.UnknownMethod"_s);
+        QCOMPARE(entries(), QStringList());
+    }
+
+    void signalsOnTheBus()
+    {
+        for (const QString &signal : {"installFinished"_s, "needConfirm"_s}) {
+            QVERIFY(m_client->connect(Name, Path, Name, signal, this, SLOT(noteSignal(QDBusMessage))));
+        }
+        m_handler->installFiles({packageFile("plain"_s)});
+        TestDialog::dismiss(TestDialog::window());
+        m_handler->installFiles({});
+
+        const QString signal = "bus: %1 %2 "_s.arg(Path, Name);
+        QTRY_COMPARE_WITH_TIMEOUT(entries().filter("bus: "_s),
+                                  QStringList({signal + "needConfirm() "_s,
+                                               signal + "installFinished(bs) false|installationhandler-user-aborted"_s,
+                                               signal + "installFinished(bs) true|"_s}),
+                                  WaitLimit);
+    }
+
+    void hasItsProxies()
+    {
+        InstallationHandler *const handler = m_handler.get();
+        const QStringList proxies{
+                describe(HandlerInternals::launcherModel(handler)), describe(HandlerInternals::developerMode(handler)),
+                describe(HandlerInternals::packageManager(handler)), describe(HandlerInternals::hooks(handler))};
+        QCOMPARE(proxies,
+                 QStringList({"session org.orrinmobile.rozzle /LauncherModel org.orrinmobile.rozzle.LauncherModel -1"_s,
+                              "system ru.quon.developermode / ru.quon.developermode -1"_s,
+                              "system ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN 900000"_s,
+                              "system ru.quon.RuntimeManager /ru/quon/ZARN/Hooks ru.quon.ZARN.Hooks -1"_s}));
+    }
+
+    void idlesFromTheStart()
+    {
+        const QTimer *timer = &HandlerInternals::idleTimer(m_handler.get());
+        QVERIFY(timer->isActive());
+        QVERIFY(timer->isSingleShot());
+        QCOMPARE(timer->interval(), 30000);
+        QCOMPARE(state(), "idle"_s);
+        QCOMPARE(entries(), QStringList());
+    }
+
+    void quitsWhenIdle()
+    {
+        HandlerInternals::idleTimer(m_handler.get()).start(0);
+        QTimer::singleShot(WaitLimit, qApp, [] { QCoreApplication::exit(1); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+    }
 };
-
-void InstallationHandlerTest::init()
-{
-    setUpHandler();
-    m_client =
-            QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("client"));
-    QVERIFY(m_client->isConnected());
-    QVERIFY(QDBusConnection::sessionBus().registerObject(Path, m_handler.get(), QDBusConnection::ExportAllContents));
-    QVERIFY(QDBusConnection::sessionBus().registerService(Name));
-}
-
-void InstallationHandlerTest::cleanup()
-{
-    QDBusConnection::sessionBus().unregisterService(Name);
-    m_client.reset();
-    QDBusConnection::disconnectFromBus(QStringLiteral("client"));
-    tearDownHandler();
-}
-
-// The object lives in this thread, which therefore must not wait for it.
-QDBusMessage InstallationHandlerTest::call(const QString &interface, const QString &member,
-                                           const QVariantList &arguments)
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(Name, Path, interface, member);
-    message.setArguments(arguments);
-    const QDBusPendingCallWatcher watcher(m_client->asyncCall(message, 5000));
-    return QTest::qWaitFor([&] { return watcher.isFinished(); }, 6000) ? watcher.reply() : QDBusMessage();
-}
-
-void InstallationHandlerTest::hear(const QDBusMessage &signal)
-{
-    QStringList arguments;
-    for (const QVariant &argument : signal.arguments()) {
-        arguments.append(argument.toString());
-    }
-    note(QStringLiteral("bus: %1 %2 %3(%4) %5")
-                 .arg(signal.path(), signal.interface(), signal.member(), signal.signature(),
-                      arguments.join(QLatin1Char('|'))));
-}
-
-// The first handler makes the package record known, for good.
-void InstallationHandlerTest::initTestCase()
-{
-    QCOMPARE(QMetaType::type("ZarnPackage"), int(QMetaType::UnknownType));
-    const InstallationHandler handler;
-    const int type = QMetaType::type("ZarnPackage");
-    QVERIFY(type != QMetaType::UnknownType);
-    QCOMPARE(QByteArray(QDBusMetaType::typeToSignature(type)), QByteArray("a{ss}"));
-}
-
-void InstallationHandlerTest::belongsToItsParent()
-{
-    QObject parent;
-    const auto child = new InstallationHandler(&parent);
-    QCOMPARE(child->parent(), &parent);
-    QVERIFY(!m_handler->parent());
-}
-
-void InstallationHandlerTest::exportsWhatItShould()
-{
-    const QDBusMessage reply =
-            call(QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
-    const QString xml = reply.arguments().value(0).toString();
-    const int begin = xml.indexOf(QStringLiteral("  <interface name=\"org.velmoraos"));
-    const int end = xml.indexOf(QStringLiteral("  <interface name=\"org.freedesktop"));
-    QVERIFY2(xml.mid(begin, end - begin) == Introspection, qPrintable(xml));
-    for (const QString &standard : xml.mid(end).split(QStringLiteral("<interface name=")).mid(1)) {
-        QVERIFY2(standard.startsWith(QStringLiteral("\"org.freedesktop.DBus.")), qPrintable(standard));
-    }
-}
-
-void InstallationHandlerTest::answersOnTheBus_data()
-{
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::newRow("as") << QVariantList{QStringList()};
-    QTest::newRow("asb") << QVariantList{QStringList(), false};
-    QTest::newRow("asbb") << QVariantList{QStringList(), true, true};
-}
-
-// The outcome of what ends at once is out before the answer.
-void InstallationHandlerTest::answersOnTheBus()
-{
-    QFETCH(QVariantList, arguments);
-    const QDBusMessage reply = call(Name, QStringLiteral("installFiles"), arguments);
-
-    QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
-    QCOMPARE(reply.signature(), QString());
-    QCOMPARE(entries(), QStringList(finished(true, QString(), QStringLiteral("1 running, 0 waiting"))));
-}
-
-void InstallationHandlerTest::refusesOtherCalls_data()
-{
-    QTest::addColumn<QString>("member");
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::newRow("one string") << QStringLiteral("installFiles") << QVariantList{QStringLiteral("/a.rpm")};
-    QTest::newRow("nothing") << QStringLiteral("installFiles") << QVariantList();
-    QTest::newRow("too much") << QStringLiteral("installFiles") << QVariantList{QStringList(), true, true, true};
-    QTest::newRow("private slot") << QStringLiteral("transactionFinished") << QVariantList{true, QString(), QString()};
-    QTest::newRow("timer") << QStringLiteral("updateIdleTimer") << QVariantList();
-    QTest::newRow("deletion") << QStringLiteral("deleteLater") << QVariantList();
-}
-
-void InstallationHandlerTest::refusesOtherCalls()
-{
-    QFETCH(QString, member);
-    QFETCH(QVariantList, arguments);
-    const QDBusMessage reply = call(Name, member, arguments);
-
-    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
-    QCOMPARE(reply.errorName(), QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"));
-    QCOMPARE(entries(), QStringList());
-}
-
-void InstallationHandlerTest::signalsOnTheBus()
-{
-    for (const QString &signal : {QStringLiteral("installFinished"), QStringLiteral("needConfirm")}) {
-        QVERIFY(m_client->connect(Name, Path, Name, signal, this, SLOT(hear(QDBusMessage))));
-    }
-    m_handler->installFiles({packageFile(QStringLiteral("plain"))});
-    TestDialog::dismiss(TestDialog::window());
-    m_handler->installFiles({});
-
-    QTRY_COMPARE(
-            entries().filter(QStringLiteral("bus: ")),
-            QStringList({
-                    QStringLiteral(
-                            "bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler needConfirm() "),
-                    QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler "
-                                   "installFinished(bs) false|installationhandler-user-aborted"),
-                    QStringLiteral("bus: /org/velmoraos/installationhandler org.velmoraos.installationhandler "
-                                   "installFinished(bs) true|"),
-            }));
-}
-
-void InstallationHandlerTest::hasItsProxies()
-{
-    const QString defaultTimeout = QStringLiteral("-1");
-    const QString byValue = QStringLiteral("by value");
-    QCOMPARE(describe(HandlerInternals::launcherModel(m_handler.get())),
-             QStringList({QStringLiteral("session"), QStringLiteral("org.orrinmobile.rozzle"),
-                          QStringLiteral("/LauncherModel"), QStringLiteral("org.orrinmobile.rozzle.LauncherModel"),
-                          defaultTimeout, byValue}));
-    QCOMPARE(describe(HandlerInternals::developerMode(m_handler.get())),
-             QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.developermode"), QStringLiteral("/"),
-                          QStringLiteral("ru.quon.developermode"), defaultTimeout, byValue}));
-    QCOMPARE(describe(HandlerInternals::packageManager(m_handler.get())),
-             QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.ZARN"), QStringLiteral("/ru/quon/ZARN"),
-                          QStringLiteral("ru.quon.ZARN"), QStringLiteral("900000"), byValue}));
-    QCOMPARE(describe(HandlerInternals::hooks(m_handler.get())),
-             QStringList({QStringLiteral("system"), QStringLiteral("ru.quon.RuntimeManager"),
-                          QStringLiteral("/ru/quon/ZARN/Hooks"), QStringLiteral("ru.quon.ZARN.Hooks"), defaultTimeout,
-                          byValue}));
-}
-
-void InstallationHandlerTest::idlesFromTheStart()
-{
-    const QTimer *timer = HandlerInternals::idleTimer(m_handler.get());
-    QVERIFY(timer->isActive());
-    QVERIFY(timer->isSingleShot());
-    QCOMPARE(timer->interval(), 30000);
-    QCOMPARE(state(), QStringLiteral("idle"));
-    QCOMPARE(entries(), QStringList());
-}
-
-void InstallationHandlerTest::quitsWhenIdle()
-{
-    HandlerInternals::idleTimer(m_handler.get())->start(0);
-    QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(1); });
-    QCOMPARE(QCoreApplication::exec(), 0);
-}
 
 VELMORA_TEST(InstallationHandlerTest, Gui)
 

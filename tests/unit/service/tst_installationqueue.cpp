@@ -1,227 +1,420 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "handlerscene.h"
-
 #include "devicefile.h"
+#include "handlerfixture.h"
+#include "installtransaction.h"
+#include "rpminfo.h"
 #include "testrunner.h"
+#include "waitfor.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
 
 namespace {
 
-const QString Plain = QStringLiteral("plain");
-const QString Translated = QStringLiteral("translated");
-const QString Idle = QStringLiteral("idle");
-const QString EmulatorMarker = QStringLiteral("/etc/velmoraos-emulator");
-const QString Aborted = QStringLiteral("installationhandler-user-aborted");
-const QString NotSdkMode = QStringLiteral("The installation is not running in sdk mode. ");
-const QString Destroyed = QStringLiteral("dialog destroyed");
+const QString Plain = "plain"_s;
+const QString Translated = "translated"_s;
+const QString Idle = "idle"_s;
+const QString EmulatorMarker = "/etc/velmoraos-emulator"_s;
+const QString Destroyed = "dialog destroyed"_s;
+
+const QByteArray DialogThatDismissesItself = R"(
+import QtQuick.Window 2.15
+
+Window {
+    signal requestInstall()
+    signal dismissed()
+
+    onVisibleChanged: if (visible) dismissed()
+}
+)";
 
 }
 
-/** Which transaction starts when, and what it is given. */
-class InstallationQueueTest : public HandlerScene
+/** The order of transactions, their arguments, and the count that decides whether the handler is idle. */
+class InstallationQueueTest : public HandlerFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { setUpHandler(); }
-    void cleanup() { tearDownHandler(); }
+    void waitsWhileTheDialogIsOnScreen()
+    {
+        m_handler->installFiles({packageFile(Plain)});
+        m_journal.clear();
+        m_handler->installFiles({packageFile(Translated)});
+        m_handler->installFiles({packageFile(Plain)});
+        QVERIFY(settle());
+        QCOMPARE(entries(), QStringList());
+        QCOMPARE(state(), "1 running, 2 waiting"_s);
 
-    void waitsWhileTheDialogIsOnScreen();
-    void runsSideBySideWithoutDialog();
-    void keepsTheOrderOfTheCalls();
-    void showsASecondDialogAfterAnEnd();
-    void tellsOnceAfterASecondAnswer();
-    void cancelsTwoWithOneAnswer();
-    void convertsToLocalFiles_data();
-    void convertsToLocalFiles();
-    void mayBeSilentInSdkModeOnly_data();
-    void mayBeSilentInSdkModeOnly();
+        // Each transaction starts after the end of the one before is on the bus.
+        dismiss();
+        QCOMPARE(entries(),
+                 QStringList({endRequest(Plain, 1000000), aborted("1 running, 2 waiting"_s)}) + asking(Translated)
+                         + QStringList(Destroyed));
+        QCOMPARE(state(), "1 running, 1 waiting"_s);
+
+        // The third one needs no dialog.
+        const DeviceFile emulator(EmulatorMarker);
+        m_journal.clear();
+        dismiss();
+        const QStringList expected{endRequest(Translated, 1000000),
+                                   aborted("1 running, 1 waiting"_s),
+                                   readLine(Plain),
+                                   silenceQuery(),
+                                   confirmWarning("The installation is not running in sdk mode. "_s),
+                                   installCall(packageFile(Plain)),
+                                   succeeded()};
+        QStringList happened = settledEntries(expected.size() + 1);
+        QCOMPARE(happened.removeAll(Destroyed), 1);
+        QCOMPARE(happened, expected);
+        QCOMPARE(state(), Idle);
+    }
+
+    // Known behaviour 54.
+    void runsSideBySideWithoutDialog()
+    {
+        const DeviceFile emulator(EmulatorMarker);
+        m_peer->answer("Install"_s, PeerAnswer::held());
+        m_handler->installFiles({packageFile(Plain)});
+        m_handler->installFiles({packageFile(Translated)});
+        QCOMPARE(state(), "2 running, 0 waiting"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(entries().filter(".Install("_s),
+                                  QStringList({installCall(packageFile(Plain)), installCall(packageFile(Translated))}),
+                                  WaitLimit);
+
+        m_journal.clear();
+        QVERIFY(m_peer->answerHeld(PeerAnswer::error("a.b.Failed")));
+        QVERIFY(settle());
+        QCOMPARE(state(), "1 running, 0 waiting"_s);
+        QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
+        QVERIFY(settle());
+        QCOMPARE(entries(),
+                 QStringList({finished(false, "zarn_installation_error_desc_Failed (code: Failed)"_s,
+                                       "2 running, 0 waiting"_s),
+                              succeeded()}));
+        QCOMPARE(state(), Idle);
+    }
+
+    // The dialog has gone, but an earlier request that waited for it comes first.
+    void keepsTheOrderOfTheCalls()
+    {
+        m_peer->answer("Install"_s, PeerAnswer::held());
+        m_handler->installFiles({packageFile(Plain)});
+        m_handler->installFiles({packageFile(Translated)});
+        confirm();
+        QCOMPARE(state(), "1 running, 1 waiting"_s);
+
+        m_journal.clear();
+        m_handler->installFiles({packageFile(Plain)});
+        QCOMPARE(entries(), asking(Translated));
+        QCOMPARE(state(), "2 running, 1 waiting"_s);
+    }
+
+    // The end of a transaction starts the next one even if a third one's dialog is on screen. Known behaviour 57.
+    void showsASecondDialogAfterAnEnd()
+    {
+        m_peer->answer("Install"_s, PeerAnswer::held());
+        DeviceFile emulator(EmulatorMarker);
+        m_handler->installFiles({packageFile(Plain)});
+        emulator.remove();
+        m_handler->installFiles({packageFile(Translated)});
+        m_handler->installFiles({packageFile(Plain)});
+        QCOMPARE(TestDialog::windows().size(), 1);
+        QCOMPARE(state(), "2 running, 1 waiting"_s);
+
+        QVERIFY(settle());
+        QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
+        QTRY_COMPARE_WITH_TIMEOUT(state(), "2 running, 0 waiting"_s, WaitLimit);
+        QCOMPARE(TestDialog::windows().size(), 2);
+        QVERIFY(TestDialog::windows().first()->isVisible());
+        QVERIFY(TestDialog::windows().last()->isVisible());
+    }
+
+    // Known behaviour 63.
+    void tellsOnceAfterASecondAnswer()
+    {
+        m_peer->answer("Install"_s, PeerAnswer::held());
+        m_handler->installFiles({packageFile(Plain)});
+        m_journal.clear();
+        QQuickWindow *window = TestDialog::window();
+        TestDialog::confirm(window);
+        TestDialog::dismiss(window);
+
+        const QStringList expected{installCall(packageFile(Plain)), endRequest(Plain, 3000000),
+                                   endRequest(Plain, 1000000), aborted()};
+        QVERIFY(settle());
+        QCOMPARE(entries(), expected);
+        QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
+        QVERIFY(settle());
+        QCOMPARE(entries(), expected);
+        QCOMPARE(state(), Idle);
+    }
+
+    // Known behaviour 55, 56.
+    void cancelsTwoWithOneAnswer()
+    {
+        m_peer->answer("Install"_s, PeerAnswer::held());
+        m_handler->installFiles({packageFile(Plain)});
+        confirm();
+        m_handler->installFiles({packageFile(Translated)});
+        QVERIFY(settle());
+        m_journal.clear();
+        dismiss();
+
+        QCOMPARE(entries(),
+                 QStringList(
+                         {endRequest(Translated, 1000000), aborted("2 running, 0 waiting"_s), aborted(), Destroyed}));
+        QCOMPARE(state(), Idle);
+    }
+
+    void countsFromStartToEnd()
+    {
+        QCOMPARE(state(), Idle);
+        m_handler->installFiles({packageFile(Plain)});
+        QCOMPARE(state(), "1 running, 0 waiting"_s);
+        QCOMPARE(entries(), asking(Plain));
+
+        m_journal.clear();
+        confirm();
+        QCOMPARE(state(), "1 running, 0 waiting"_s);
+        const QStringList expected{installCall(packageFile(Plain)), endRequest(Plain, 3000000), Destroyed, succeeded()};
+        QCOMPARE(settledEntries(expected.size()), expected);
+        QCOMPARE(state(), Idle);
+    }
+
+    void countsTransactionsThatEndInTheirStart()
+    {
+        m_handler->installFiles({});
+        QCOMPARE(entries(), QStringList(succeeded()));
+        QCOMPARE(state(), Idle);
+
+        const DeviceFile policy("/etc/velmora/access-policy.conf"_s, "[Applications]\nInstallationEnabled=false\n");
+        m_journal.clear();
+        m_handler->installFiles({packageFile(Plain)});
+        QVERIFY(entries().value(1).startsWith("installFinished badly "_s));
+        QVERIFY(entries().value(1).endsWith("1 running, 0 waiting"_s));
+        QCOMPARE(state(), Idle);
+    }
+
+    // The service never becomes idle but takes further requests. Known behaviour 52.
+    void countsATransactionWithoutADialog()
+    {
+        m_dialog->remove();
+        m_handler->setEngine(makeEngine());
+        m_handler->installFiles({packageFile(Plain)});
+        QVERIFY(settle());
+        QCOMPARE(entries().size(), 5);
+        QCOMPARE(state(), "1 running, 0 waiting"_s);
+
+        m_journal.clear();
+        m_handler->installFiles({});
+        QCOMPARE(entries(), QStringList(succeeded("2 running, 0 waiting"_s)));
+        QCOMPARE(state(), "1 running, 0 waiting"_s);
+    }
+
+    // Known behaviour 23.
+    void noticesOneEndTooMany()
+    {
+        HandlerInternals::endTransaction(m_handler.get());
+        QCOMPARE(entries(), QStringList("warning: Transaction count out of sync!"_s));
+        QCOMPARE(state(), Idle);
+
+        m_handler->installFiles({packageFile(Plain)});
+        QCOMPARE(state(), "1 running, 0 waiting"_s);
+    }
+
+    // An end while the timer runs gives the next request the whole time again.
+    void beginsTheIdleTimeAnew()
+    {
+        constexpr int IdleTime = 30000;
+        constexpr int Rounding = 5;
+        QTimer *timer = &HandlerInternals::idleTimer(m_handler.get());
+        QCOMPARE(timer->interval(), IdleTime);
+        // The product's timer counts in whole seconds.
+        timer->setTimerType(Qt::PreciseTimer);
+        timer->start();
+        QTRY_VERIFY_WITH_TIMEOUT(timer->remainingTime() < IdleTime - 200, WaitLimit);
+
+        QElapsedTimer since;
+        since.start();
+        HandlerInternals::endTransaction(m_handler.get());
+        const int remaining = timer->remainingTime();
+        QVERIFY(remaining >= IdleTime - since.elapsed() - Rounding);
+    }
+
+    // The requests behind the next dialog go on waiting.
+    void goesOnToTheNextDialogInsideAnEnd()
+    {
+        m_handler->installFiles({packageFile(Plain)});
+        m_handler->installFiles({});
+        m_handler->installFiles({packageFile(Plain)});
+        m_handler->installFiles({});
+        m_journal.clear();
+        dismiss();
+
+        QCOMPARE(entries(),
+                 QStringList({endRequest(Plain, 1000000), aborted("1 running, 3 waiting"_s),
+                              succeeded("1 running, 2 waiting"_s)})
+                         + asking(Plain) + QStringList(Destroyed));
+        QCOMPARE(state(), "1 running, 1 waiting"_s);
+    }
+
+    // A dialog that dismisses itself while it is shown first ends the transaction that is installing. The next ones
+    // follow that end before the dialog's own transaction ends. Known behaviour 56.
+    void goesOnInsideAnotherEnd()
+    {
+        m_peer->answer("Install"_s, PeerAnswer::held());
+        m_handler->installFiles({packageFile(Plain)});
+        confirm();
+        RpmInfo package;
+        TransactionView *view = &HandlerInternals::view(m_handler.get());
+        view->showConfirmation(&package);
+        m_handler->installFiles({packageFile(Plain)});
+        m_handler->installFiles({});
+        view->closeWindow();
+        TestDialog::deleteScheduled();
+
+        m_dialog->write(DialogThatDismissesItself);
+        m_handler->setEngine(makeEngine());
+        m_journal.clear();
+        m_handler->installFiles({});
+
+        QCOMPARE(entries().filter("installFinished"_s),
+                 QStringList({aborted("2 running, 2 waiting"_s), succeeded("2 running, 1 waiting"_s),
+                              succeeded("2 running, 0 waiting"_s), aborted()}));
+        QCOMPARE(state(), Idle);
+    }
+
+    // A transaction that is started inside the end of the one before needs no stack of its own.
+    void endsAnyNumberInARow()
+    {
+        constexpr int Many = 100000;
+        m_handler->installFiles({packageFile(Plain)});
+        for (int i = 0; i < Many; ++i) {
+            m_handler->installFiles({});
+        }
+        QCOMPARE(state(), "1 running, %1 waiting"_s.arg(Many));
+        disconnect(m_handler.get(), &InstallationHandler::installFinished, this, nullptr);
+        int ended = 0;
+        int atOnce = 0;
+        connect(m_handler.get(), &InstallationHandler::installFinished, this, [&] {
+            ++ended;
+            atOnce = qMax(atOnce, HandlerInternals::count(m_handler.get()));
+        });
+        dismiss();
+
+        QCOMPARE(ended, 1 + Many);
+        QCOMPARE(atOnce, 1);
+        QCOMPARE(state(), Idle);
+    }
+
+    void takesCallsInsideAnEnd()
+    {
+        int more = 2;
+        connect(m_handler.get(), &InstallationHandler::installFinished, this, [&] {
+            if (more-- > 0) {
+                m_handler->installFiles({});
+            }
+        });
+        m_handler->installFiles({});
+
+        QCOMPARE(entries(),
+                 QStringList({succeeded(), succeeded("2 running, 0 waiting"_s), succeeded("3 running, 0 waiting"_s)}));
+        QCOMPARE(state(), Idle);
+    }
+
+    void releasesFinishedTransactions()
+    {
+        RpmInfo package;
+        TransactionView *view = &HandlerInternals::view(m_handler.get());
+        view->showConfirmation(&package);
+        m_handler->installFiles({});
+        const QPointer<InstallTransaction> transaction = HandlerInternals::pending(m_handler.get()).value(0);
+        QVERIFY(transaction);
+
+        view->closeWindow();
+        TestDialog::deleteScheduled();
+        m_journal.clear();
+        m_handler->installFiles({});
+        QCOMPARE(entries(), QStringList({succeeded("1 running, 1 waiting"_s), succeeded()}));
+        QVERIFY(transaction);
+        TestDialog::deleteScheduled();
+        QVERIFY(!transaction);
+    }
+
+    // The handler does not own the transactions that have not started.
+    void leavesWaitingTransactionsAlive()
+    {
+        RpmInfo package;
+        HandlerInternals::view(m_handler.get()).showConfirmation(&package);
+        m_handler->installFiles({packageFile(Plain)});
+        const QPointer<InstallTransaction> transaction = HandlerInternals::pending(m_handler.get()).value(0);
+        m_journal.clear();
+        m_handler.reset();
+        TestDialog::deleteScheduled();
+
+        QVERIFY(transaction);
+        QCOMPARE(entries(), QStringList(Destroyed));
+        delete transaction;
+    }
+
+    void convertsToLocalFiles_data()
+    {
+        QTest::addColumn<QString>("fileUrl");
+        QTest::addColumn<QString>("path");
+        QTest::newRow("path") << "/tmp/a.rpm"_s << "/tmp/a.rpm"_s;
+        QTest::newRow("URL") << "file:///tmp/a.rpm"_s << "/tmp/a.rpm"_s;
+        QTest::newRow("URL, encoded") << "file:///tmp/a%20b%C3%A4.rpm"_s << "/tmp/a bä.rpm"_s;
+        QTest::newRow("path that looks encoded") << "/tmp/a%20b.rpm"_s << "/tmp/a%20b.rpm"_s;
+        QTest::newRow("placeholder") << "/tmp/%1.rpm"_s << "/tmp/%1.rpm"_s;
+        QTest::newRow("blank") << "/tmp/a b.rpm"_s << "/tmp/a b.rpm"_s;
+        QTest::newRow("hash and question mark") << "/tmp/a#b?c.rpm"_s << "/tmp/a#b?c.rpm"_s;
+        QTest::newRow("relative") << "a.rpm"_s << QString();
+        QTest::newRow("home") << "~/a.rpm"_s << QString();
+        QTest::newRow("web") << "http://example.org/a.rpm"_s << QString();
+        QTest::newRow("empty") << QString() << QString();
+    }
+
+    // Known behaviour 7.
+    void convertsToLocalFiles()
+    {
+        QFETCH(QString, fileUrl);
+        QFETCH(QString, path);
+        const DeviceFile emulator(EmulatorMarker);
+        m_handler->installFiles({"/first.rpm"_s, fileUrl, "/last.rpm"_s});
+
+        QTRY_COMPARE_WITH_TIMEOUT(
+                entries().filter(".Install("_s),
+                QStringList({installCall("/first.rpm"_s), installCall(path), installCall("/last.rpm"_s)}), WaitLimit);
+        QTRY_COMPARE_WITH_TIMEOUT(state(), Idle, WaitLimit);
+    }
+
+    void mayBeSilentInSdkModeOnly_data()
+    {
+        QTest::addColumn<bool>("sdkMode");
+        QTest::addColumn<bool>("keepUserdata");
+        QTest::newRow("ordinary") << false << false;
+        QTest::newRow("ordinary, keeping") << false << true;
+        QTest::newRow("sdk mode") << true << false;
+        QTest::newRow("sdk mode, keeping") << true << true;
+    }
+
+    void mayBeSilentInSdkModeOnly()
+    {
+        QFETCH(bool, sdkMode);
+        QFETCH(bool, keepUserdata);
+        // In sdk mode the package manager first removes the installed package.
+        m_peer->answer("GetPackage"_s, PeerAnswer::values("(@a{ss} {},)"));
+        m_peer->answer("Remove"_s, PeerAnswer::values());
+        m_handler->installFiles({packageFile(Plain)}, sdkMode, keepUserdata);
+
+        QCOMPARE(TestDialog::windows().isEmpty(), sdkMode);
+        QTRY_COMPARE_WITH_TIMEOUT(state(), sdkMode ? Idle : "1 running, 0 waiting"_s, WaitLimit);
+    }
 };
-
-void InstallationQueueTest::waitsWhileTheDialogIsOnScreen()
-{
-    m_handler->installFiles({packageFile(Plain)});
-    m_journal.clear();
-    m_handler->installFiles({packageFile(Translated)});
-    m_handler->installFiles({packageFile(Plain)});
-    QVERIFY(settle());
-    QCOMPARE(entries(), QStringList());
-    QCOMPARE(state(), QStringLiteral("1 running, 2 waiting"));
-
-    // Each starts after the end of the one before is on the bus.
-    dismiss();
-    QCOMPARE(entries(),
-             QStringList({endRequest(Plain, 1000000), finished(false, Aborted, QStringLiteral("1 running, 2 waiting"))})
-                     + asking(Translated) + QStringList(Destroyed));
-    QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
-
-    // The third needs no dialog.
-    const DeviceFile emulator(EmulatorMarker);
-    m_journal.clear();
-    dismiss();
-    const QStringList expected{endRequest(Translated, 1000000),
-                               finished(false, Aborted, QStringLiteral("1 running, 1 waiting")),
-                               readLine(Plain),
-                               silenceQuery(),
-                               confirmWarning(NotSdkMode),
-                               installCall(packageFile(Plain)),
-                               finished(true, QString(), QStringLiteral("1 running, 0 waiting"))};
-    QStringList happened = settledEntries(expected.size() + 1);
-    QCOMPARE(happened.removeAll(Destroyed), 1);
-    QCOMPARE(happened, expected);
-    QCOMPARE(state(), Idle);
-}
-
-// The package manager is busy with the first, which keeps nobody waiting.
-void InstallationQueueTest::runsSideBySideWithoutDialog()
-{
-    const DeviceFile emulator(EmulatorMarker);
-    m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    m_handler->installFiles({packageFile(Plain)});
-    m_handler->installFiles({packageFile(Translated)});
-    QCOMPARE(state(), QStringLiteral("2 running, 0 waiting"));
-    QTRY_COMPARE(entries().filter(QStringLiteral(".Install(")),
-                 QStringList({installCall(packageFile(Plain)), installCall(packageFile(Translated))}));
-
-    m_journal.clear();
-    QVERIFY(m_peer->answerHeld(PeerAnswer::error("a.b.Failed")));
-    QVERIFY(settle());
-    QCOMPARE(state(), QStringLiteral("1 running, 0 waiting"));
-    QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
-    QVERIFY(settle());
-    QCOMPARE(entries(),
-             QStringList({finished(false, QStringLiteral("zarn_installation_error_desc_Failed (code: Failed)"),
-                                   QStringLiteral("2 running, 0 waiting")),
-                          finished(true, QString(), QStringLiteral("1 running, 0 waiting"))}));
-    QCOMPARE(state(), Idle);
-}
-
-// The dialog has gone, but what waited for it comes first.
-void InstallationQueueTest::keepsTheOrderOfTheCalls()
-{
-    m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    m_handler->installFiles({packageFile(Plain)});
-    m_handler->installFiles({packageFile(Translated)});
-    confirm();
-    QCOMPARE(state(), QStringLiteral("1 running, 1 waiting"));
-
-    m_journal.clear();
-    m_handler->installFiles({packageFile(Plain)});
-    QCOMPARE(entries(), asking(Translated));
-    QCOMPARE(state(), QStringLiteral("2 running, 1 waiting"));
-}
-
-// Required: an end starts the next transaction whether or not another one's
-// dialog is on screen.
-void InstallationQueueTest::showsASecondDialogAfterAnEnd()
-{
-    m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    DeviceFile emulator(EmulatorMarker);
-    m_handler->installFiles({packageFile(Plain)});
-    emulator.remove();
-    m_handler->installFiles({packageFile(Translated)});
-    m_handler->installFiles({packageFile(Plain)});
-    QCOMPARE(TestDialog::windows().size(), 1);
-    QCOMPARE(state(), QStringLiteral("2 running, 1 waiting"));
-
-    QVERIFY(settle());
-    QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
-    QTRY_COMPARE(state(), QStringLiteral("2 running, 0 waiting"));
-    QCOMPARE(TestDialog::windows().size(), 2);
-    QVERIFY(TestDialog::windows().first()->isVisible());
-    QVERIFY(TestDialog::windows().last()->isVisible());
-}
-
-void InstallationQueueTest::tellsOnceAfterASecondAnswer()
-{
-    m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    m_handler->installFiles({packageFile(Plain)});
-    m_journal.clear();
-    QQuickWindow *window = TestDialog::window();
-    TestDialog::confirm(window);
-    TestDialog::dismiss(window);
-
-    const QStringList expected{installCall(packageFile(Plain)), endRequest(Plain, 3000000), endRequest(Plain, 1000000),
-                               finished(false, Aborted, QStringLiteral("1 running, 0 waiting"))};
-    QVERIFY(settle());
-    QCOMPARE(entries(), expected);
-    QVERIFY(m_peer->answerHeld(PeerAnswer::values()));
-    QVERIFY(settle());
-    QCOMPARE(entries(), expected);
-    QCOMPARE(state(), Idle);
-}
-
-// Required: who has not finished hears every answer of the one dialog.
-void InstallationQueueTest::cancelsTwoWithOneAnswer()
-{
-    m_peer->answer(QStringLiteral("Install"), PeerAnswer::held());
-    m_handler->installFiles({packageFile(Plain)});
-    confirm();
-    m_handler->installFiles({packageFile(Translated)});
-    QVERIFY(settle());
-    m_journal.clear();
-    dismiss();
-
-    QCOMPARE(entries(),
-             QStringList({endRequest(Translated, 1000000),
-                          finished(false, Aborted, QStringLiteral("2 running, 0 waiting")),
-                          finished(false, Aborted, QStringLiteral("1 running, 0 waiting")), Destroyed}));
-    QCOMPARE(state(), Idle);
-}
-
-void InstallationQueueTest::convertsToLocalFiles_data()
-{
-    QTest::addColumn<QString>("fileUrl");
-    QTest::addColumn<QString>("path");
-    QTest::newRow("path") << QStringLiteral("/tmp/a.rpm") << QStringLiteral("/tmp/a.rpm");
-    QTest::newRow("URL") << QStringLiteral("file:///tmp/a.rpm") << QStringLiteral("/tmp/a.rpm");
-    QTest::newRow("URL, encoded") << QStringLiteral("file:///tmp/a%20b%C3%A4.rpm") << QStringLiteral("/tmp/a bä.rpm");
-    QTest::newRow("path that looks encoded") << QStringLiteral("/tmp/a%20b.rpm") << QStringLiteral("/tmp/a%20b.rpm");
-    QTest::newRow("placeholder") << QStringLiteral("/tmp/%1.rpm") << QStringLiteral("/tmp/%1.rpm");
-    QTest::newRow("blank") << QStringLiteral("/tmp/a b.rpm") << QStringLiteral("/tmp/a b.rpm");
-    QTest::newRow("hash and question mark") << QStringLiteral("/tmp/a#b?c.rpm") << QStringLiteral("/tmp/a#b?c.rpm");
-    QTest::newRow("relative") << QStringLiteral("a.rpm") << QString();
-    QTest::newRow("home") << QStringLiteral("~/a.rpm") << QString();
-    QTest::newRow("web") << QStringLiteral("http://example.org/a.rpm") << QString();
-    QTest::newRow("empty") << QString() << QString();
-}
-
-void InstallationQueueTest::convertsToLocalFiles()
-{
-    QFETCH(QString, fileUrl);
-    QFETCH(QString, path);
-    const DeviceFile emulator(EmulatorMarker);
-    m_handler->installFiles({QStringLiteral("/first.rpm"), fileUrl, QStringLiteral("/last.rpm")});
-
-    QTRY_COMPARE(entries().filter(QStringLiteral(".Install(")),
-                 QStringList({installCall(QStringLiteral("/first.rpm")), installCall(path),
-                              installCall(QStringLiteral("/last.rpm"))}));
-    QTRY_COMPARE(state(), Idle);
-}
-
-void InstallationQueueTest::mayBeSilentInSdkModeOnly_data()
-{
-    QTest::addColumn<bool>("sdkMode");
-    QTest::addColumn<bool>("keepUserdata");
-    QTest::newRow("ordinary") << false << false;
-    QTest::newRow("ordinary, keeping") << false << true;
-    QTest::newRow("sdk mode") << true << false;
-    QTest::newRow("sdk mode, keeping") << true << true;
-}
-
-void InstallationQueueTest::mayBeSilentInSdkModeOnly()
-{
-    QFETCH(bool, sdkMode);
-    QFETCH(bool, keepUserdata);
-    // In sdk mode the package manager removes what is installed first.
-    m_peer->answer(QStringLiteral("GetPackage"), PeerAnswer::values("(@a{ss} {},)"));
-    m_peer->answer(QStringLiteral("Remove"), PeerAnswer::values());
-    m_handler->installFiles({packageFile(Plain)}, sdkMode, keepUserdata);
-
-    QCOMPARE(TestDialog::windows().isEmpty(), sdkMode);
-    QTRY_COMPARE(state(), sdkMode ? Idle : QStringLiteral("1 running, 0 waiting"));
-}
 
 VELMORA_TEST(InstallationQueueTest, Gui)
 

@@ -1,19 +1,18 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "zarnpackage.h"
-
 #include "journal.h"
+#include "literals.h"
 #include "recordingpeer.h"
 #include "testrunner.h"
+#include "waitfor.h"
+#include "zarnpackage.h"
 
 #include <QAssociativeIterable>
 #include <QDBusConnection>
-#include <QDBusInterface>
 #include <QDBusMetaType>
-#include <QDBusPendingReply>
+#include <QDBusPendingCall>
 #include <QDBusReply>
-#include <QtTest>
 
 #include <memory>
 #include <type_traits>
@@ -23,249 +22,181 @@ static_assert(sizeof(ZarnPackage) == sizeof(void *));
 
 namespace {
 
-const QString service = QStringLiteral("ru.quon.ZARN");
-const QString path = QStringLiteral("/ru/quon/ZARN");
-
-constexpr int timeout = 20000; // milliseconds
+const QString Service = "ru.quon.ZARN"_s;
+const QString Path = "/ru/quon/ZARN"_s;
 
 }
 
-/** The record on its way over a real bus. */
+/** The package record on its way over a bus. */
 class ZarnPackageTest : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase();
-    void cleanup();
-
-    void isATypeByItsOwnName();
-    void isUnknownToTheBusBeforehand();
-    void hasTheFormOfTextsByText();
-    void goesOutInKeyOrder_data();
-    void goesOutInKeyOrder();
-    void comesInWhole_data();
-    void comesInWhole();
-    void replacesWhatWasThere();
-    void isRefusedInAnotherForm_data();
-    void isRefusedInAnotherForm();
-    void isRefusedWithoutAnAnswer_data();
-    void isRefusedWithoutAnAnswer();
-    void canBeWalkedByKey();
-
 private:
-    QDBusPendingCall getPackage(const QString &destination, int replyTimeout = timeout) const;
+    QDBusPendingCall getPackage(const QString &destination = Service, int timeout = WaitLimit) const
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(destination, Path, Service, "GetPackage"_s);
+        call << "somename"_s;
+        return QDBusConnection::systemBus().asyncCall(call, timeout);
+    }
 
     Journal m_journal;
     std::unique_ptr<RecordingPeer> m_manager;
-    QDBusConnection m_bus{QString()};
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_manager = std::make_unique<RecordingPeer>(qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS"),
+                                                    QStringList{Service}, &m_journal);
+    }
+
+    void cleanup() { m_journal.clear(); }
+
+    void isATypeByItsOwnName()
+    {
+        const int type = qMetaTypeId<ZarnPackage>();
+        QCOMPARE(QMetaType::type("ZarnPackage"), type);
+        QCOMPARE(QByteArray(QMetaType::typeName(type)), "ZarnPackage"_b);
+        QCOMPARE(qMetaTypeId<ZarnPackage>(), type);
+        QCOMPARE(QMetaType::sizeOf(type), static_cast<int>(sizeof(void *)));
+
+        const QMetaType::TypeFlags flags = QMetaType::typeFlags(type);
+        QVERIFY(flags.testFlag(QMetaType::NeedsConstruction));
+        QVERIFY(flags.testFlag(QMetaType::NeedsDestruction));
+        QVERIFY(flags.testFlag(QMetaType::MovableType));
+    }
+
+    void isKnownToTheBusOnceRegistered()
+    {
+        QCOMPARE(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>()), nullptr);
+        registerZarnPackage();
+        QCOMPARE(QByteArray(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>())), "a{ss}"_b);
+    }
+
+    void goesOutInKeyOrder_data()
+    {
+        QTest::addColumn<QStringList>("keys");
+        QTest::addColumn<QString>("arguments");
+        QTest::newRow("none") << QStringList() << "(@a{ss} {},)"_s;
+        QTest::newRow("one") << QStringList{"name"_s} << "({'name': 'value of name'},)"_s;
+        QTest::newRow("several") << QStringList{"b"_s, "a"_s, "B"_s, "10"_s, "9"_s, QString()}
+                                 << "({'': 'value of ', '10': 'value of 10', '9': 'value of 9', 'B': 'value of B', "
+                                    "'a': 'value of a', 'b': 'value of b'},)"_s;
+        // Surrogates sort before the last characters of the basic plane, though they stand for higher ones.
+        QTest::newRow("by code units") << QStringList{"\uff5e"_s, "\U0001f4e6"_s, "\u00e9"_s}
+                                       << "({'\u00e9': 'value of \u00e9', '\U0001f4e6': 'value of \U0001f4e6', "
+                                          "'\uff5e': 'value of \uff5e'},)"_s;
+    }
+
+    void goesOutInKeyOrder()
+    {
+        QFETCH(QStringList, keys);
+        QFETCH(QString, arguments);
+        ZarnPackage package;
+        for (const QString &key : qAsConst(keys)) {
+            package.insert(key, "value of "_s + key);
+        }
+
+        m_manager->answer("Take"_s, PeerAnswer::values());
+        QDBusMessage call = QDBusMessage::createMethodCall(Service, Path, Service, "Take"_s);
+        call << QVariant::fromValue(package);
+        const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, WaitLimit);
+        QCOMPARE(reply.errorMessage(), QString());
+        QCOMPARE(m_journal.entries(), QStringList{"ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take"_s + arguments});
+    }
+
+    void comesInWhole_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<ZarnPackage>("package");
+        QTest::newRow("none") << "(@a{ss} {},)"_b << ZarnPackage();
+        QTest::newRow("several") << "({'b': '2', 'a': '1', '': ''},)"_b
+                                 << ZarnPackage{{QString(), QString()}, {"a"_s, "1"_s}, {"b"_s, "2"_s}};
+        QTest::newRow("a key twice") << "({'a': 'first', 'b': 'x', 'a': 'second'},)"_b
+                                     << ZarnPackage{{"a"_s, "second"_s}, {"b"_s, "x"_s}};
+        QTest::newRow("other characters") << "({'ключ': '包\\n%1'},)"_b << ZarnPackage{{"ключ"_s, "包\n%1"_s}};
+        QTest::newRow("a large one") << "({'a': '" + QByteArray(1024 * 1024, 'x') + "'},)"
+                                     << ZarnPackage{{"a"_s, QString(1024 * 1024, QLatin1Char('x'))}};
+        QTest::newRow("more values after it") << "({'a': '1'}, 'more', true)"_b << ZarnPackage{{"a"_s, "1"_s}};
+    }
+
+    void comesInWhole()
+    {
+        QFETCH(QByteArray, answer);
+        m_manager->answer("GetPackage"_s, PeerAnswer::values(answer));
+
+        const QDBusReply<ZarnPackage> reply = getPackage();
+        QVERIFY2(reply.isValid(), qPrintable(reply.error().message()));
+        QVERIFY(!reply.error().isValid());
+        QTEST(reply.value(), "package");
+        QCOMPARE(m_journal.entries(), QStringList{"ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.GetPackage('somename',)"_s});
+    }
+
+    void replacesEarlierContents()
+    {
+        m_manager->answer("GetPackage"_s, PeerAnswer::values("({'a': 'new'},)"));
+        QDBusPendingCall call = getPackage();
+        call.waitForFinished();
+        ZarnPackage package{{"a"_s, "old"_s}, {"z"_s, "old"_s}};
+        call.reply().arguments().constFirst().value<QDBusArgument>() >> package;
+        QCOMPARE(package, (ZarnPackage{{"a"_s, "new"_s}}));
+    }
+
+    void isInvalidOtherwise_data()
+    {
+        QTest::addColumn<PeerAnswer>("answer");
+        QTest::addColumn<QString>("errorName");
+        const QString invalid = "org.freedesktop.DBus.Error.InvalidSignature"_s;
+        QTest::newRow("texts in variants") << PeerAnswer::values("({'a': <'1'>},)") << invalid;
+        QTest::newRow("no entry in variants") << PeerAnswer::values("(@a{sv} {},)") << invalid;
+        QTest::newRow("a variant") << PeerAnswer::values("(<{'a': '1'}>,)") << invalid;
+        QTest::newRow("numbers") << PeerAnswer::values("({'a': 1},)") << invalid;
+        QTest::newRow("texts by number") << PeerAnswer::values("({1: 'a'},)") << invalid;
+        QTest::newRow("a text") << PeerAnswer::values("('a',)") << invalid;
+        QTest::newRow("a list") << PeerAnswer::values("(['a', 'b'],)") << invalid;
+        QTest::newRow("pairs") << PeerAnswer::values("([('a', 'b')],)") << invalid;
+        QTest::newRow("nothing") << PeerAnswer::values("()") << invalid;
+        QTest::newRow("something before it") << PeerAnswer::values("(true, {'a': '1'})") << invalid;
+        QTest::newRow("an error") << PeerAnswer::error("ru.quon.ZARN.Error.NotFound", "no such package")
+                                  << "ru.quon.ZARN.Error.NotFound"_s;
+        QTest::newRow("no answer") << PeerAnswer::held() << "org.freedesktop.DBus.Error.NoReply"_s;
+    }
+
+    void isInvalidOtherwise()
+    {
+        QFETCH(PeerAnswer, answer);
+        m_manager->answer("GetPackage"_s, answer);
+
+        const QDBusReply<ZarnPackage> reply =
+                getPackage(Service, answer.kind == PeerAnswer::Kind::Held ? 50 : WaitLimit);
+        QVERIFY(!reply.isValid());
+        QTEST(reply.error().name(), "errorName");
+        QVERIFY(reply.value().isEmpty());
+    }
+
+    void isInvalidWithoutAPeer()
+    {
+        const QDBusReply<ZarnPackage> reply = getPackage("ru.quon.Absent"_s);
+        QVERIFY(!reply.isValid());
+        QCOMPARE(reply.error().name(), "org.freedesktop.DBus.Error.ServiceUnknown"_s);
+        QVERIFY(reply.value().isEmpty());
+    }
+
+    void canBeIteratedByKey()
+    {
+        const QVariant record = QVariant::fromValue(ZarnPackage{{"b"_s, "2"_s}, {"a"_s, "1"_s}});
+        QVERIFY((
+                QMetaType::hasRegisteredConverterFunction<ZarnPackage, QtMetaTypePrivate::QAssociativeIterableImpl>()));
+
+        QStringList seen;
+        const auto iterable = record.value<QAssociativeIterable>();
+        for (auto entry = iterable.begin(); entry != iterable.end(); ++entry) {
+            seen.append(entry.key().toString() + "="_s + entry.value().toString());
+        }
+        QCOMPARE(seen, QStringList({"a=1"_s, "b=2"_s}));
+        QCOMPARE(iterable.value("b"_s).toString(), "2"_s);
+    }
 };
-
-void ZarnPackageTest::initTestCase()
-{
-    const QString address = QString::fromLocal8Bit(qgetenv("DBUS_SYSTEM_BUS_ADDRESS"));
-    m_manager = std::make_unique<RecordingPeer>(address, QStringList{service}, &m_journal);
-    m_bus = QDBusConnection::connectToBus(address, QStringLiteral("test"));
-    QVERIFY(m_bus.isConnected());
-}
-
-void ZarnPackageTest::cleanup()
-{
-    m_journal.clear();
-}
-
-QDBusPendingCall ZarnPackageTest::getPackage(const QString &destination, int replyTimeout) const
-{
-    QDBusMessage call = QDBusMessage::createMethodCall(destination, path, service, QStringLiteral("GetPackage"));
-    call << QStringLiteral("somename");
-    return m_bus.asyncCall(call, replyTimeout);
-}
-
-void ZarnPackageTest::isATypeByItsOwnName()
-{
-    const int type = qMetaTypeId<ZarnPackage>();
-    QCOMPARE(QMetaType::type("ZarnPackage"), type);
-    QCOMPARE(QByteArray(QMetaType::typeName(type)), QByteArray("ZarnPackage"));
-    QCOMPARE(qMetaTypeId<ZarnPackage>(), type);
-    QCOMPARE(QMetaType::sizeOf(type), static_cast<int>(sizeof(void *)));
-
-    const QMetaType::TypeFlags flags = QMetaType::typeFlags(type);
-    QVERIFY(flags.testFlag(QMetaType::NeedsConstruction));
-    QVERIFY(flags.testFlag(QMetaType::NeedsDestruction));
-    QVERIFY(flags.testFlag(QMetaType::MovableType));
-}
-
-void ZarnPackageTest::isUnknownToTheBusBeforehand()
-{
-    QCOMPARE(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>()), nullptr);
-    registerZarnPackage();
-    QVERIFY(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>()));
-}
-
-void ZarnPackageTest::hasTheFormOfTextsByText()
-{
-    QCOMPARE(QByteArray(QDBusMetaType::typeToSignature(qMetaTypeId<ZarnPackage>())), QByteArray("a{ss}"));
-}
-
-void ZarnPackageTest::goesOutInKeyOrder_data()
-{
-    QTest::addColumn<QStringList>("keys");
-    QTest::addColumn<QString>("arguments");
-    QTest::newRow("none") << QStringList() << QStringLiteral("(@a{ss} {},)");
-    QTest::newRow("one") << QStringList{QStringLiteral("name")} << QStringLiteral("({'name': 'value of name'},)");
-    QTest::newRow("several") << QStringList{QStringLiteral("b"),  QStringLiteral("a"), QStringLiteral("B"),
-                                            QStringLiteral("10"), QStringLiteral("9"), QString()}
-                             << QStringLiteral(
-                                        "({'': 'value of ', '10': 'value of 10', '9': 'value of 9', 'B': 'value of B', "
-                                        "'a': 'value of a', 'b': 'value of b'},)");
-    // Surrogates sort before the last characters of the basic plane, though they stand for higher ones.
-    QTest::newRow("by code units") << QStringList{QStringLiteral("\uff5e"), QStringLiteral("\U0001f4e6"),
-                                                  QStringLiteral("\u00e9")}
-                                   << QStringLiteral(
-                                              "({'\u00e9': 'value of \u00e9', '\U0001f4e6': 'value of \U0001f4e6', "
-                                              "'\uff5e': 'value of \uff5e'},)");
-}
-
-void ZarnPackageTest::goesOutInKeyOrder()
-{
-    QFETCH(QStringList, keys);
-    QFETCH(QString, arguments);
-    ZarnPackage package;
-    for (const QString &key : qAsConst(keys)) {
-        package.insert(key, QLatin1String("value of ") + key);
-    }
-
-    m_manager->answer(QStringLiteral("Take"), PeerAnswer::values());
-    QDBusMessage call = QDBusMessage::createMethodCall(service, path, service, QStringLiteral("Take"));
-    call << QVariant::fromValue(package);
-    const QDBusMessage reply = m_bus.call(call, QDBus::Block, timeout);
-    QCOMPARE(reply.errorMessage(), QString());
-    QCOMPARE(m_journal.entries(),
-             QStringList{QLatin1String("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Take") + arguments});
-}
-
-void ZarnPackageTest::comesInWhole_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<ZarnPackage>("package");
-    const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
-    QTest::newRow("none") << QByteArray("(@a{ss} {},)") << ZarnPackage();
-    QTest::newRow("several") << QByteArray("({'b': '2', 'a': '1', '': ''},)")
-                             << ZarnPackage{{QString(), QString()}, {text("a"), text("1")}, {text("b"), text("2")}};
-    QTest::newRow("a key twice") << QByteArray("({'a': 'first', 'b': 'x', 'a': 'second'},)")
-                                 << ZarnPackage{{text("a"), text("second")}, {text("b"), text("x")}};
-    QTest::newRow("other characters") << QByteArray("({'ключ': '包\\n%1'},)")
-                                      << ZarnPackage{{text("ключ"), text("包\n%1")}};
-    QTest::newRow("a large one") << "({'a': '" + QByteArray(1024 * 1024, 'x') + "'},)"
-                                 << ZarnPackage{{text("a"), QString(1024 * 1024, QLatin1Char('x'))}};
-    QTest::newRow("more values after it")
-            << QByteArray("({'a': '1'}, 'more', true)") << ZarnPackage{{text("a"), text("1")}};
-}
-
-void ZarnPackageTest::comesInWhole()
-{
-    QFETCH(QByteArray, answer);
-    m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values(answer));
-
-    const QDBusReply<ZarnPackage> reply = getPackage(service);
-    QVERIFY2(reply.isValid(), qPrintable(reply.error().message()));
-    QVERIFY(!reply.error().isValid());
-    QTEST(reply.value(), "package");
-    QCOMPARE(m_journal.entries(),
-             QStringList{QStringLiteral("ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.GetPackage('somename',)")});
-
-    QDBusPendingReply<ZarnPackage> pending = getPackage(service);
-    pending.waitForFinished();
-    QVERIFY2(!pending.isError(), qPrintable(pending.error().message()));
-    QTEST(pending.value(), "package");
-}
-
-void ZarnPackageTest::replacesWhatWasThere()
-{
-    m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values("({'a': 'new'},)"));
-    QDBusPendingCall call = getPackage(service);
-    call.waitForFinished();
-    ZarnPackage package{{QStringLiteral("a"), QStringLiteral("old")}, {QStringLiteral("z"), QStringLiteral("old")}};
-    call.reply().arguments().constFirst().value<QDBusArgument>() >> package;
-    const ZarnPackage expected{{QStringLiteral("a"), QStringLiteral("new")}};
-    QCOMPARE(package, expected);
-}
-
-void ZarnPackageTest::isRefusedInAnotherForm_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("texts in variants") << QByteArray("({'a': <'1'>},)");
-    QTest::newRow("no entry in variants") << QByteArray("(@a{sv} {},)");
-    QTest::newRow("a variant") << QByteArray("(<{'a': '1'}>,)");
-    QTest::newRow("numbers") << QByteArray("({'a': 1},)");
-    QTest::newRow("texts by number") << QByteArray("({1: 'a'},)");
-    QTest::newRow("a text") << QByteArray("('a',)");
-    QTest::newRow("a list") << QByteArray("(['a', 'b'],)");
-    QTest::newRow("pairs") << QByteArray("([('a', 'b')],)");
-    QTest::newRow("nothing") << QByteArray("()");
-    QTest::newRow("something before it") << QByteArray("(true, {'a': '1'})");
-}
-
-void ZarnPackageTest::isRefusedInAnotherForm()
-{
-    QFETCH(QByteArray, answer);
-    m_manager->answer(QStringLiteral("GetPackage"), PeerAnswer::values(answer));
-
-    const QDBusReply<ZarnPackage> reply = getPackage(service);
-    QVERIFY(!reply.isValid());
-    QCOMPARE(reply.error().type(), QDBusError::InvalidSignature);
-    QVERIFY(reply.value().isEmpty());
-
-    QDBusPendingReply<ZarnPackage> pending = getPackage(service);
-    pending.waitForFinished();
-    QVERIFY(pending.isError());
-    QCOMPARE(pending.error().type(), QDBusError::InvalidSignature);
-    QVERIFY(pending.value().isEmpty());
-}
-
-void ZarnPackageTest::isRefusedWithoutAnAnswer_data()
-{
-    QTest::addColumn<QString>("destination");
-    QTest::addColumn<int>("replyTimeout");
-    QTest::addColumn<PeerAnswer>("answer");
-    QTest::addColumn<QString>("errorName");
-    QTest::newRow("an error") << service << timeout
-                              << PeerAnswer::error("ru.quon.ZARN.Error.NotFound", "no such package")
-                              << QStringLiteral("ru.quon.ZARN.Error.NotFound");
-    QTest::newRow("nobody there") << QStringLiteral("ru.quon.Absent") << timeout << PeerAnswer::held()
-                                  << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
-    QTest::newRow("no time left") << service << 50 << PeerAnswer::held()
-                                  << QStringLiteral("org.freedesktop.DBus.Error.NoReply");
-}
-
-void ZarnPackageTest::isRefusedWithoutAnAnswer()
-{
-    QFETCH(QString, destination);
-    QFETCH(int, replyTimeout);
-    QFETCH(PeerAnswer, answer);
-    m_manager->answer(QStringLiteral("GetPackage"), answer);
-
-    const QDBusReply<ZarnPackage> reply = getPackage(destination, replyTimeout);
-    QVERIFY(!reply.isValid());
-    QTEST(reply.error().name(), "errorName");
-    QVERIFY(reply.value().isEmpty());
-}
-
-void ZarnPackageTest::canBeWalkedByKey()
-{
-    const QVariant record = QVariant::fromValue(
-            ZarnPackage{{QStringLiteral("b"), QStringLiteral("2")}, {QStringLiteral("a"), QStringLiteral("1")}});
-    QVERIFY((QMetaType::hasRegisteredConverterFunction<ZarnPackage, QtMetaTypePrivate::QAssociativeIterableImpl>()));
-
-    QStringList walked;
-    const auto iterable = record.value<QAssociativeIterable>();
-    for (auto entry = iterable.begin(); entry != iterable.end(); ++entry) {
-        walked.append(entry.key().toString() + QLatin1Char('=') + entry.value().toString());
-    }
-    const QStringList expected{QStringLiteral("a=1"), QStringLiteral("b=2")};
-    QCOMPARE(walked, expected);
-    QCOMPARE(iterable.value(QStringLiteral("b")).toString(), QStringLiteral("2"));
-}
 
 VELMORA_TEST(ZarnPackageTest, Gui)
 

@@ -4,22 +4,31 @@
 #pragma once
 
 #include <QMutex>
-#include <QString>
+#include <QMutexLocker>
 #include <QStringList>
 
-/**
- * What happened, in the order in which it happened, one line each: calls that
- * peers received, signals, log lines. Any thread may add to it.
- */
+/** Calls that peers received, signals and log lines in their order, a line each. Safe to use from any thread. */
 class Journal
 {
 public:
-    void add(const QString &entry);
+    void add(const QString &entry)
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_entries.append(entry);
+    }
 
-    /** Everything since the last clear(). */
-    QStringList entries() const;
+    /** All entries since the last clear(). */
+    QStringList entries() const
+    {
+        const QMutexLocker locker(&m_mutex);
+        return m_entries;
+    }
 
-    void clear();
+    void clear()
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_entries.clear();
+    }
 
 private:
     mutable QMutex m_mutex;

@@ -3,14 +3,33 @@
 
 #pragma once
 
+#include <QFile>
 #include <QString>
 
-/** A socket in the file system, with somebody who listens for as long as the object lives. Its file stays. */
+#include <cstring>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+/** A socket in the file system. A server listens on it for as long as the object lives. The file stays. */
 class ListeningSocket
 {
 public:
-    explicit ListeningSocket(const QString &path);
-    ~ListeningSocket();
+    explicit ListeningSocket(const QString &path)
+        : m_descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path - 1);
+        if (bind(m_descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+            || listen(m_descriptor, 1) != 0) {
+            qFatal("no socket at %s", address.sun_path);
+        }
+    }
+
+    ~ListeningSocket() { close(m_descriptor); }
+
     ListeningSocket(const ListeningSocket &) = delete;
     ListeningSocket &operator=(const ListeningSocket &) = delete;
 

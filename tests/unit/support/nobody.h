@@ -3,12 +3,24 @@
 
 #pragma once
 
-/** Makes this process a nobody, whom file permissions apply to, for as long as the object lives. */
+#include <QtGlobal>
+
+#include <unistd.h>
+
+/** Runs the process as a user without rights, to whom file permissions apply, for as long as the object lives. */
 class Nobody
 {
 public:
-    Nobody();
-    ~Nobody();
-    Nobody(const Nobody &) = delete;
-    Nobody &operator=(const Nobody &) = delete;
+    Nobody() { become(65534); }
+    ~Nobody() { become(0); }
+
+private:
+    Q_DISABLE_COPY_MOVE(Nobody)
+
+    static void become(uid_t user)
+    {
+        if (seteuid(user) != 0) {
+            qFatal("Only root can run this test, because it changes its user");
+        }
+    }
 };

@@ -15,16 +15,16 @@
 class Journal;
 
 /**
- * Another participant of the bus: notes every call that it receives in a
+ * Another participant of the bus. It notes every call that it receives in a
  * journal, word for word, for example
  *
  *     ru.quon.ZARN /ru/quon/ZARN ru.quon.ZARN.Install('/tmp/a.rpm', @a{sv} {})
  *
- * (the name that was called, object, interface and member, and the arguments in
- * GLib's text format, which shows their types), and answers as it was told. It
- * answers in a thread of its own, so it may be called, blocking, by the code
- * under test. Introspection and pings are answered, but not noted: they are the
- * bus library's. Calls of members that it wasn't told of are noted and refused.
+ * (the called name, object, interface and member, and the arguments in GLib's
+ * text format, which shows their types), and answers as the test tells it. It
+ * answers in a thread of its own, so that the code under test may call it and
+ * block. It answers but does not note introspection and pings, which the bus
+ * library sends. It notes and refuses calls of members that it has no answer for.
  */
 class RecordingPeer
 {
@@ -35,10 +35,10 @@ public:
     /** Leaves the bus. */
     ~RecordingPeer();
 
-    /** Owns a name no longer, and stays on the bus; everybody who watches the name is told before this returns. */
+    /** Releases a name and stays on the bus. Everybody who watches the name is told before this returns. */
     void giveUp(const QString &name);
 
-    /** The answers to the next calls of a member, one after the other, the last one for all further calls too. */
+    /** The answers to the next calls of a member, one after the other. The last one is for all further calls too. */
     void answer(const QString &member, const QList<PeerAnswer> &answers);
     void answer(const QString &member, const PeerAnswer &answer);
 
@@ -54,7 +54,7 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(RecordingPeer)
 
-    class Post;
+    class Connection;
 
-    std::shared_ptr<Post> m_post;
+    std::shared_ptr<Connection> m_connection;
 };

@@ -4,37 +4,77 @@
 #pragma once
 
 #include "devicefile.h"
+#include "literals.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+#include <QGuiApplication>
 #include <QQuickWindow>
 
-/** Stands in for the installed dialog: the file that the service loads. */
+/** Takes the place of the installed dialog, whose file the service loads. */
 class TestDialog
 {
 public:
-    /** A window that shows rpmInfo in its property "shown" and answers only when answer() tells it to. */
-    TestDialog();
+    /** A window that shows rpmInfo in its property "shown" and answers only by confirm() and dismiss(). */
+    TestDialog()
+        : m_file("/usr/share/velmora-installationhandler/SideloadDialog.qml"_s, R"(
+import QtQuick 2.15
+import QtQuick.Window 2.15
 
-    /** Other QML in its place. An engine that has loaded the file before may not notice. */
-    void write(const QByteArray &qml);
+Window {
+    signal requestInstall()
+    signal dismissed()
 
-    void remove();
+    property string shown: typeof rpmInfo === "undefined"
+            ? "nothing" : [rpmInfo.name, rpmInfo.version, rpmInfo.summary, rpmInfo.fileName].join("|")
+
+    objectName: "dialog"
+}
+)")
+    {
+    }
+
+    /** Replaces the QML. An engine that has loaded the file before may not notice. */
+    void write(const QByteArray &qml) { m_file.write(qml); }
+
+    void remove() { m_file.remove(); }
 
     /** The dialogs that exist, in the order in which they were made. */
-    static QList<QQuickWindow *> windows();
+    static QList<QQuickWindow *> windows()
+    {
+        QList<QQuickWindow *> dialogs;
+        for (QWindow *window : QGuiApplication::allWindows()) {
+            if (window->objectName() == "dialog"_s) {
+                dialogs.append(qobject_cast<QQuickWindow *>(window));
+            }
+        }
+        return dialogs;
+    }
 
     /** The only dialog that exists; null when there is none or more than one. */
-    static QQuickWindow *window();
+    static QQuickWindow *window()
+    {
+        const QList<QQuickWindow *> dialogs = windows();
+        return dialogs.size() == 1 ? dialogs.first() : nullptr;
+    }
 
-    /** Lets the dialog emit its signal "requestInstall" or "dismissed", as a user would make it do. */
-    static void confirm(QQuickWindow *window);
-    static void dismiss(QQuickWindow *window);
+    /** Let the dialog emit its signal "requestInstall" or "dismissed", as after a tap of the user. */
+    static void confirm(QQuickWindow *window) { emitSignal(window, "requestInstall"); }
+    static void dismiss(QQuickWindow *window) { emitSignal(window, "dismissed"); }
 
     /** Carries out all deletions that have been scheduled. */
-    static void deleteScheduled();
+    static void deleteScheduled() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     /** Deletes the dialogs that the service leaves alive on purpose. */
-    static void deleteAll();
+    static void deleteAll() { qDeleteAll(windows()); }
 
 private:
+    static void emitSignal(QQuickWindow *window, const char *name)
+    {
+        if (!window || !QMetaObject::invokeMethod(window, name, Qt::DirectConnection)) {
+            qFatal("There is no dialog that could emit %s", name);
+        }
+    }
+
     DeviceFile m_file;
 };

@@ -3,18 +3,56 @@
 
 #include "testrunner.h"
 
-#include "testbus.h"
+#include "literals.h"
+#include "waitfor.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QFile>
 #include <QGuiApplication>
+#include <QProcess>
 
 #include <cstdio>
 #include <cstring>
 
 namespace {
 
-const TestRegistration *firstRegistration = nullptr;
+/** A message bus that lives as long as the object. Its address is in the environment variable. */
+class TestBus
+{
+public:
+    explicit TestBus(const char *variable)
+    {
+        m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_daemon.start("dbus-daemon"_s,
+                       {QStringLiteral("--config-file=" SYSTEM_BUS_CONFIG), "--nofork"_s, "--nopidfile"_s,
+                        "--address=unix:tmpdir=/tmp"_s, "--print-address"_s});
+        while (!m_daemon.canReadLine()) {
+            if (!m_daemon.waitForReadyRead(WaitLimit)) {
+                qFatal("No bus: %s", qPrintable(m_daemon.errorString()));
+            }
+        }
+        qputenv(variable, m_daemon.readLine().trimmed());
+    }
+
+    ~TestBus()
+    {
+        m_daemon.terminate();
+        m_daemon.waitForFinished(WaitLimit);
+    }
+
+private:
+    QProcess m_daemon;
+};
+
+// The tests overwrite files of the system.
+void requireDevice()
+{
+    QFile machine("/etc/machine-id"_s);
+    if (!machine.open(QIODevice::ReadOnly) || machine.readAll().trimmed() != "0123456789abcdef0123456789abcdef") {
+        qFatal("This test overwrites files of the system; run it on a device: sandbox/device --no-buses -- PROGRAM");
+    }
+}
 
 int runInCoreApplication(TestRegistration::Run run, int argc, char **argv)
 {
@@ -41,20 +79,6 @@ int runInGuiApplication(TestRegistration::Run run, int argc, char **argv)
     return run(argc, argv);
 }
 
-}
-
-TestRegistration::TestRegistration(const char *name, TestApplication application, Run function)
-    : m_name(name)
-    , m_application(application)
-    , m_run(function)
-    , m_next(firstRegistration)
-{
-    firstRegistration = this;
-}
-
-const TestRegistration *TestRegistration::first()
-{
-    return firstRegistration;
 }
 
 int TestRegistration::run(int argc, char **argv) const

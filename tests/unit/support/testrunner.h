@@ -18,10 +18,17 @@ class TestRegistration
 public:
     using Run = int (*)(int argc, char **argv);
 
-    TestRegistration(const char *name, TestApplication application, Run function);
+    TestRegistration(const char *name, TestApplication application, Run function)
+        : m_name(name)
+        , m_application(application)
+        , m_run(function)
+        , m_next(s_first)
+    {
+        s_first = this;
+    }
 
-    /** The registration that was made last; the others follow it through next(). */
-    static const TestRegistration *first();
+    /** The first of all registrations. The others follow it through next(). */
+    static const TestRegistration *first() { return s_first; }
     const TestRegistration *next() const { return m_next; }
 
     const char *name() const { return m_name; }
@@ -30,6 +37,8 @@ public:
     int run(int argc, char **argv) const;
 
 private:
+    static inline const TestRegistration *s_first = nullptr;
+
     const char *m_name;
     TestApplication m_application;
     Run m_run;

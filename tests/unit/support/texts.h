@@ -3,21 +3,29 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QString>
 #include <QTranslator>
 
-/** Texts by their translation id, known to qtTrId() for as long as the object lives. */
+/** Makes texts known to qtTrId() by their translation id for as long as the object lives. */
 class Texts : public QTranslator
 {
-    Q_OBJECT
-
 public:
-    explicit Texts(const QHash<QString, QString> &texts);
-    ~Texts() override;
+    explicit Texts(const QHash<QString, QString> &texts)
+        : m_texts(texts)
+    {
+        QCoreApplication::installTranslator(this);
+    }
 
-    bool isEmpty() const override;
-    QString translate(const char *context, const char *id, const char *disambiguation, int n) const override;
+    ~Texts() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return m_texts.isEmpty(); }
+
+    QString translate(const char *, const char *id, const char *, int) const override
+    {
+        return m_texts.value(QString::fromUtf8(id));
+    }
 
 private:
     QHash<QString, QString> m_texts;
