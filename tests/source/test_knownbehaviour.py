@@ -28,3 +28,8 @@ def test_numbers_are_continuous():
 
 def test_cited_numbers_exist():
     assert not sorted((number, str(path)) for number, path in citations() if number not in entries())
+
+
+def test_every_number_has_a_test():
+    tested = {number for number, path in citations() if path.parts[0] == 'tests'}
+    assert not set(entries()) - tested
