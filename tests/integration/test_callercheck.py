@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Who may remove by launcher: real processes, under real users and groups."""
+"""The callers that may remove by launcher: real processes, under real users and groups."""
 
 import sys
 from pathlib import Path
@@ -73,7 +73,7 @@ def test_privileged(service, call_as, user, group):
     (VELMORA, UNNAMED, ()),
 ], ids=['neither', 'Privileged', 'privileged2', 'group root', 'supplementary group', 'Root', 'group without name'])
 def test_not_privileged(standins, service, call_as, signals, applications, user, group, more_groups):
-    """Nothing is done. The refusal has the caller's process id, and speaks of the group only: Known behaviour 12."""
+    """Nothing is done, and the caller learns its own process id. Known behaviour 12."""
     peers = standins.start('runtime-manager', 'package-manager')
     launcher = applications / 'app.desktop'
     launcher.touch()
@@ -112,7 +112,7 @@ def test_other_requests_are_open_to_all(manager, service, call_as, signals, dial
 
 @pytest.fixture
 def busy(standins, service, client, applications):
-    """The service is busy until it is told to go on: calls wait meanwhile."""
+    """The service is busy until it is told to go on: calls wait meanwhile. Known behaviour 4."""
     hooks = standins.start('runtime-manager')
     hooks.hang('OnRemove')
     launcher = applications / 'busy.desktop'

@@ -58,7 +58,7 @@ def test_package_manager_finds_out(service, client, signals, dialog, device, pac
 
 
 def test_package_manager_gets_what_is_there_by_then(service, client, signals, dialog, device, package, file):
-    """Known behaviour 46."""
+    """Files go by their paths. Known behaviour 46."""
     assert confirm(client, dialog, signals, file, package('other').replace) == (True, '')
     assert device.packages() == ['other']
     assert service.debugs() == ['RPM Package info: "before" "1.0" "What the user sees"']

@@ -103,6 +103,7 @@ def test_service_that_leaves_without_an_answer_fails(session_bus, run_client):
 
 
 def test_own_service_takes_no_single_string(service, session_bus, session_monitor, run_client):
+    """Known behaviour 1."""
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
 
     owner = session_bus.name_of_process(service.process.pid)

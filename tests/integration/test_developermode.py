@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""When the user is asked, and what is logged about it."""
+"""The conditions under which the user is asked, and their log."""
 
 import pytest
 
@@ -34,7 +34,7 @@ def asked(standins, service, client, signals, dialog):
 ])
 @pytest.mark.parametrize('emulator', [False, True], ids=['device', 'emulator'])
 def test_question_depends_on(standins, service, device, asked, emulator, sdk_mode, silent, question, warnings):
-    """On an emulator nobody is asked; what is logged is the same."""
+    """On an emulator the user is not asked; the log is the same. Known behaviour 49."""
     standins.start('developer-mode', silent_installation=silent)
     if emulator:
         device.mark_as_emulator()

@@ -16,14 +16,14 @@ OUT_OF_SYNC = 'Transaction count out of sync!'
 
 @pytest.fixture(autouse=True)
 def packages(packagekit, package, scriptlet):
-    """What is removed first, when the scriptlet has been let go, and what the next request removes."""
+    """The package that is removed first, when the scriptlet has been released, and the package of the next request."""
     install(package('native', scripts={'preun': scriptlet.commands}))
     install(package('next'))
 
 
 @pytest.fixture
 def check_next_request(service, client, signals, device):
-    """Whatever was wrong has left no trace."""
+    """The fault has left no trace."""
     def check():
         signals.all.clear()
         client.remove(['next'])
@@ -34,13 +34,15 @@ def check_next_request(service, client, signals, device):
     return check
 
 
+@pytest.fixture
 def requests(service, system_calls):
-    return [call.member for call in system_calls()
-            if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
+    """The requests at PackageKit."""
+    return lambda: [call.member for call in system_calls()
+                    if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
 
 
 def failed_resolve(code, text):
-    """What is logged where the failure is followed at once by the end."""
+    """The log of a failure that is followed at once by the end."""
     return ['Uninstall "native" via RPM',
             'UninstallTransactionPkgKit::start: ("native")',
             f'Resolve Error: ("native") PackageKit::Transaction::{code} "{text}"',
@@ -51,7 +53,7 @@ def failed_resolve(code, text):
 
 
 def test_absent_at_a_removal(packagekit, service, client, signals, device, check_next_request):
-    """The failure is reported, and then the end as a success; each lowers the count."""
+    """The failure is reported, and then the end as a success. Each lowers the count. Known behaviour 25."""
     packagekit.make_absent()
 
     client.remove(['native'])
@@ -66,14 +68,13 @@ def test_absent_at_a_removal(packagekit, service, client, signals, device, check
     check_next_request()
 
 
-def test_killed_while_resolving(packagekit, service, client, signals, device, scriptlet, system_bus, system_monitor,
-                                check_next_request):
-    """The same as its absence, but for the text."""
+def test_killed_while_resolving(packagekit, service, client, signals, device, scriptlet, requests, check_next_request):
+    """The failure is reported as for an absent PackageKit, with another text. Known behaviour 25."""
     packagekit.run_in_next_request(scriptlet.commands)
 
     client.remove(['native'])
     scriptlet.wait_running()
-    assert requests(system_bus, system_monitor, service) == ['Resolve']
+    assert requests() == ['Resolve']
     packagekit.kill()
 
     signals.wait('removalFinished', 2)
@@ -86,7 +87,7 @@ def test_killed_while_resolving(packagekit, service, client, signals, device, sc
 
 
 def test_killed_while_removing(packagekit, service, client, signals, device, scriptlet, check_next_request):
-    """It is reported once: the end that follows is none of success. The run of rpm goes on alone."""
+    """The failure is reported once: the end that follows is not a success. The run of rpm goes on alone."""
     client.remove(['native'])
     scriptlet.wait_running()
     packagekit.kill()
@@ -108,7 +109,7 @@ def test_killed_while_removing(packagekit, service, client, signals, device, scr
 
 
 def test_absent_at_a_search(packagekit, service, client, signals, device, check_next_request):
-    """Nobody hears of it."""
+    """No signal reports it."""
     packagekit.make_absent()
 
     client.remove_launcher(LAUNCHER)
@@ -124,13 +125,12 @@ def test_absent_at_a_search(packagekit, service, client, signals, device, check_
     check_next_request()
 
 
-def test_killed_while_searching(packagekit, service, client, signals, device, scriptlet, system_bus, system_monitor,
-                                check_next_request):
+def test_killed_while_searching(packagekit, service, client, signals, device, scriptlet, requests, check_next_request):
     packagekit.run_in_next_request(scriptlet.commands)
 
     client.remove_launcher(LAUNCHER)
     scriptlet.wait_running()
-    assert requests(system_bus, system_monitor, service) == ['SearchFiles']
+    assert requests() == ['SearchFiles']
     packagekit.kill()
 
     service.wait_for_log('Error on resolving desktop file owner')

@@ -39,12 +39,12 @@ class Peer:
         self.standin = getattr(self._standins, self.name.replace('-', '_'))
 
     def go(self):
-        """Dies, and everybody knows."""
+        """The peer dies, and the bus has noticed it."""
         self.standin.kill()
         self._bus.wait_owner(self._bus_name, owned=False)
 
     def repair(self):
-        """Whatever happened to it, it works again."""
+        """Makes the peer work again, whatever has happened to it."""
         if self.standin is None or not self.standin.process.alive:
             self.standin = self._standins.start(self.name)
         elif not self._bus.has_owner(self._bus_name):
@@ -54,10 +54,8 @@ class Peer:
 
 @dataclass
 class Fault:
-    """What happens to the peer, before it is called and once it has been called; and the signs of it.
-
-    Where there are none, a fault of this kind changes neither the log nor the outcome.
-    """
+    """The changes to the peer before and during its call, and the signs of the fault. A fault without signs changes
+    neither the log nor the outcome."""
 
     before: Callable = lambda peer: None
     during: Callable = None
@@ -160,7 +158,7 @@ def check_request(peer, what, service, signals, outcome):
 
 
 def check_next_request(peer, service, client, signals):
-    """Whatever was wrong has left no trace."""
+    """The fault has left no trace."""
     peer.repair()
     if peer.name == 'package-manager':
         peer.standin.configure('installs', 'nothing')

@@ -28,7 +28,7 @@ def without_manager(end):
 
 
 def reported_twice(text):
-    """Of a request that never began the library reports both the error and the end. Known behaviour 25."""
+    """The library reports both the error and the end of a request that never began. Known behaviour 25."""
     return End(((False, text), *REMOVED), DELETED)
 
 
@@ -90,21 +90,21 @@ def test_peer(try_faults, request_, peer):
 def test_system_bus(make_bus_faults, removal_table, request_):
     faults = make_bus_faults(request_)
     faults.start_service()
-    scene = faults.scene
+    removal = faults.removal
 
     def check(fault, end):
         row = removal_table.begin(request_.name, 'system bus', request_.last if fault == 'dies' else 'any', fault)
-        outcomes = scene.wait_end(end)
+        outcomes = removal.wait_end(end)
         assert outcomes == end.outcomes, row
         row.append(written(outcomes))
         return row
 
-    scene.expect(request_.usual)
+    removal.expect(request_.usual)
     faults.stop('system')
-    request_.ask(scene)
-    assert scene.outcomes() == ()
+    request_.ask(removal)
+    assert removal.outcomes() == ()
     faults.resume('system')
-    check('hangs', request_.usual).append(scene.repeat())
+    check('hangs', request_.usual).append(removal.repeat())
 
     end = LOST_BUS.get(request_.name, End(((False, 'Not connected to D-Bus server'),)))
     faults.ask_and_hold(end)
@@ -114,16 +114,16 @@ def test_system_bus(make_bus_faults, removal_table, request_):
     # This service has lost its bus for good. To one that never had it things look a little different.
     faults.service.kill()
     faults.start_service()
-    scene.set_up_files()
+    removal.set_up_files()
     end = ABSENT_BUS.get(request_.name, End(((False, 'Not connected to the system bus'),)))
-    scene.ask(end).wait()
+    removal.ask(end).wait()
     absent = check('absent', end)
 
     faults.start_anew()
-    scene.set_up()
-    scene.ask(request_.usual).wait()
+    removal.set_up()
+    removal.ask(request_.usual).wait()
     returned = check('returns', request_.usual)
-    following = scene.repeat()
+    following = removal.repeat()
     for row in (died, absent, returned):
         row.append(following)
 
@@ -134,7 +134,7 @@ def test_session_bus(make_bus_faults, removal_table, request_):
     does not look for another bus: the next one has a service of its own."""
     faults = make_bus_faults(request_)
     faults.start_service()
-    scene = faults.scene
+    removal = faults.removal
     usual = request_.usual
 
     def begin(fault):
@@ -144,27 +144,27 @@ def test_session_bus(make_bus_faults, removal_table, request_):
     peer = faults.ask_and_hold(usual)
     faults.stop('session')
     peer.release(request_.last)
-    assert scene.outcomes() == ()
+    assert removal.outcomes() == ()
     faults.resume('session')
-    outcomes = scene.wait_end(usual)
+    outcomes = removal.wait_end(usual)
     assert outcomes == usual.outcomes
-    row += [written(outcomes), scene.repeat()]
+    row += [written(outcomes), removal.repeat()]
 
     died = begin('dies')
     peer = faults.ask_and_hold(usual)
     faults.kill('session')
     peer.release(request_.last)
     if usual.outcomes:
-        scene.wait_log('Uninstalled "app"')
+        removal.wait_log('Uninstalled "app"')
     if request_ in (NATIVE_PACKAGE, NATIVE_LAUNCHER):
-        scene.wait_log(usual.log)
+        removal.wait_log(usual.log)
     faults.wait_settled()
     assert faults.service.alive
-    died.append(written(scene.outcomes()))
+    died.append(written(removal.outcomes()))
 
     faults.start_anew()
     returned = begin('returns')
-    returned += [scene.repeat(), scene.repeat()]
+    returned += [removal.repeat(), removal.repeat()]
     died.append(returned[-1])
 
 
@@ -180,7 +180,7 @@ def test_absent_session_bus(make_bus_faults, removal_table):
     assert service.log() == ['warning default: Could not connect to session bus.']
     row.append('no service')
     faults.start_anew()
-    row.append(faults.scene.repeat())
+    row.append(faults.removal.repeat())
 
 
 def test_wrong_type_of_session_bus(system_bus, program, scripted_bus, removal_table):

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What callers give as names of files: paths, URLs, and neither."""
+"""Names of files from callers: paths, URLs, and neither."""
 
 import shutil
 
@@ -10,7 +10,7 @@ ALREADY_INSTALLED = 'zarn_installation_error_desc_AlreadyInstalled (code: Alread
 FILE_NOT_FOUND = 'zarn_installation_error_desc_FileNotFound (code: FileNotFound)'
 UNASKED = '"Unable install package without confirm: The installation is not running in sdk mode. "'
 
-# What is asked for, and the path that the package manager gets.
+# The name in the request, and the path that the package manager gets.
 LOCAL = {
     '/tmp/two words.rpm': '/tmp/two words.rpm',
     '/tmp/a%20b.rpm': '/tmp/a%20b.rpm',
@@ -53,7 +53,7 @@ LOCAL = {
     'file:///tmp/a%00b.rpm': '/tmp/a',
 }
 
-# No files of this device. They count as an empty path: Known behaviour 7.
+# Names of no file of this device, which count as an empty path.
 FOREIGN = [
     '', ' ', '\n', '.', '..', 'a.rpm', './a.rpm', '../tmp/a.rpm', 'tmp/a.rpm', '~', '~/a.rpm', '~root/a.rpm', '-',
     '--help', '%1', '\\0', '\U0001f600', 'C:\\a.rpm', 'http://example.org/a.rpm', 'HTTP://example.org/tmp/a.rpm',
@@ -70,6 +70,7 @@ def silent(standins, device):
 
 
 def test_names_become_paths(silent, standins, service, client, signals):
+    """Known behaviour 7, 8."""
     package_manager = standins.start('package-manager', installs='nothing')
     names = [*LOCAL, *FOREIGN]
 

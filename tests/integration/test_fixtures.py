@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What the other tests rely on: that the helpers notice what goes wrong."""
+"""The helpers that the other tests rely on notice failures."""
 
 import signal
 

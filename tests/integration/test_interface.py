@@ -85,7 +85,7 @@ def test_reply_may_be_left_out(service, client, signals, session_bus, session_mo
     ('asbb', (True, False), True),
 ])
 def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, signature, flags, sdk_mode):
-    """And is off where it is left out."""
+    """Without the flag sdk mode is off."""
     standins.start('developer-mode', silent_installation=True)
     standins.start('package-manager', installs='nothing')
     dialog.use('Confirming')
@@ -178,7 +178,7 @@ def test_refused(service, client, signals, kind):
 
 
 def test_name_that_the_toolkit_gives_objects_means_nothing(service, client, signals):
-    """It can be set from outside, as it can be on every object of the toolkit."""
+    """The name can be set from outside, as on every object of the toolkit."""
     client.call('Set', '(ssv)', INTERFACE, 'objectName', VALUE, interface=PROPERTIES)
 
     assert client.call('GetAll', '(s)', INTERFACE, interface=PROPERTIES) == ({},)

@@ -69,7 +69,8 @@ def arguments(standin, method):
 
 @pytest.mark.parametrize('path', [LAUNCHER, Path('/opt/foo.bar.desktop'), Path('/opt/foo.bar.txt')])
 def test_package_of_the_package_manager(manager, service, client, signals, path, system_calls, session_calls):
-    """Goes by the launcher's name up to its last dot, wherever the launcher is, and whatever the record says."""
+    """The launcher's name up to its last dot counts, wherever the launcher is. The record itself does not matter. Known
+    behaviour 40."""
     path.write_text(PLAIN, encoding='utf-8')
     manager.answer('GetPackage', KNOWN)
 
@@ -91,7 +92,7 @@ def test_package_of_the_package_manager(manager, service, client, signals, path,
 
 
 def test_package_manager_is_asked_again(manager, packagekit, launcher, service, client, signals):
-    """The removal by name decides for itself."""
+    """The removal by name asks the package manager itself."""
     manager.answer('GetPackage', KNOWN, times=1)
 
     client.remove_launcher(launcher)
@@ -171,7 +172,7 @@ def test_owner_that_the_package_manager_knows(manager, packagekit, launcher, ser
 
 
 def test_owner_of_an_android_application(packagekit, android, android_launcher, service, client, signals):
-    """Is found by the Android package file, and goes as a native package."""
+    """It is found by the Android package file, and removed like a native package."""
     packagekit.script('SearchFiles', [package_found(A), finished()])
 
     client.remove_launcher(android_launcher)
@@ -224,7 +225,7 @@ FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)',
 
 @pytest.mark.parametrize('values', [*TRUE, *FALSE])
 def test_answer_of_android_support(packagekit, android, android_launcher, service, client, signals, values):
-    """Is true as far as the toolkit can make a boolean of it."""
+    """It is true if the toolkit can convert it to a true boolean."""
     android.answer('removeFile', GLib.Variant.parse(None, values, None, None))
 
     client.remove_launcher(android_launcher)
@@ -237,7 +238,7 @@ def test_answer_of_android_support(packagekit, android, android_launcher, servic
 
 def test_android_support_is_looked_at_before_each_call(packagekit, android, android_launcher, service, client,
                                                        system_bus, system_monitor):
-    """With a proxy for each. The bus library would only remember what it says of itself, if it said anything."""
+    """Each call has a proxy of its own. An introspection with contents would be remembered, so it has none here."""
     android.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
     android.answer('removeFile', GLib.Variant('(b)', (True,)))
 
@@ -298,7 +299,8 @@ def test_android_key_that_goes_during_the_search(packagekit, android, android_la
     [],
 ], ids=['found nothing', 'failed', 'error', 'endless'])
 def test_nobody_s_launcher_leaves_the_count_raised(packagekit, launcher, service, client, signals, search, script):
-    """By one: two owners of the next one lower it once too often, and that goes unnoticed."""
+    """The count stays one too high: the next search with two owners lowers it once too often without a warning, and
+    only the one after that warns. Known behaviour 22, 23."""
     packagekit.script('SearchFiles', script, times=1)
     packagekit.script('SearchFiles', [package_found(A), package_found(B), finished()], times=2)
 

@@ -101,7 +101,7 @@ def test_longest_path(removed, applications):
 
 
 def test_relative_path_of_a_file(monkeypatch, searched, tmp_path):
-    """Is looked at from where the service runs, and is none of the user's own launchers."""
+    """A relative path counts from the folder that the service runs in. Its file is none of the user's own launchers."""
     monkeypatch.chdir(tmp_path)
     Path('relative.desktop').touch()
 
@@ -126,7 +126,7 @@ def test_own_link_to_a_file_of_the_system(hooks, removed, applications, tmp_path
 
 
 def test_system_link_to_an_own_launcher(searched, applications):
-    """Goes by its own path, and is searched for."""
+    """The path of the link counts, so its owner is searched for."""
     own = applications / 'own.desktop'
     own.touch()
     link = SYSTEM / 'link.desktop'
@@ -139,7 +139,7 @@ def test_system_link_to_an_own_launcher(searched, applications):
 
 
 def test_way_up_from_the_own_folder(hooks, removed, applications):
-    """The path begins like that of an own launcher, and so the file is deleted: Known behaviour 39."""
+    """The path begins like an own launcher, so the file is deleted. Known behaviour 39."""
     outside = applications.parent / 'outside.desktop'
     outside.touch()
 
@@ -151,7 +151,7 @@ def test_way_up_from_the_own_folder(hooks, removed, applications):
 @pytest.mark.parametrize('detour', ['{share}/./applications/own.desktop', '{share}/../share/applications/own.desktop',
                                     '{share}//applications/own.desktop', '/{share}/applications/own.desktop'])
 def test_detour_to_the_own_folder(searched, applications, detour):
-    """The path does not begin like an own launcher."""
+    """The path does not begin like an own launcher, so its owner is searched for."""
     own = applications / 'own.desktop'
     own.touch()
     path = detour.format(share=applications.parent)
@@ -173,7 +173,7 @@ def test_letter_case_of_the_own_folder_counts(searched, applications):
 
 @pytest.mark.parametrize('name', ['applications-old/app.desktop', 'applications.desktop', 'applicationsapp.desktop'])
 def test_neighbour_of_the_own_folder(hooks, removed, applications, name):
-    """A path that begins with the same letters counts as the user's own: Known behaviour 38."""
+    """A path that begins with the same letters counts as the user's own. Known behaviour 38."""
     neighbour = applications.parent / name
     neighbour.parent.mkdir(exist_ok=True)
     neighbour.touch()

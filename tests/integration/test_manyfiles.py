@@ -97,7 +97,7 @@ def test_every_file_of_many_can_be_declined(standins, lean, client, signals, dia
 
 
 def test_many_requests_at_once(silent, lean, client, signals):
-    """Started together, each ends on its own."""
+    """They start together, and each ends on its own."""
     silent.hang('Install')
     for number in range(100):
         client.install([f'/absent/{number}.rpm'])
@@ -112,7 +112,7 @@ def test_many_requests_at_once(silent, lean, client, signals):
 
 
 def test_many_requests_behind_a_dialog(standins, lean, client, signals, dialog, device):
-    """Each of which ends inside its own start."""
+    """Each of them ends inside its own start."""
     dialog.use('Controlled')
     client.install(['/absent.rpm'])
     dialog.wait_shown()

@@ -28,7 +28,7 @@ def complaint(request, dialog):
 
 
 def test_request_never_ends(standins, service, client, signals, complaint):
-    """The caller hears that the user is being asked, and nothing more."""
+    """The caller hears that the user is being asked, and nothing more. Known behaviour 52, 61."""
     standins.start('mce', 'package-manager')
 
     client.install(['/one.rpm', '/two.rpm'])

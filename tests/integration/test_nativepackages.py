@@ -30,24 +30,16 @@ def installed(packagekit, package):
 
 @pytest.fixture
 def told_launcher_model(service, session_calls):
-    """What the service has told the home screen's launcher model, which is not there."""
-    def told():
-        service.barrier()
-        return [(call.member, call.signature, call.arguments)
-                for call in session_calls()
-                if call.destination == 'org.orrinmobile.rozzle']
-    return told
+    """The calls of the home screen's launcher model, which is not there."""
+    return lambda: [(call.member, call.signature, call.arguments) for call in session_calls()
+                    if call.destination == 'org.orrinmobile.rozzle']
 
 
 @pytest.fixture
 def asked_packagekit(service, system_calls):
-    """What the service has asked PackageKit for."""
-    def asked():
-        service.barrier()
-        return [(call.member, call.signature, call.arguments)
-                for call in system_calls()
-                if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
-    return asked
+    """The requests at PackageKit."""
+    return lambda: [(call.member, call.signature, call.arguments) for call in system_calls()
+                    if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
 
 
 def resolve(name):
@@ -75,7 +67,7 @@ NATIVE = {'files': {FIRST: ENTRY, SECOND: ENTRY}}
 
 @pytest.mark.parametrize('keep_userdata', [False, True])
 def test_by_name(installed, service, client, signals, device, told_launcher_model, asked_packagekit, keep_userdata):
-    """What the user has stored is no concern of PackageKit."""
+    """PackageKit ignores whether user data is to be kept. Known behaviour 16."""
     installed('native', **NATIVE)
 
     client.remove(['native'], keep_userdata)
@@ -100,7 +92,7 @@ def test_by_name(installed, service, client, signals, device, told_launcher_mode
 
 @pytest.mark.parametrize('launcher', [FIRST, SECOND])
 def test_by_launcher(installed, service, client, signals, device, told_launcher_model, asked_packagekit, launcher):
-    """Any one of its launchers will do."""
+    """Any launcher of the package will do."""
     installed('native', **NATIVE)
 
     client.remove_launcher(launcher)
@@ -154,6 +146,7 @@ def test_lock_refuses_the_removal(installed, packagekit, service, client, signal
 
 def test_package_that_is_not_installed(packagekit, service, client, signals, device, told_launcher_model,
                                        asked_packagekit):
+    """Its removal succeeds. Known behaviour 18."""
     client.remove(['absent'])
 
     assert signals.wait('removalFinished') == REMOVED

@@ -26,6 +26,7 @@ def lonely_service(request, processes, system_bus, program):
 
 
 def test_service_is_there(lonely_service, client, signals):
+    """Known behaviour 9."""
     client.install([])
 
     assert signals.wait('installFinished') == (True, '')
@@ -76,6 +77,7 @@ def launcher():
 
 
 def test_every_name_fails_once(launcher_model, lonely_service, client, signals):
+    """Known behaviour 42."""
     client.remove(['a', 'b'])
 
     signals.wait('removalFinished', 2)
@@ -150,7 +152,7 @@ def check_next_request(service, client, signals):
 
 
 def test_bus_is_lost_before_packagekit_answers(peers, processes, system_bus, service, client, signals):
-    """Its library reports both the error and the end, and each is answered."""
+    """The library reports both the error and the end, and each is answered. Known behaviour 25."""
     peers.package_kit.hang('Resolve')
     client.remove(['a'])
     peers.package_kit.wait_call('Resolve')
@@ -164,7 +166,7 @@ def test_bus_is_lost_before_packagekit_answers(peers, processes, system_bus, ser
 
 
 def test_bus_is_lost_between_packagekits_answers(peers, processes, system_bus, service, client, signals):
-    """A package has been found, so that the removal goes on after the error, and fails twice: Known behaviour 29."""
+    """A package has been found, so the removal goes on after the error and fails a second time. Known behaviour 29."""
     peers.package_kit.hang('Resolve')
     client.remove(['a'])
     path = peers.package_kit.wait_call('Resolve').path
@@ -189,7 +191,7 @@ def test_bus_is_lost_between_packagekits_answers(peers, processes, system_bus, s
 
 
 def test_bus_is_lost_while_packagekit_searches(peers, processes, system_bus, service, client, signals):
-    """Its library does not notice, so the removal has no end."""
+    """The library does not notice, so the removal has no end."""
     peers.package_kit.script('Resolve', [package_found(A)])
     client.remove(['a'])
     service.wait_for_log('Resolved: ')

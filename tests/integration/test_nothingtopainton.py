@@ -20,6 +20,7 @@ def service(standins, screen, program):
 
 
 def test_installation_is_cancelled(client, signals, standins, service):
+    """Known behaviour 53."""
     client.install(['/one.rpm', '/two.rpm'])
 
     assert signals.wait('installFinished') == CANCELLED

@@ -14,7 +14,7 @@ NO_SPACE = 'zarn_installation_error_desc_NoSpace (code: NoSpace)'
 CONFLICT = 'zarn_installation_error_desc_Conflict (code: Conflict)'
 
 
-# What is to happen to each file, in turn; the outcome; the files that the package manager gets.
+# The fate of each file, in turn; the outcome; the files that the package manager gets.
 DECLINED, INSTALLED = 'declined', 'installed'
 CASES = [
     ([INSTALLED], (True, ''), [1]),
@@ -36,6 +36,7 @@ CASES = [
 
 @pytest.mark.parametrize('fates, outcome, handed_over', CASES, ids=lambda value: '-'.join(map(str, value)))
 def test_request_ends_with(service, client, signals, dialog, manager, fates, outcome, handed_over):
+    """Known behaviour 50, 51."""
     dialog.use('Controlled')
     for fate in fates:
         if fate == INSTALLED:
@@ -56,7 +57,8 @@ def test_request_ends_with(service, client, signals, dialog, manager, fates, out
 
 
 def test_several_files_take_turns(standins, service, client, signals, device, manager, system_calls):
-    """One is asked about when the one before has been installed, and the developer mode for each anew."""
+    """The next file is asked about when the one before has been installed. The developer mode is asked for each
+    file."""
     standins.start('developer-mode', silent_installation=True)
     device.mark_as_emulator()
     manager.hang('Install', 1)
@@ -75,7 +77,7 @@ def test_several_files_take_turns(standins, service, client, signals, device, ma
 
 
 def test_files_are_really_installed(platform, service, client, signals, dialog, device, package):
-    """The good ones of a request with a bad one in between."""
+    """The good files of a request are installed, also after a bad one."""
     dialog.use('Confirming')
 
     client.install([package('good'), package('needy', requires=['nothing-that-exists']), package('fine')])
@@ -86,6 +88,7 @@ def test_files_are_really_installed(platform, service, client, signals, dialog, 
 
 
 def test_one_file_goes_this_way(platform, service, client, signals, dialog, package, system_calls):
+    """Known behaviour 49, 62."""
     dialog.use('Confirming')
     file = package('traced', version='3.4', summary='Leaves traces')
 
@@ -131,7 +134,8 @@ def test_accepted_package_is_installed(platform, service, client, signals, dialo
 
 def test_mce_is_looked_at_before_each_request(platform, service, client, signals, dialog, system_bus, system_monitor,
                                               package):
-    """With a proxy for each. The bus library would only remember what MCE says of itself, if it said anything."""
+    """Each request to MCE has a proxy of its own. An introspection with contents would be remembered, so it has none
+    here."""
     dialog.use('Dismissing')
     platform.mce.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
 
@@ -175,6 +179,7 @@ def test_display_turned_off_declines(platform, service, client, signals, dialog,
 
 
 def test_second_answer_of_a_dialog_is_handled_again(platform, service, client, signals, dialog, package, system_calls):
+    """Known behaviour 63."""
     dialog.use('AnsweringTwice')
     platform.package_manager.hang('Install')
 

@@ -20,12 +20,8 @@ def launcher(applications):
 @pytest.fixture
 def calls(service, system_calls):
     """The service's calls of other programs on the system bus."""
-    def made():
-        service.barrier()
-        return [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
-                for call in system_calls()
-                if call.destination != 'com.nokia.mce']
-    return made
+    return lambda: [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
+                    for call in system_calls() if call.destination != 'com.nokia.mce']
 
 
 def hook(name):
@@ -45,7 +41,8 @@ def hook(name):
 ])
 def test_is_deleted_and_the_hook_called(standins, service, client, signals, applications, calls, file, name,
                                         session_calls):
-    """The hook gets the part of the file's name before the first dot (Known behaviour 40). There are no other calls."""
+    """The hook receives the part of the file's name before its first dot. The back ends and the home screen hear
+    nothing. Known behaviour 21, 40."""
     standins.start('runtime-manager', 'package-manager')
     path = applications / file
     path.parent.mkdir(parents=True, exist_ok=True)
@@ -61,7 +58,7 @@ def test_is_deleted_and_the_hook_called(standins, service, client, signals, appl
 
 
 def test_hook_follows_the_deletion(standins, service, client, launcher):
-    """And the caller gets no answer before it has returned."""
+    """The caller gets no answer before the hook has returned. Known behaviour 3."""
     hooks = standins.start('runtime-manager')
     hooks.hang('OnRemove')
 

@@ -15,7 +15,7 @@ def package_manager(standins, dialog):
 
 
 def outcomes(signals):
-    """What was announced, in order: True and False for installFinished, "asked" for needConfirm."""
+    """The signals in order: True and False for installFinished, "asked" for needConfirm."""
     return ['asked' if signal.name == 'needConfirm' else signal.arguments[0] for signal in signals.all]
 
 
@@ -58,7 +58,7 @@ def test_request_of_several_files_is_not_interrupted(service, client, signals, d
 
 
 def test_waiting_request_is_not_started_by_the_dialogs_end(service, client, signals, dialog, package_manager):
-    """What starts it is the end of a request."""
+    """The end of a request starts it."""
     package_manager.hang('Install', 1)
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
@@ -76,6 +76,7 @@ def test_waiting_request_is_not_started_by_the_dialogs_end(service, client, sign
 
 
 def test_new_request_lets_the_oldest_one_go_first(service, client, signals, dialog, package_manager):
+    """A request waits for a dialog, but not for an installation. Known behaviour 54."""
     package_manager.hang('Install', 1)
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
@@ -93,7 +94,7 @@ def test_new_request_lets_the_oldest_one_go_first(service, client, signals, dial
 
 def test_requests_install_side_by_side_without_the_dialog(standins, service, client, signals, package_manager,
                                                           device):
-    """Each ends on its own, whichever began first."""
+    """Each ends on its own, whichever began first, and no signal says which. Known behaviour 5."""
     device.mark_as_emulator()
     package_manager.hang('Install')
     client.install(['/first.rpm'])
@@ -115,7 +116,7 @@ def test_requests_install_side_by_side_without_the_dialog(standins, service, cli
 
 @pytest.mark.parametrize('disappear', ['hide', 'close'])
 def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dialog, disappear):
-    """Only what is on screen does; and the service does not end with its last window."""
+    """Only a dialog on screen makes requests wait. The service does not end with its last window."""
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
     dialog.answer(disappear, number=1)
@@ -130,7 +131,7 @@ def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dia
 
 
 def test_empty_request_waits_too(service, client, signals, dialog):
-    """And those that end inside their own start let the next one start."""
+    """A request that ends inside its own start lets the next one start."""
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
     for files in ([], [], ['/second.rpm'], []):
@@ -149,7 +150,7 @@ def test_empty_request_waits_too(service, client, signals, dialog):
 
 
 def test_policy_is_asked_when_a_request_starts(service, client, signals, dialog, device):
-    """Not when it comes, nor later on."""
+    """It is read neither when the request arrives nor later on."""
     client.install(['/first.rpm', '/second.rpm'])
     client.install(['/third.rpm'])
     dialog.wait_shown(1)

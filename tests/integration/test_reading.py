@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What the dialog and the log tell about package files, good and bad ones."""
+"""Package files, good and bad ones, in the dialog and in the log."""
 
 import subprocess
 
@@ -10,7 +10,7 @@ from packages import SigningKey, damage
 
 @pytest.fixture
 def ask(platform, service, client, signals, dialog):
-    """Has files installed, and returns what the dialog showed of each."""
+    """Has files installed, and returns the contents of the dialog for each one."""
     dialog.use('Confirming')
 
     def install(*files):
@@ -33,7 +33,7 @@ def test_package_is_shown(service, signals, device, ask, package):
 
 
 def test_unreadable_file_is_shown_with_what_was_read_before(service, signals, device, ask, package, tmp_path):
-    """The package manager is the one to refuse it."""
+    """The package manager is the one to refuse it. Known behaviour 43, 44."""
     good = package('good', summary='The one before')
     bad = tmp_path / 'bad.rpm'
     bad.write_bytes(b'no package at all' * 1000)
@@ -78,7 +78,7 @@ def test_unknown_key_changes_nothing(service, signals, device, ask, package, leg
 
 
 def test_signature_that_does_not_match_changes_nothing(service, signals, ask, package):
-    """The package manager alone refuses the file: Known behaviour 45."""
+    """The package manager makes its own checks. Known behaviour 45."""
     file = package('tampered')
     with SigningKey('Somebody') as key:
         key.sign(file, legacy=True)
@@ -92,7 +92,7 @@ def test_signature_that_does_not_match_changes_nothing(service, signals, ask, pa
 
 
 def test_known_key_verifies(service, ask, package, tmp_path):
-    """librpm says so itself; the program's way to librpm leads through the verification."""
+    """librpm logs the verification, which shows that the service reads with it."""
     file = package('trusted')
     with SigningKey('Somebody known') as key:
         key.sign(file, legacy=True)

@@ -40,6 +40,7 @@ def test_dialog_comes_before_the_reply_which_does_not_wait_for_its_answer(client
 
 @pytest.mark.parametrize('policy, outcome', [('', True), (REFUSING_POLICY, False)], ids=['empty', 'refused'])
 def test_many_in_a_row_end_one_by_one(service, client, signals, device, sent, policy, outcome):
+    """Each outcome comes before the reply. Known behaviour 2."""
     device.set_policy(policy)
 
     calls = [client.start('installFiles', '(asbb)', [], False, False) for _ in range(20)]

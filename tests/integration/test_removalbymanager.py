@@ -5,7 +5,7 @@
 import pytest
 from gi.repository import GLib
 from harness.client import Client
-from support.chronicle import chronicle
+from support.callorder import calls_in_order
 from support.removalrequests import KNOWN
 
 NOTHING = GLib.Variant('()', ())
@@ -35,7 +35,7 @@ def own_launcher(applications):
 ])
 def test_package_is_asked_about_and_removed(service, client, signals, manager, session_bus, session_monitor, signature,
                                             flags, options, system_calls):
-    """The key is not there where the data may go: it never says false."""
+    """The key is missing where the data may go; it is never false."""
     assert client.call('removePackages', f'({signature})', ['a.b'], *flags) == ()
 
     assert signals.wait('removalFinished') == (True, '')
@@ -55,13 +55,13 @@ def test_package_is_asked_about_and_removed(service, client, signals, manager, s
 
 def test_home_screen_hears_of_it(service, client, signals, manager, launcher_model, own_launcher, session_bus,
                                  session_monitor):
-    """Before the package manager does, and of the end before everybody else."""
+    """It is called before the package manager, and hears of the end before everybody else."""
     path = own_launcher('a.b')
 
     client.call('removePackages', '(as)', ['a.b'])
 
     assert signals.wait('removalFinished') == (True, '')
-    assert chronicle(manager, launcher_model) == [
+    assert calls_in_order(manager, launcher_model) == [
         ('GetPackage', ('a.b',)), ('updatingStarted', ('a.b', '', '', path)), ('Remove', ('a.b', {})),
         ('updatingFinished', ('a.b',))]
     service.barrier()
@@ -77,7 +77,7 @@ def test_home_screen_hears_of_it(service, client, signals, manager, launcher_mod
 
 
 def test_home_screen_is_waited_for(service, client, signals, manager, launcher_model, own_launcher):
-    """On either side of the removal."""
+    """The service waits for it before and after the removal. Known behaviour 3."""
     own_launcher('a')
     launcher_model.hang('updatingStarted')
     launcher_model.hang('updatingFinished')
@@ -120,12 +120,12 @@ def test_package_without_launcher_is_only_finished(service, client, signals, man
     client.call('removePackages', '(as)', ['a.b'])
 
     assert signals.wait('removalFinished') == (True, '')
-    assert chronicle(launcher_model) == [('updatingFinished', ('a.b',))]
+    assert calls_in_order(launcher_model) == [('updatingFinished', ('a.b',))]
 
 
 def test_launcher_of_the_user_comes_before_that_of_the_system(service, client, signals, manager, launcher_model,
                                                               own_launcher, installed):
-    """One launcher is told of, and only of a file."""
+    """The home screen is told of one launcher only."""
     installed('both')
     installed('system')
     path = own_launcher('both')
@@ -139,7 +139,7 @@ def test_launcher_of_the_user_comes_before_that_of_the_system(service, client, s
 
 @pytest.fixture
 def installed(standins, system_bus, processes, package):
-    """Has a package installed by the package manager, which runs."""
+    """Lets the package manager install a package."""
     peer = Client(system_bus.connect(), processes)
 
     def install(name, **properties):
@@ -171,7 +171,7 @@ def test_package_is_really_removed(platform, service, client, signals, device, i
     assert signals.wait('removalFinished') == (True, '')
     assert device.packages() == []
     assert data.exists() == keep
-    assert chronicle(platform.package_manager, platform.launcher_model) == [
+    assert calls_in_order(platform.package_manager, platform.launcher_model) == [
         ('GetPackage', ('real',)),
         ('updatingStarted', ('real', '', '', '/usr/share/applications/real.desktop')),
         ('Remove', ('real', {'KeepUserData': True} if keep else {})),
@@ -190,11 +190,11 @@ def test_refusal_is_told_in_its_own_words(service, client, signals, manager, lau
     assert signals.names() == ['removalFinished']
     assert service.log() == ['debug default: Uninstall "a" via ZARN',
                              'debug default: Failed to uninstall "a" "Not \\"now\\".\\nLater, größer."']
-    assert chronicle(launcher_model) == [('updatingFinished', ('a',))]
+    assert calls_in_order(launcher_model) == [('updatingFinished', ('a',))]
 
 
 def test_refusal_without_words_counts_as_success(service, client, signals, manager):
-    """What was asked is whether there is a text."""
+    """Only the text of an error counts. Known behaviour 34."""
     manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', '')
 
     client.call('removePackages', '(as)', ['a'])
@@ -217,7 +217,7 @@ def test_no_names_no_removal(service, client, signals, manager, launcher_model):
 
     service.barrier()
     assert signals.all == []
-    assert chronicle(manager, launcher_model) == []
+    assert calls_in_order(manager, launcher_model) == []
     assert service.log() == []
 
 
@@ -228,7 +228,7 @@ def test_two_names_end_as_their_answers_come(service, client, signals, manager, 
     client.call('removePackages', '(asb)', ['first', 'second'], True)
 
     assert manager.wait_call('Remove', 2).arguments == ('second', {'KeepUserData': True})
-    assert chronicle(manager, launcher_model) == [
+    assert calls_in_order(manager, launcher_model) == [
         ('GetPackage', ('first',)), ('updatingStarted', ('first', '', '', first)),
         ('Remove', ('first', {'KeepUserData': True})),
         ('GetPackage', ('second',)), ('updatingStarted', ('second', '', '', second)),
@@ -244,7 +244,7 @@ def test_two_names_end_as_their_answers_come(service, client, signals, manager, 
 
 
 def test_same_name_twice_is_removed_twice(standins, service, client, signals, device, installed):
-    """The one that comes too late finds nothing any more."""
+    """The second removal finds nothing any more. Known behaviour 24."""
     manager = standins.start('package-manager')
     installed('twice')
     manager.hang('Remove', 1)

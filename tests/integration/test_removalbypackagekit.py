@@ -7,7 +7,7 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
-from support.chronicle import chronicle
+from support.callorder import calls_in_order
 from support.packagekit import install
 from support.transactionsignals import (EXIT_FAILED, error_code, finished, item_progress, package_found,
                                         packages_found)
@@ -28,9 +28,9 @@ def packagekit(standins):
     return standins.start('package-kit')
 
 
-def story(*standins):
-    """The requests among the calls; PackageKit's library has many more."""
-    return [step for step in chronicle(*standins) if step[0] in REQUESTS]
+def requests_in_order(*standins):
+    """The requests among the calls; the library of PackageKit makes many more."""
+    return [step for step in calls_in_order(*standins) if step[0] in REQUESTS]
 
 
 def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_calls):
@@ -73,7 +73,7 @@ def test_whatever_is_found_goes_together(packagekit, service, client, signals, f
 
 def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launcher_model, service, client, signals,
                                                    package):
-    """And of the end, before everybody else does."""
+    """It also hears of the end before everybody else."""
     manager = standins.start('package-manager')
     one, two, sub = (str(APPLICATIONS / name) for name in ('a.desktop', 'b.desktop', 'folder/c.desktop'))
     other = ['/usr/share/applications/a.DESKTOP', '/usr/share/applications/a.desktop.old', '/usr/share/Applications/a.desktop',
@@ -88,7 +88,7 @@ def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launche
     assert signals.all == []
     launcher_model.release('updatingFinished')
     assert signals.wait('removalFinished') == (True, '')
-    assert story(manager, packagekit, launcher_model) == [
+    assert requests_in_order(manager, packagekit, launcher_model) == [
         ('GetPackage', ('a',)),
         ('updatingStarted', ('a', '', '', one)),
         ('updatingStarted', ('a', '', '', two)),
@@ -101,7 +101,7 @@ def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launche
 
 
 def test_first_of_two_versions_speaks_for_both(packagekit, launcher_model, service, client, signals, package, device):
-    """One header is read, whichever the database has first."""
+    """The first header that the database returns is read. Known behaviour 19."""
     for version in ('1', '2'):
         install_beside(package('a', version=version, files={f'/usr/share/applications/a{version}.desktop': 'x'}))
 
@@ -133,7 +133,8 @@ def android_launchers():
 
 def test_android_application_has_its_launchers_by_name(packagekit, launcher_model, service, client, signals, package,
                                                        android_launchers):
-    """In any letter case, and in the order of a listing. The package itself is not looked at."""
+    """Letter case does not matter, and the order is that of a listing. The package itself is not read. Known behaviour
+    35."""
     name = 'ambrel-apk-a.b.C'
     install(package(name, files={'/usr/share/applications/native.desktop': 'x'}))
     android_launchers('zindro_launcher_a_b_C_2.desktop', 'zindro_launcher_a_b_C.desktop',
@@ -196,7 +197,7 @@ def test_failed_removal(packagekit, service, client, signals):
     (6, 'PackageKit::Transaction::ExitKilled'),
 ])
 def test_removal_that_ends_without_a_word(packagekit, launcher_model, service, client, signals, status, name):
-    """Neither failed nor succeeded: nobody is told."""
+    """It has neither failed nor succeeded, so nobody is told. Known behaviour 20."""
     packagekit.script('Resolve', [package_found(A), finished()])
     packagekit.script('RemovePackages', [finished(status, 4)], times=1)
 
@@ -225,7 +226,7 @@ def test_how_the_search_ends_does_not_matter(packagekit, service, client, signal
 
 
 def test_two_names_end_as_their_answers_come(packagekit, service, client, signals):
-    """Two searches, two removals."""
+    """There are two searches and two removals."""
     packagekit.hang('Resolve')
 
     client.remove(['first', 'second'])

@@ -16,7 +16,7 @@ APPLICATIONS = Path('/usr/share/applications')
 ENDED = re.compile('debug default: (?:Uninstalled|Failed to uninstall) "(?P<name>[^"]*)"(?: "(?P<text>.*)")?')
 OUT_OF_SYNC = 'Transaction count out of sync!'
 
-# What the bus allows a program.
+# The number of replies that the bus lets a connection wait for.
 PENDING = 128
 TOO_MANY = 'The maximum number of pending replies per connection has been reached'
 
@@ -42,7 +42,7 @@ def local_service(request, program):
 
 @pytest.fixture
 def both(standins):
-    """The back ends that know nothing."""
+    """Both back ends, which know no package."""
     return standins.start('package-manager', 'package-kit')
 
 
@@ -56,7 +56,7 @@ def check_alive(service, client, signals):
 
 
 def test_any_name_gets_to_the_package_manager(manager, local_service, client, signals):
-    """In one request, as it is."""
+    """All names arrive unchanged, from one request."""
     manager.answer('GetPackage', KNOWN)
 
     client.remove(NAMES, keep_userdata=True)
@@ -70,7 +70,7 @@ def test_any_name_gets_to_the_package_manager(manager, local_service, client, si
 
 
 def test_any_name_gets_to_packagekit(both, standins, local_service, client, signals):
-    """Side by side, so in any order."""
+    """All names arrive unchanged, in any order. Known behaviour 18."""
     client.remove(NAMES)
 
     signals.wait('removalFinished', len(NAMES))
@@ -113,7 +113,7 @@ def test_thousand_names_for_the_package_manager(manager, service, client, signal
 
 
 def ends(service):
-    """How the removal of each name has ended, by the log: None for well, or what was said."""
+    """The ends of the removal of each name, by the log: None for a success, or the text of a failure."""
     ended = {}
     for match in filter(None, map(ENDED.fullmatch, service.log())):
         ended.setdefault(match['name'], []).append(match['text'])
@@ -121,7 +121,7 @@ def ends(service):
 
 
 def wait_ends(processes, service, names):
-    """Waits until each removal has ended, which is always well in the end, and returns how."""
+    """Waits until each removal has succeeded at last, and returns all ends."""
     processes.wait_until(lambda: all(None in ends(service).get(name, [])
                          for name in names), 'the end of every removal', 60)
     service.barrier()
@@ -129,7 +129,7 @@ def wait_ends(processes, service, names):
 
 
 def check_overrun(service, client, signals, ended):
-    """All that has ended is on the bus, the count is too low for what ended twice, and the service goes on."""
+    """All ends are on the bus, the count is too low for those that came twice, and the service goes on."""
     outcomes = [(text is None, text or '') for texts in ended.values() for text in texts]
     assert sorted(signals.arguments('removalFinished')) == sorted(outcomes)
     assert set(service.warnings()) <= {OUT_OF_SYNC}
@@ -139,8 +139,8 @@ def check_overrun(service, client, signals, ended):
 
 
 def test_thousand_names_for_packagekit(both, processes, standins, service, client, signals):
-    """The bus does not take that many calls at once from a program. What it refuses fails, and ends a second time, as
-    every request does that never got to PackageKit."""
+    """The bus refuses some of the calls. Their removals fail and then end a second time, as every request does that
+    never got to PackageKit. Known behaviour 25, 30."""
     names = [f'name{number}' for number in range(1000)]
 
     client.start('removePackages', '(as)', names).wait()
@@ -152,7 +152,8 @@ def test_thousand_names_for_packagekit(both, processes, standins, service, clien
 
 
 def test_removals_that_the_bus_refuses(both, processes, standins, service, client, signals):
-    """It lets a program wait for so many replies. Beyond it there is neither a package manager nor PackageKit."""
+    """The bus lets a connection wait for a number of replies. Beyond it neither the package manager nor PackageKit can
+    be asked. Known behaviour 30."""
     manager = standins.package_manager
     manager.configure('installs', 'nothing')
     manager.answer('GetPackage', KNOWN, times=PENDING)
@@ -173,7 +174,8 @@ def test_removals_that_the_bus_refuses(both, processes, standins, service, clien
 
 
 def test_as_many_removals_side_by_side_as_the_bus_takes(both, standins, service, client, signals):
-    """Whose signals the bus would not tell apart for one program. Nobody looks for doublets."""
+    """The bus limits the match rules of a connection. The same name given twice is removed twice. Known behaviour
+    24."""
     standins.package_kit.script('Resolve', [package_found('a;1;noarch;installed'), finished()])
     standins.package_kit.script('RemovePackages', [error_code('Gone.'), finished(2)])
 
@@ -187,7 +189,7 @@ def test_as_many_removals_side_by_side_as_the_bus_takes(both, standins, service,
 @pytest.mark.parametrize('name', ['*', 'nat*', 'native-1.0', 'native-1.0-1', 'native-1.0-1.noarch', 'NATIVE', 'native ',
                                   'native\n', 'native;', '/usr/share/applications/native.desktop', ''], ids=short)
 def test_launchers_are_looked_up_by_the_very_name(both, launcher_model, service, client, signals, package, name):
-    """No pattern, no version, no file."""
+    """Patterns, versions and files do not count as names."""
     install(package('native'))
 
     client.remove([name])
@@ -203,7 +205,7 @@ def test_launchers_are_looked_up_by_the_very_name(both, launcher_model, service,
 @pytest.mark.parametrize('locale', ['C.UTF-8', 'C'])
 def test_launchers_are_looked_up_in_the_local_encoding(
         both, launcher_model, standins, program, client, signals, device, tmp_path, locale):
-    """That is UTF-8 for the toolkit, whatever the locale; names of other bytes cannot be asked for."""
+    """The toolkit uses UTF-8 under every locale; names of other bytes cannot be asked for."""
     for encoding in ('utf-8', 'latin-1'):
         install_handmade(write_launchers(tmp_path / 'foreign.rpm', 'größer'.encode(encoding), [f'{encoding}.desktop']))
     program.start(environment={'LC_ALL': locale})
@@ -218,7 +220,7 @@ def test_launchers_are_looked_up_in_the_local_encoding(
 
 
 def test_pattern_in_the_name_of_an_android_package_counts(both, launcher_model, service, client, signals):
-    """It becomes part of the pattern of file names, in the one folder."""
+    """It becomes part of the pattern of file names in the folder of launchers. Known behaviour 35."""
     launchers = [APPLICATIONS / f'zindro_launcher_{name}.desktop' for name in ('a', 'b', 'c')]
     outside = APPLICATIONS.parent / 'zindro_launcher_a.desktop'
     for path in (*launchers, outside):

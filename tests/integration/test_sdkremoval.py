@@ -4,7 +4,7 @@
 
 import pytest
 from harness.client import Client
-from support.chronicle import chronicle
+from support.callorder import calls_in_order
 from support.packagekit import install
 from support.removalrequests import KNOWN
 
@@ -30,7 +30,7 @@ def removed(manager):
 
 
 def test_two_files_two_removals_and_one_installation(service, client, signals, manager, package, system_calls):
-    """The removals are sent first, and the installations do not wait for them: Known behaviour 13."""
+    """The removals are sent before anything else, and nothing waits for their end. Known behaviour 13."""
     files = [package('first'), package('second')]
     manager.hang('Remove')
 
@@ -58,6 +58,7 @@ def test_two_files_two_removals_and_one_installation(service, client, signals, m
     ('asbb', (True, True), {'KeepUserData': True}),
 ])
 def test_user_data_flag_is_for_the_removal(service, client, signals, manager, package, signature, flags, options):
+    """Known behaviour 6."""
     client.call('installFiles', f'({signature})', [str(package('app'))], *flags)
 
     signals.wait('removalFinished')
@@ -80,7 +81,7 @@ def test_nothing_is_removed_without_sdk_mode(service, client, signals, manager, 
 
 
 def test_file_that_cannot_be_read_has_no_name(service, client, signals, manager, package, tmp_path):
-    """The package manager is asked for the empty name: Known behaviour 14."""
+    """The back ends are asked nevertheless."""
     text = tmp_path / 'text.rpm'
     text.write_text('no package', encoding='ascii')
 
@@ -127,13 +128,13 @@ def test_native_package_is_told_of_each_time(standins, service, client, signals,
 
     signals.wait('installFinished', 2)
     told = [('updatingStarted', ('native', '', '', launcher)) for launcher in launchers]
-    seen = [call for call in chronicle(packagekit, launcher_model) if call[0] in ('updatingStarted', 'Resolve')]
+    seen = [call for call in calls_in_order(packagekit, launcher_model) if call[0] in ('updatingStarted', 'Resolve')]
     assert seen == [*told, ('Resolve', (4, ['native']))] * len(requests)
     assert service.warnings() == []
 
 
 def test_names_are_read_as_the_caller_wrote_them(service, client, signals, manager, package):
-    """A URL names a file for the installation, but not for the removal: Known behaviour 14."""
+    """A URL is a file for the installation, but none for the removal. Known behaviour 14."""
     file = package('app')
 
     client.install([file.as_uri(), f' {file}', file], sdk_mode=True)
@@ -165,7 +166,7 @@ def test_failed_removal_does_not_stop_the_installation(service, client, signals,
 
 
 def test_installed_version_goes_even_where_installing_is_forbidden(service, client, signals, manager, device, package):
-    """The policy is read when the installation begins: Known behaviour 15."""
+    """The policy is read when the installation begins. Known behaviour 15."""
     device.set_policy(REFUSING_POLICY)
 
     client.install([package('app')], sdk_mode=True)
@@ -176,7 +177,7 @@ def test_installed_version_goes_even_where_installing_is_forbidden(service, clie
 
 
 def test_removal_comes_before_the_queue(service, client, signals, manager, dialog, package):
-    """Also that of a request which has to wait for the dialog."""
+    """It does not wait for the dialog, though its request does."""
     dialog.use('Controlled')
     client.install(['/asking.rpm'])
     dialog.wait_shown()
@@ -193,7 +194,7 @@ def test_removal_comes_before_the_queue(service, client, signals, manager, dialo
 
 @pytest.mark.parametrize('keep', [False, True])
 def test_older_version_makes_room(standins, service, client, signals, device, package, system_bus, processes, keep):
-    """For one that could not be installed over it."""
+    """The newer version would refuse to be replaced."""
     manager = standins.start('package-manager')
     peer = Client(system_bus.connect(), processes)
     peer.call('Install', '(sa{sv})', str(package('app', version='2')), {}, name='ru.quon.ZARN', path='/ru/quon/ZARN',

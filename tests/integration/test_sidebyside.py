@@ -28,6 +28,7 @@ def handed_over(standins):
 
 
 def test_confirming_the_second_hands_the_first_over_again(standins, service, dialog, signals):
+    """Known behaviour 55."""
     dialog.answer('requestInstall', number=2)
 
     standins.package_manager.wait_call('Install', 3)
@@ -37,7 +38,8 @@ def test_confirming_the_second_hands_the_first_over_again(standins, service, dia
 
 
 def test_declining_the_second_skips_the_first(standins, service, dialog, signals):
-    """The first one goes on with its next file, which it asks about; the file that is being installed stays so."""
+    """The first request goes on with its next file, and asks about it. The installation of its first file goes on.
+    Known behaviour 56."""
     dialog.answer('dismissed', number=2)
 
     assert signals.wait('installFinished') == ABORTED
@@ -51,7 +53,7 @@ def test_declining_the_second_skips_the_first(standins, service, dialog, signals
 
 
 def test_first_ends_below_its_own_dialog(standins, service, dialog, signals):
-    """The answer to that dialog comes to nobody, and the file that it asks about is not installed."""
+    """Nobody receives the answer to that dialog, so its file is not installed. Known behaviour 59."""
     dialog.answer('dismissed', number=2)
     assert signals.wait('installFinished') == ABORTED
     assert dialog.wait_shown(3)['fileName'] == '/next.rpm'
@@ -66,6 +68,7 @@ def test_first_ends_below_its_own_dialog(standins, service, dialog, signals):
 
 
 def test_next_file_of_the_first_puts_a_dialog_over_that_of_the_second(standins, service, dialog, signals):
+    """Known behaviour 57."""
     standins.package_manager.release('Install')
 
     assert dialog.wait_shown(3)['fileName'] == '/next.rpm'

@@ -26,7 +26,7 @@ def write_huge_claim(path):
     path.write_bytes(damage.claiming(handmade.write(path).read_bytes(), 0xffffffff, 0xffffffff))
 
 
-# What is there, and what librpm says of it: its result, or None where it is not even asked.
+# How to make each file, and the result of librpm; None where librpm is not called.
 MADE = {
     'pipe': (os.mkfifo, None),
     'socket': (make_socket, None),
@@ -64,7 +64,7 @@ def package_manager(standins):
 
 
 def check_install(path, result, service, client, signals, package_manager):
-    """Installs it, and looks at what the service has said."""
+    """Installs the file, and checks the log. Known behaviour 47, 48."""
     client.install([path], sdk_mode=True)
 
     assert signals.wait('installFinished') == (True, '')
@@ -107,7 +107,7 @@ def test_terminal(service, client, signals, package_manager):
 
 def test_file_that_may_not_be_read(processes, program, environment, session_bus, client, signals, package_manager,
                                    package):
-    """Root may read anything, but for those capabilities."""
+    """Root may read anything, except without these capabilities."""
     path = package('secret')
     path.chmod(0)
     command = ['setpriv', '--bounding-set', '-dac_override,-dac_read_search', PROGRAM]

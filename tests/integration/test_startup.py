@@ -15,7 +15,7 @@ ASKED_BEFORE = [
 
 
 def asked(monitor):
-    """Who was called, and how, but for the bus itself."""
+    """The calls of other programs than the bus itself."""
     return [(message.destination, message.member) for message in monitor.messages(kind='method-call')
             if message.destination != 'org.freedesktop.DBus']
 
@@ -44,7 +44,7 @@ def test_object_answers_what_was_asked_before_the_name_was_there(system_bus, pro
 
 
 def test_proxies_are_made_before_the_name(processes, session_bus, session_monitor, standins, program):
-    """That of the launcher model before all others."""
+    """The proxy of the launcher model comes first."""
     developer_mode = standins.start('developer-mode')
     developer_mode.hang('Introspect')
 
@@ -68,7 +68,7 @@ def test_name_that_is_refused_ends_the_service(system_bus, program, scripted_bus
 
 
 def test_second_service_gives_up(service, second_program, session_bus, client, signals, system_monitor):
-    """Not before it has got to know its peers."""
+    """It introspects its peers first."""
     owner = session_bus.ask('GetNameOwner', '(s)', NAME)
 
     assert second_program.launch().wait_exit() == 1
@@ -82,7 +82,7 @@ def test_second_service_gives_up(service, second_program, session_bus, client, s
 
 
 def test_service_without_session_bus_gives_up(program, system_monitor):
-    """Not before it has got to know its peers on the other bus."""
+    """It introspects its peers on the other bus first."""
     program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/absent'})
 
     assert program.wait_exit() == 1

@@ -51,7 +51,8 @@ def test_session_may_choose_another_language_than_its_region(text_of_a_refusal):
     ([OURS, 'velmora-installationhandler_de', 'zarn_de', 'zarn-eng_en'], OURS),
 ], ids=lambda value: '+'.join(value) if isinstance(value, list) else '')
 def test_catalogue_installed_last_speaks(catalogues, text_of_a_refusal, present, speaks):
-    """Those of the package manager before our own, the language's before engineering English."""
+    """The catalogues of the package manager come before our own, and those of the language before engineering
+    English."""
     catalogues.remove_all()
     for name in present:
         catalogues.install(name, {ABORTED: name})
@@ -103,6 +104,7 @@ def outcomes(standins, catalogues, device, program, client, signals):
     ('a.b._1', 'zarn_installation_error_desc__1 (code: _1)'),
 ])
 def test_without_catalogue_the_identifier_stands_in(outcomes, error, text):
+    """Known behaviour 64, 65."""
     assert outcomes({}, error) == (False, text)
 
 
@@ -120,6 +122,7 @@ def test_without_catalogue_the_identifier_stands_in(outcomes, error, text):
     ('a.b.Markup', '<b>&amp;</b> (code: Markup)'),
 ])
 def test_catalogue_describes(outcomes, error, text):
+    """Known behaviour 66."""
     texts = {'NoSpace': 'Kein Platz, nirgends', 'One': 'Only %1 of them', 'Two': 'Only %2 of them',
              'Three': 'Only %3 of them', 'Four': 'Only %4 of them', 'Percent': '100 %', 'Lines': 'One\nand another',
              'Markup': '<b>&amp;</b>'}

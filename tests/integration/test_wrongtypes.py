@@ -50,7 +50,7 @@ def variant(text):
 
 
 def test_developer_mode_answers(standins, manager, service, client, signals, dialog):
-    """What is true as the toolkit sees it allows installing; anything else does not."""
+    """An answer that the toolkit converts to true allows installing; anything else does not."""
     developer_mode = standins.start('developer-mode')
     standins.start('package-kit')
     dialog.use('Confirming')
@@ -129,7 +129,7 @@ def test_mce_announces(mce, check_dialog_stays):
 
 
 def test_others_announce(standins, system_bus, check_dialog_stays):
-    """What the display does is for MCE to say."""
+    """Only the announcements of MCE count."""
     standins.start('developer-mode').emit(*STATUS, variant("('off',)"))
     system_bus.connection.emit_signal(None, *STATUS, variant("('off',)"))
 

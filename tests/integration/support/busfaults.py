@@ -17,8 +17,8 @@ from .removalrequests import METHODS
 class BusFaults:
     """Two buses with the service and the peers of a removal, time and again."""
 
-    def __init__(self, scene, processes, environment, buses):
-        self.scene = scene
+    def __init__(self, removal, processes, environment, buses):
+        self.removal = removal
         self.service = None
         self._processes = processes
         self._environment = environment
@@ -28,7 +28,8 @@ class BusFaults:
         """Starts a service of the present buses, and waits until it is there."""
         connection = self._buses['session'].connection
         self.service = self._new_service().start()
-        self.scene.enter(self.service, Client(connection, self._processes), SignalRecorder(connection, self._processes))
+        self.removal.enter(self.service, Client(connection, self._processes),
+                           SignalRecorder(connection, self._processes))
 
     def launch_service(self):
         """Starts a service of the present buses that will not come far."""
@@ -37,15 +38,15 @@ class BusFaults:
 
     def ask_and_hold(self, end):
         """Asks for the removal, whose last call hangs then; returns the peer that is called."""
-        last = self.scene.request.last
-        peer = self.scene.peer(METHODS[last])
-        self.scene.set_up()
+        last = self.removal.request.last
+        peer = self.removal.peer(METHODS[last])
+        self.removal.set_up()
         peer.restore(last)
         peer.hang(last, 1)
-        self.scene.set_up_peer(METHODS[last])
+        self.removal.set_up_peer(METHODS[last])
         count = len(peer.calls(last))
-        self.scene.ask(end)
-        self.scene.wait_answered(last, count + 1)
+        self.removal.ask(end)
+        self.removal.wait_answered(last, count + 1)
         assert peer.hanging() == [last]
         return peer
 
@@ -60,7 +61,7 @@ class BusFaults:
 
     def kill(self, name):
         """The bus is gone, and with it the peers that lived there."""
-        gone = [self.scene.peer(peer).process for peer in self.scene.peers() if BUSES[peer] == name]
+        gone = [self.removal.peer(peer).process for peer in self.removal.peers() if BUSES[peer] == name]
         for process in gone:
             process.end_awaited = True
         self._processes.kill(self._buses[name].process)
@@ -76,8 +77,8 @@ class BusFaults:
                 self.kill(name)
         self._buses = {'system': PrivateBus.system(self._processes),
                        'session': PrivateBus.session(self._processes, self._environment)}
-        self.scene.start_peers(StandIns(self._processes, self._buses['system'], self._buses['session'],
-                                        self._environment))
+        self.removal.start_peers(StandIns(self._processes, self._buses['system'], self._buses['session'],
+                                          self._environment))
         self.start_service()
 
     def wait_settled(self):

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What a test may change on the device, besides its buses."""
+"""The state of the device that a test may change, besides its buses."""
 
 import shutil
 import subprocess

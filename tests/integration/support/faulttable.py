@@ -53,7 +53,7 @@ def lines(rows):
 
 
 def written(outcomes):
-    """What a caller sees of removals."""
+    """The outcomes of removals as their caller sees them."""
     return ', '.join(text or 'removed' for _, text in outcomes) or 'silence'
 
 

@@ -72,7 +72,7 @@ def device(tmp_path):
 
 @pytest.fixture
 def environment(device):
-    """What all programs of the session see."""
+    """The variables of all programs of the session."""
     return {
         'HOME': str(device.home),
         'DBUS_SESSION_BUS_ADDRESS': SESSION_ADDRESS,
@@ -248,7 +248,7 @@ def packagekit(device, system_bus, package):
 
 @pytest.fixture
 def scriptlet(processes):
-    """A scriptlet that waits until the test, or its end, lets it go on."""
+    """A scriptlet that waits until it is released by the test, or by its end."""
     waiting = WaitingScriptlet(processes)
     yield waiting
     waiting.finish()

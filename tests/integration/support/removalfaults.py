@@ -21,10 +21,10 @@ CALL_FAULTS = ('dies', 'hangs', 'wrong type')
 
 
 class RemovalFaults:
-    """Makes a peer of the scene faulty; `ends` has what then differs from the usual end, by call and fault."""
+    """Makes a peer of the removal faulty; `ends` has what then differs from the usual end, by call and fault."""
 
-    def __init__(self, scene, peer, ends, buses, table):
-        self._scene = scene
+    def __init__(self, removal, peer, ends, buses, table):
+        self._removal = removal
         self._name = peer
         self._ends = ends
         self._bus = buses[BUSES[peer]]
@@ -35,15 +35,15 @@ class RemovalFaults:
         self._try('any', 'absent', self._go)
         self._try('any', 'returns', self._leave_and_return)
         for fault in CALL_FAULTS:
-            for method in self._scene.request.methods_of(self._name):
+            for method in self._removal.request.methods_of(self._name):
                 self._try(method, fault, lambda method=method, fault=fault: self._plan(method, fault))
 
     def _try(self, method, fault, prepare):
-        scene = self._scene
-        cell = (scene.request.name, self._name, method, fault)
+        removal = self._removal
+        cell = (removal.request.name, self._name, method, fault)
         row = self._table.begin(*cell)
-        end = self._ends.get((method, fault), scene.request.usual)
-        scene.set_up()
+        end = self._ends.get((method, fault), removal.request.usual)
+        removal.set_up()
         prepare()
 
         outcomes = self._run(method, fault, end)
@@ -55,27 +55,27 @@ class RemovalFaults:
             assert outcomes == end.outcomes, cell
         row.append(written(outcomes))
         self._repair()
-        row.append(scene.repeat())
+        row.append(removal.repeat())
 
     def _run(self, method, fault, end):
-        scene = self._scene
-        standin = scene.peer(self._name)
+        removal = self._removal
+        standin = removal.peer(self._name)
         seen = len(standin.calls(method)) if fault in CALL_FAULTS else 0
-        asked = scene.ask(end)
+        asked = removal.ask(end)
         if fault == 'dies':
             standin.wait_exit()
         elif fault == 'hangs':
-            scene.wait_answered(method, seen + 1)
+            removal.wait_answered(method, seen + 1)
             assert standin.hanging() == [method]
-            assert scene.outcomes() == ()
+            assert removal.outcomes() == ()
             standin.release(method)
         elif fault == 'wrong type':
-            scene.wait_answered(method, seen + 1)
+            removal.wait_answered(method, seen + 1)
         asked.wait()
-        return scene.wait_end(end)
+        return removal.wait_end(end)
 
     def _plan(self, method, fault):
-        standin = self._scene.peer(self._name)
+        standin = self._removal.peer(self._name)
         standin.restore(method)
         if fault == 'dies':
             standin.exit_on(method, 'before')
@@ -83,16 +83,16 @@ class RemovalFaults:
             standin.hang(method, 1)
         else:
             standin.answer(method, NONSENSE, 1)
-        self._scene.set_up_peer(self._name)
+        self._removal.set_up_peer(self._name)
 
     def _go(self):
-        self._scene.peer(self._name).kill()
+        self._removal.peer(self._name).kill()
         self._bus.wait_owner(PEERS[self._name], owned=False)
 
     def _leave_and_return(self):
-        self._scene.peer(self._name).vanish()
-        self._scene.peer(self._name).come_back()
+        self._removal.peer(self._name).vanish()
+        self._removal.peer(self._name).come_back()
 
     def _repair(self):
-        if not self._scene.peer(self._name).process.alive:
-            self._scene.standins.start(self._name)
+        if not self._removal.peer(self._name).process.alive:
+            self._removal.standins.start(self._name)

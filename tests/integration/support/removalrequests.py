@@ -38,7 +38,7 @@ METHODS = {
 
 
 class End(NamedTuple):
-    """What comes of a removal, and by what one sees that it is over: a line of the log, or a last call."""
+    """The outcomes of a removal, and the sign that it is over: a line of the log, or a last call."""
 
     outcomes: tuple = ()
     log: str = None
@@ -52,7 +52,7 @@ SEARCHED_IN_VAIN = End(call='SearchFiles')
 class Request:
     """A kind of removal.
 
-    `methods` are those that it calls, `last` is the one that does the removal. `ask(scene)` starts the call, `usual` is
+    `methods` are those that it calls, `last` is the one that does the removal. `ask(removal)` starts the call, `usual` is
     the End where nothing is wrong. `known`: the package manager knows the name; `owned`: PackageKit knows the launcher;
     `installs`: an installation belongs to it.
     """
@@ -67,24 +67,24 @@ class Request:
     installs: bool = False
 
     def peers(self):
-        """Whom it calls, each once."""
+        """The peers that it calls, each once."""
         return list(dict.fromkeys(METHODS[method] for method in self.methods))
 
     def methods_of(self, peer):
-        """What it calls of one."""
+        """The methods that it calls of one peer."""
         return [method for method in self.methods if METHODS[method] == peer]
 
 
-def remove_name(scene):
-    return scene.client.start('removePackages', '(as)', ['app'])
+def remove_name(removal):
+    return removal.client.start('removePackages', '(as)', ['app'])
 
 
 def remove_launcher(path):
-    return lambda scene: scene.client.start('removePackageByDesktopFile', '(s)', str(path(scene)))
+    return lambda removal: removal.client.start('removePackageByDesktopFile', '(s)', str(path(removal)))
 
 
-def install(scene):
-    return scene.client.start('installFiles', '(asb)', [str(scene.package)], True)
+def install(removal):
+    return removal.client.start('installFiles', '(asb)', [str(removal.package)], True)
 
 
 BY_MANAGER = ('GetPackage', 'updatingStarted', 'Remove', 'updatingFinished')
@@ -101,7 +101,7 @@ NATIVE_LAUNCHER = Request(
     'launcher of a native package',
     ('GetPackage', 'CreateTransaction', 'SearchFiles', 'updatingStarted', 'Resolve', 'RemovePackages', 'updatingFinished'),
     'RemovePackages', remove_launcher(lambda _: NATIVE), End(REMOVED, DELETED), owned=True)
-OWN_LAUNCHER = Request('own launcher', ('OnRemove',), 'OnRemove', remove_launcher(lambda scene: scene.own_launcher),
+OWN_LAUNCHER = Request('own launcher', ('OnRemove',), 'OnRemove', remove_launcher(lambda removal: removal.own_launcher),
                        End(call='OnRemove'))
 ANDROID_LAUNCHER = Request(
     'launcher of an Android application', ('GetPackage', 'CreateTransaction',

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What PackageKit reports of a request: signals for the scripts of its stand-in, with PackageKit's own numbers."""
+"""Signals of a PackageKit transaction, for the scripts of its stand-in, with PackageKit's own numbers."""
 
 from gi.repository import GLib
 

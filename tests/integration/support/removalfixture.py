@@ -10,7 +10,7 @@ from .transactionsignals import finished, package_found
 FOUND = package_found('app;1.0-1;noarch;installed')
 
 
-class RemovalScene:
+class RemovalFixture:
     """The application "app", installed, a launcher of the user and one of Android; and all peers of a removal."""
 
     def __init__(self, request, package, processes, device):
