@@ -9,6 +9,7 @@
 #include "rpminfo.h"
 #include "testrunner.h"
 
+#include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQmlPropertyMap>
@@ -188,6 +189,8 @@ void TransactionViewTest::showsTheDialogFullScreenAfterAskingMce()
     QVERIFY(m_view->hasWindow());
     QVERIFY(m_view->isVisible());
     QCOMPARE(entries(), QStringList({NeedConfirm, beginRequest(Plain), "answer, window there"_s, Shown}));
+    // Each dialog releases the component that it was made from.
+    QVERIFY(TestDialog::window()->findChild<QQmlComponent *>());
 }
 
 void TransactionViewTest::publishesThePackageBeforeAnythingElse()
