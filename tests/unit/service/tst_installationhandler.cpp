@@ -55,8 +55,8 @@ const QString Introspection =
 QString describe(const QDBusInterface &proxy)
 {
     const bool system = proxy.connection().name() == QDBusConnection::systemBus().name();
-    return "%1 %2 %3 %4 %5"_s.arg(system ? "system"_s : "session"_s, proxy.service(), proxy.path(), proxy.interface())
-            .arg(proxy.timeout());
+    return "%1 %2 %3 %4 %5%6"_s.arg(system ? "system"_s : "session"_s, proxy.service(), proxy.path(), proxy.interface(),
+                                    QString::number(proxy.timeout()), proxy.parent() ? " with a parent"_s : QString());
 }
 
 }

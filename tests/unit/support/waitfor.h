@@ -6,7 +6,7 @@
 #include <QTest>
 
 /** No wait takes longer, in milliseconds. A busy machine needs some seconds for what is usually done at once. */
-constexpr int WaitLimit = 60000;
+constexpr int WaitLimit = 20000;
 
 /** Runs the event loop until a condition holds. When that takes too long, says what it waited for. */
 template<typename Condition>
