@@ -1,6 +1,8 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The conditions under which the user is asked, and their log."""
+"""The conditions under which the user is asked, and installations without a question."""
+
+from pathlib import Path
 
 import pytest
 
@@ -78,3 +80,50 @@ def test_marker_is_looked_for_at_every_file(standins, service, client, signals, 
     signals.wait('installFinished')
     assert signals.names() == ['needConfirm', 'installFinished']
     assert [call.arguments[0] for call in standins.package_manager.calls()] == ['/2.rpm']
+
+
+@pytest.fixture
+def silent_installation(standins):
+    """The developer mode allows installing without a question."""
+    standins.start('developer-mode', silent_installation=True)
+    standins.start('package-kit')
+
+
+def test_file_goes_straight_to_the_package_manager(
+        silent_installation, standins, service, client, signals, device, package):
+    standins.start('package-manager')
+    standins.start('mce')
+    file = package('quiet')
+
+    client.install([file], sdk_mode=True)
+
+    assert signals.wait('installFinished') == (True, '')
+    assert signals.wait('removalFinished') == (True, '')
+    service.barrier()
+    assert sorted(signals.names()) == ['installFinished', 'removalFinished']
+    assert service.warnings() == []
+    (install,) = standins.package_manager.calls('Install')
+    assert (install.path, install.interface, install.signature, install.arguments) == \
+        ('/ru/quon/ZARN', 'ru.quon.ZARN', 'sa{sv}', (str(file), {}))
+    assert not standins.mce.calls('notification_begin_req')
+    assert device.packages() == ['quiet']
+    assert Path('/usr/share/applications/quiet.desktop').is_file()
+
+
+def test_refusal_is_reported_by_its_code(silent_installation, standins, service, client, signals, device, package):
+    standins.start('package-manager')
+    file = package('needy', requires=['nothing-that-exists'])
+
+    client.install([file], sdk_mode=True)
+
+    assert signals.wait('installFinished') == \
+        (False, 'zarn_installation_error_desc_MissingDependency (code: MissingDependency)')
+    assert service.alive
+    assert device.packages() == []
+
+
+def test_empty_list_succeeds_without_any_call(service, client, signals, system_calls):
+    client.call('installFiles', '(as)', [])
+
+    assert signals.wait('installFinished') == (True, '')
+    assert system_calls() == []

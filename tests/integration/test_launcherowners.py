@@ -77,10 +77,8 @@ def test_package_of_the_package_manager(manager, service, client, signals, path,
     assert client.remove_launcher(path) == ()
 
     assert signals.wait('removalFinished') == REMOVED
-    service.barrier()
     assert [(call.member, call.signature, call.arguments)
-            for call in system_calls()
-            if call.destination != 'com.nokia.mce'] == [
+            for call in system_calls() if call.destination != 'com.nokia.mce'] == [
         ('GetPackage', 's', ('foo.bar',)), ('GetPackage', 's', ('foo.bar',)), ('Remove', 'sa{sv}', ('foo.bar', {}))]
     assert [(call.member, call.arguments)
             for call in session_calls()] == [

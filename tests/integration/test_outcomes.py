@@ -186,7 +186,6 @@ def test_second_answer_of_a_dialog_is_handled_again(platform, service, client, s
     client.install([package('double')])
 
     assert signals.wait('installFinished')[0] is False
-    service.barrier()
     assert [(call.member, call.arguments)
             for call in system_calls()][-3:] == [
         ('Install', (str(package('double')), {})),

@@ -39,7 +39,6 @@ def test_package_is_asked_about_and_removed(service, client, signals, manager, s
     assert client.call('removePackages', f'({signature})', ['a.b'], *flags) == ()
 
     assert signals.wait('removalFinished') == (True, '')
-    service.barrier()
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
             for call in system_calls()] == [
         ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'GetPackage', 's', ('a.b',)),
