@@ -94,6 +94,7 @@ def test_refusal_comes_before_any_look_at_the_path(service, call_as):
     caller = call_as(VELMORA, VELMORA, 'removePackageByDesktopFile', ABSENT)
 
     assert caller.returncode == 1
+    service.barrier()
     assert service.log() == ['warning default: ' + REFUSED]
 
 
