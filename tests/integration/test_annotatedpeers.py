@@ -44,26 +44,22 @@ def answered(monitor, bus, program, interface):
     return [call.member for call in monitor.calls(name) if call.interface == interface and call.serial in answers]
 
 
-def test_developer_mode(annotated, standins, program, client, signals):
+def test_developer_mode(annotated, standins, program, signals, install_and_wait):
     annotated('developer-mode', silent_installation=True)
     standins.start('package-manager', installs='nothing')
     standins.start('package-kit')
     program.start()
 
-    client.install(['/absent.rpm'], sdk_mode=True)
-
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait(['/absent.rpm'], sdk_mode=True) == (True, '')
     assert 'needConfirm' not in signals.names()
 
 
-def test_package_manager(annotated, standins, program, client, signals):
+def test_package_manager(annotated, standins, program, remove_and_wait):
     annotated('package-manager', installs='nothing').answer('GetPackage', KNOWN)
     standins.package_manager.answer('Remove', GLib.Variant('()', ()))
     program.start()
 
-    client.remove(['foo'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['foo']) == (True, '')
     assert program.debugs()[0] == 'Uninstall "foo" via ZARN'
 
 
@@ -76,8 +72,7 @@ def test_hook(annotated, program, client, applications):
     client.remove_launcher(launcher)
 
     program.barrier()
-    assert program.warnings() == [
-        "Failed to call ZARN hook 'OnRemove' for Runtime Manager service:  \"out of order\""]
+    assert program.warnings() == ["Failed to call ZARN hook 'OnRemove' for Runtime Manager service:  \"out of order\""]
 
 
 def test_android_support(annotated, standins, program, client):
@@ -94,25 +89,21 @@ def test_android_support(annotated, standins, program, client):
     assert program.warnings() == []
 
 
-def test_launcher_model(annotated, standins, program, session_bus, session_monitor, client, signals):
+def test_launcher_model(annotated, standins, program, session_bus, session_monitor, remove_and_wait):
     annotated('launcher-model')
     standins.start('package-kit')
     program.start()
 
-    client.remove(['foo'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['foo']) == (True, '')
     assert answered(session_monitor, session_bus, program, METHODS['launcher-model'][0]) == ['updatingFinished']
 
 
-def test_mce(annotated, standins, program, system_bus, system_monitor, client, signals, dialog):
+def test_mce(annotated, standins, program, system_bus, system_monitor, install_and_wait, dialog):
     annotated('mce')
     dialog.use('Dismissing')
     program.start()
 
-    client.install(['/absent.rpm'])
-
-    signals.wait('installFinished')
+    install_and_wait(['/absent.rpm'])
     program.barrier()
     assert answered(system_monitor, system_bus, program, METHODS['mce'][0])[-2:] == METHODS['mce'][1]
 

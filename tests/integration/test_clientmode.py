@@ -20,29 +20,19 @@ def refusing(name):
     return lambda invocation: invocation.return_dbus_error(name, 'not today')
 
 
-@pytest.mark.parametrize('file', [
-    '/tmp/a.rpm', 'relative.rpm', '', ' ', 'file:///tmp/a%20b.rpm', 'http://example.org/a.rpm', '~/a.rpm', '%1',
-    'two words.rpm', 'two\nlines.rpm', '-platform', '--help', 'install', 'größer 文.rpm', '🙂.rpm',
-])
-def test_file_is_sent_as_typed(session_bus, run_client, file):
+@pytest.mark.parametrize('files, sent', [
+    *([[file], file] for file in (
+        '/tmp/a.rpm', 'relative.rpm', '', ' ', 'file:///tmp/a%20b.rpm', 'http://example.org/a.rpm', '~/a.rpm', '%1',
+        'two words.rpm', 'two\nlines.rpm', '-platform', '--help', 'install', 'größer 文.rpm', '🙂.rpm')),
+    [[os.fsdecode(b'/tmp/\xff\xfea\xe4.rpm')], '/tmp/\ufffd\ufffda\ufffd.rpm'],
+    [['first.rpm', 'second.rpm', 'third.rpm'], 'first.rpm'],
+], ids=ascii)
+def test_first_file_is_sent_as_typed(session_bus, run_client, files, sent):
+    """Bytes that are no text are replaced."""
     other = OtherService(session_bus.connection, accept)
 
-    assert run_client('install', file) == (0, [])
-    assert other.calls == [('(s)', (file,))]
-
-
-def test_bytes_that_are_no_text_are_replaced(session_bus, run_client):
-    other = OtherService(session_bus.connection, accept)
-
-    assert run_client('install', os.fsdecode(b'/tmp/\xff\xfea\xe4.rpm')) == (0, [])
-    assert other.calls == [('(s)', ('/tmp/\ufffd\ufffda\ufffd.rpm',))]
-
-
-def test_only_the_first_file_is_sent(session_bus, run_client):
-    other = OtherService(session_bus.connection, accept)
-
-    assert run_client('install', 'first.rpm', 'second.rpm', 'third.rpm') == (0, [])
-    assert other.calls == [('(s)', ('first.rpm',))]
+    assert run_client('install', *files) == (0, [])
+    assert other.calls == [('(s)', (sent,))]
 
 
 def test_nothing_else_is_asked_of_the_bus(session_bus, session_monitor, run_client):
@@ -53,8 +43,7 @@ def test_nothing_else_is_asked_of_the_bus(session_bus, session_monitor, run_clie
     (call,) = [message for message in session_monitor.messages(kind='method-call') if message.member == 'installFiles']
     assert (call.path, call.interface, call.signature) == \
         ('/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 's')
-    sent = [(message.destination, message.member)
-            for message in session_monitor.messages(call.sender, 'method-call')]
+    sent = [(message.destination, message.member) for message in session_monitor.messages(call.sender, 'method-call')]
     # How much of what it no longer listens to it still takes back at its end is up to chance.
     assert [message for message in sent if message != ('org.freedesktop.DBus', 'RemoveMatch')] == [
         ('org.freedesktop.DBus', 'Hello'),
@@ -83,11 +72,8 @@ def test_contents_of_the_answer_do_not_matter(session_bus, session_monitor, run_
 
 
 @pytest.mark.parametrize('error', [
-    'a.b.Refused',
-    'org.freedesktop.DBus.Error.AccessDenied',
-    'org.freedesktop.DBus.Error.NoReply',
-    'org.freedesktop.DBus.Error.UnknownMethod',
-    'ru.quon.ZARN.Error.NoSpace',
+    'a.b.Refused', 'org.freedesktop.DBus.Error.AccessDenied', 'org.freedesktop.DBus.Error.NoReply',
+    'org.freedesktop.DBus.Error.UnknownMethod', 'ru.quon.ZARN.Error.NoSpace',
 ])
 def test_refused_request_fails_without_telling_why(session_bus, run_client, error):
     OtherService(session_bus.connection, refusing(error))

@@ -29,9 +29,7 @@ def asked(standins, service, client, signals, dialog):
 
 
 @pytest.mark.parametrize('sdk_mode, silent, question, warnings', [
-    (True, True, False, []),
-    (True, False, True, [NOT_ALLOWED]),
-    (False, True, True, [NO_SDK]),
+    (True, True, False, []), (True, False, True, [NOT_ALLOWED]), (False, True, True, [NO_SDK]),
     (False, False, True, [NEITHER]),
 ])
 @pytest.mark.parametrize('emulator', [False, True], ids=['device', 'emulator'])
@@ -57,8 +55,7 @@ def test_absent_developer_mode_allows_nothing(service, device, asked, emulator, 
 
     assert asked(sdk_mode) == (not emulator)
 
-    assert service.warnings() == \
-        [UNKNOWN + '"The name ru.quon.developermode was not provided by any .service files"']
+    assert service.warnings() == [UNKNOWN + '"The name ru.quon.developermode was not provided by any .service files"']
 
 
 def test_failing_developer_mode_allows_nothing(standins, service, asked):
@@ -89,15 +86,13 @@ def silent_installation(standins):
     standins.start('package-kit')
 
 
-def test_file_goes_straight_to_the_package_manager(
-        silent_installation, standins, service, client, signals, device, package):
+def test_file_goes_straight_to_the_package_manager(silent_installation, standins, service, signals, install_and_wait,
+                                                   device, package):
     standins.start('package-manager')
     standins.start('mce')
     file = package('quiet')
 
-    client.install([file], sdk_mode=True)
-
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([file], sdk_mode=True) == (True, '')
     assert signals.wait('removalFinished') == (True, '')
     service.barrier()
     assert sorted(signals.names()) == ['installFinished', 'removalFinished']
@@ -110,13 +105,11 @@ def test_file_goes_straight_to_the_package_manager(
     assert Path('/usr/share/applications/quiet.desktop').is_file()
 
 
-def test_refusal_is_reported_by_its_code(silent_installation, standins, service, client, signals, device, package):
+def test_refusal_is_reported_by_its_code(silent_installation, standins, service, install_and_wait, device, package):
     standins.start('package-manager')
     file = package('needy', requires=['nothing-that-exists'])
 
-    client.install([file], sdk_mode=True)
-
-    assert signals.wait('installFinished') == \
+    assert install_and_wait([file], sdk_mode=True) == \
         (False, 'zarn_installation_error_desc_MissingDependency (code: MissingDependency)')
     assert service.alive
     assert device.packages() == []

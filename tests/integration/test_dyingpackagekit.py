@@ -41,60 +41,52 @@ def requests(service, system_calls):
                     if call.interface == 'org.freedesktop.PackageKit.Transaction' and call.member != 'SetHints']
 
 
-def failed_resolve(code, text):
-    """The log of a failure that is followed at once by the end."""
-    return ['Uninstall "native" via RPM',
-            'UninstallTransactionPkgKit::start: ("native")',
-            f'Resolve Error: ("native") PackageKit::Transaction::{code} "{text}"',
-            f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{text}"',
-            f'Failed to uninstall "native" "{text}"',
-            'Uninstalled "native"',
-            'deleting UninstallTransactionPkgKit']
+@pytest.fixture(params=['absent', 'killed'])
+def ask_in_vain(request, packagekit, service, scriptlet, requests):
+    """Makes a request at a PackageKit that is absent or is killed meanwhile; the code and the text of the error."""
+    def ask(make_request, method):
+        if request.param == 'absent':
+            packagekit.make_absent()
+            make_request()
+            return 'ErrorInternalError', ABSENT
+        packagekit.run_in_next_request(scriptlet.commands)
+        make_request()
+        scriptlet.wait_running()
+        assert requests() == [method]
+        packagekit.kill()
+        return 'ErrorProcessKill', CRASHED
+    return ask
 
 
-def test_absent_at_a_removal(packagekit, service, client, signals, device, check_next_request):
+def test_while_resolving(ask_in_vain, packagekit, service, client, signals, device, check_next_request):
     """The failure is reported, and then the end as a success. Each lowers the count. Known behaviour 25."""
-    packagekit.make_absent()
-
-    client.remove(['native'])
+    code, text = ask_in_vain(lambda: client.remove(['native']), 'Resolve')
 
     signals.wait('removalFinished', 2)
     service.barrier()
-    assert signals.arguments('removalFinished') == [(False, ABSENT), REMOVED]
-    assert service.debugs() == failed_resolve('ErrorInternalError', ABSENT)
+    assert signals.arguments('removalFinished') == [(False, text), REMOVED]
+    assert service.debugs() == [
+        'Uninstall "native" via RPM',
+        'UninstallTransactionPkgKit::start: ("native")',
+        f'Resolve Error: ("native") PackageKit::Transaction::{code} "{text}"',
+        f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{text}"',
+        f'Failed to uninstall "native" "{text}"',
+        'Uninstalled "native"',
+        'deleting UninstallTransactionPkgKit']
     assert service.warnings() == [OUT_OF_SYNC]
     assert 'native' in device.packages()
-    packagekit.make_present()
+    packagekit.repair()
     check_next_request()
 
 
-def test_killed_while_resolving(packagekit, service, client, signals, device, scriptlet, requests, check_next_request):
-    """The failure is reported as for an absent PackageKit, with another text. Known behaviour 25."""
-    packagekit.run_in_next_request(scriptlet.commands)
-
-    client.remove(['native'])
-    scriptlet.wait_running()
-    assert requests() == ['Resolve']
-    packagekit.kill()
-
-    signals.wait('removalFinished', 2)
-    service.barrier()
-    assert signals.arguments('removalFinished') == [(False, CRASHED), REMOVED]
-    assert service.debugs() == failed_resolve('ErrorProcessKill', CRASHED)
-    assert service.warnings() == [OUT_OF_SYNC]
-    assert 'native' in device.packages()
-    check_next_request()
-
-
-def test_killed_while_removing(packagekit, service, client, signals, device, scriptlet, check_next_request):
+def test_killed_while_removing(packagekit, service, client, signals, announced, device, scriptlet, check_next_request):
     """The failure is reported once: the end that follows is not a success. The run of rpm goes on alone."""
     client.remove(['native'])
     scriptlet.wait_running()
     packagekit.kill()
 
     assert signals.wait('removalFinished') == (False, CRASHED)
-    service.barrier()
-    assert signals.names() == ['removalFinished']
+    assert announced() == ['removalFinished']
     assert service.debugs()[3:] == [
         f'Uninstall Error: ("native") PackageKit::Transaction::ErrorProcessKill "{CRASHED}"',
         f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{CRASHED}"',
@@ -108,35 +100,15 @@ def test_killed_while_removing(packagekit, service, client, signals, device, scr
     check_next_request()
 
 
-def test_absent_at_a_search(packagekit, service, client, signals, device, check_next_request):
-    """No signal reports it."""
-    packagekit.make_absent()
-
-    client.remove_launcher(LAUNCHER)
+def test_while_searching(ask_in_vain, packagekit, service, client, signals, device, check_next_request):
+    code, text = ask_in_vain(lambda: client.remove_launcher(LAUNCHER), 'SearchFiles')
 
     service.wait_for_log('Error on resolving desktop file owner')
     service.barrier()
-    assert service.log() == ['warning default: Error on resolving desktop file owner '
-                             f'PackageKit::Transaction::ErrorInternalError "{ABSENT}"']
+    assert service.log() == [
+        f'warning default: Error on resolving desktop file owner PackageKit::Transaction::{code} "{text}"']
     assert signals.names() == []
     assert 'native' in device.packages()
     assert Path(LAUNCHER).is_file()
-    packagekit.make_present()
-    check_next_request()
-
-
-def test_killed_while_searching(packagekit, service, client, signals, device, scriptlet, requests, check_next_request):
-    packagekit.run_in_next_request(scriptlet.commands)
-
-    client.remove_launcher(LAUNCHER)
-    scriptlet.wait_running()
-    assert requests() == ['SearchFiles']
-    packagekit.kill()
-
-    service.wait_for_log('Error on resolving desktop file owner')
-    service.barrier()
-    assert service.log() == ['warning default: Error on resolving desktop file owner '
-                             f'PackageKit::Transaction::ErrorProcessKill "{CRASHED}"']
-    assert signals.names() == []
-    assert 'native' in device.packages()
+    packagekit.repair()
     check_next_request()

@@ -73,10 +73,7 @@ ENDS = {
 }
 
 # The ends of removals at a system bus that is lost, and at one that never was there. Known behaviour 42.
-LOST_BUS = {
-    OWN_LAUNCHER.name: HOOK_FAILED,
-    ANDROID_LAUNCHER.name: ANDROID_FAILED,
-}
+LOST_BUS = {OWN_LAUNCHER.name: HOOK_FAILED, ANDROID_LAUNCHER.name: ANDROID_FAILED}
 ABSENT_BUS = {**LOST_BUS, MANAGED_LAUNCHER.name: UNKNOWN_OWNER, NATIVE_LAUNCHER.name: UNKNOWN_OWNER}
 
 

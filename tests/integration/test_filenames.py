@@ -12,45 +12,23 @@ UNASKED = '"Unable install package without confirm: The installation is not runn
 
 # The name in the request, and the path that the package manager gets.
 LOCAL = {
-    '/tmp/two words.rpm': '/tmp/two words.rpm',
-    '/tmp/a%20b.rpm': '/tmp/a%20b.rpm',
-    '/tmp/a%00b.rpm': '/tmp/a%00b.rpm',
-    '/tmp/a\\0b.rpm': '/tmp/a\\0b.rpm',
-    '/tmp/a\nb.rpm': '/tmp/a\nb.rpm',
-    '/tmp/%1 %2 %n %s.rpm': '/tmp/%1 %2 %n %s.rpm',
-    '/tmp/a?b#c.rpm': '/tmp/a?b#c.rpm',
-    '/tmp/http://example.org/a.rpm': '/tmp/http://example.org/a.rpm',
-    '/tmp/*.rpm': '/tmp/*.rpm',
-    '/tmp/$HOME/`id`;\'".rpm': '/tmp/$HOME/`id`;\'".rpm',
-    '/tmp/\x1b[31m\u202egpj.rpm': '/tmp/\x1b[31m\u202egpj.rpm',
-    '/tmp/größer 文 \U0001f600.rpm': '/tmp/größer 文 \U0001f600.rpm',
-    '/tmp/../absent/./a.rpm': '/tmp/../absent/./a.rpm',
-    '//host/share/a.rpm': '//host/share/a.rpm',
-    '/tmp/': '/tmp/',
-    '/': '/',
-    '/absent' * 40_000: '/absent' * 40_000,
+    **{path: path for path in (
+        '/tmp/two words.rpm', '/tmp/a%20b.rpm', '/tmp/a%00b.rpm', '/tmp/a\\0b.rpm', '/tmp/a\nb.rpm',
+        '/tmp/%1 %2 %n %s.rpm', '/tmp/a?b#c.rpm', '/tmp/http://example.org/a.rpm', '/tmp/*.rpm',
+        '/tmp/$HOME/`id`;\'".rpm', '/tmp/\x1b[31m\u202egpj.rpm', '/tmp/größer 文 \U0001f600.rpm',
+        '/tmp/../absent/./a.rpm', '//host/share/a.rpm', '/tmp/', '/', '/absent' * 40_000)},
     # Blanks around a path: Known behaviour 8.
-    ' /tmp/a.rpm': '/tmp/a.rpm',
-    '/tmp/a.rpm \n': '/tmp/a.rpm',
+    ' /tmp/a.rpm': '/tmp/a.rpm', '/tmp/a.rpm \n': '/tmp/a.rpm',
     # URLs of files
-    'file:///tmp/two words.rpm': '/tmp/two words.rpm',
-    'file:///tmp/a%20b.rpm': '/tmp/a b.rpm',
-    'file:///tmp/a%0Ab.rpm': '/tmp/a\nb.rpm',
-    'file:///tmp/%251.rpm': '/tmp/%1.rpm',
-    'file:///tmp/100%.rpm': '/tmp/100%.rpm',
-    'file:///tmp/%ZZ.rpm': '/tmp/%ZZ.rpm',
-    'file:///tmp/gr%C3%B6%C3%9Fer.rpm': '/tmp/größer.rpm',
-    'file:///tmp/gr\u00f6\u00dfer.rpm': '/tmp/größer.rpm',
-    'file:///tmp/%FF.rpm': '/tmp/\ufffd.rpm',
-    'file:///tmp/a.rpm?b#c': '/tmp/a.rpm',
-    'file:///tmp/%2e%2e/absent/a.rpm': '/tmp/../absent/a.rpm',
-    'file:/tmp/a.rpm': '/tmp/a.rpm',
-    'FILE:///tmp/A.rpm': '/tmp/A.rpm',
-    'file://host/share/a.rpm': '//host/share/a.rpm',
-    'file:///': '/',
+    'file:///tmp/two words.rpm': '/tmp/two words.rpm', 'file:///tmp/a%20b.rpm': '/tmp/a b.rpm',
+    'file:///tmp/a%0Ab.rpm': '/tmp/a\nb.rpm', 'file:///tmp/%251.rpm': '/tmp/%1.rpm',
+    'file:///tmp/100%.rpm': '/tmp/100%.rpm', 'file:///tmp/%ZZ.rpm': '/tmp/%ZZ.rpm',
+    'file:///tmp/gr%C3%B6%C3%9Fer.rpm': '/tmp/größer.rpm', 'file:///tmp/gr\u00f6\u00dfer.rpm': '/tmp/größer.rpm',
+    'file:///tmp/%FF.rpm': '/tmp/\ufffd.rpm', 'file:///tmp/a.rpm?b#c': '/tmp/a.rpm',
+    'file:///tmp/%2e%2e/absent/a.rpm': '/tmp/../absent/a.rpm', 'file:/tmp/a.rpm': '/tmp/a.rpm',
+    'FILE:///tmp/A.rpm': '/tmp/A.rpm', 'file://host/share/a.rpm': '//host/share/a.rpm', 'file:///': '/',
     # Known behaviour 8.
-    'file:a.rpm': 'a.rpm',
-    'file:///tmp/a%00b.rpm': '/tmp/a',
+    'file:a.rpm': 'a.rpm', 'file:///tmp/a%00b.rpm': '/tmp/a',
 }
 
 # Names of no file of this device, which count as an empty path.
@@ -69,42 +47,36 @@ def silent(standins, device):
     standins.start('developer-mode', silent_installation=True)
 
 
-def test_names_become_paths(silent, standins, service, client, signals):
+def test_names_become_paths(silent, standins, service, install_and_wait):
     """Known behaviour 7, 8."""
     package_manager = standins.start('package-manager', installs='nothing')
     names = [*LOCAL, *FOREIGN]
 
-    client.install(names)
-
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait(names) == (True, '')
     paths = [call.arguments[0] for call in package_manager.calls('Install')]
     assert dict(zip(names, paths)) == {**LOCAL, **dict.fromkeys(FOREIGN, '')}
     assert len(paths) == len(names)
     assert service.warnings() == [UNASKED] * len(names)
 
 
-def test_names_of_nothing_fail_one_by_one(silent, standins, service, client, signals, device):
+def test_names_of_nothing_fail_one_by_one(silent, standins, service, install_and_wait, device):
     standins.start('package-manager')
     names = [name for name, path in LOCAL.items() if path not in ('/', '/tmp/')] + FOREIGN
 
-    client.install(names)
-
-    assert signals.wait('installFinished') == (False, '\n'.join([FILE_NOT_FOUND] * len(names)))
+    assert install_and_wait(names) == (False, '\n'.join([FILE_NOT_FOUND] * len(names)))
     service.barrier()
     assert service.log() == ['warning default: ' + UNASKED] * len(names)
     assert device.packages() == []
 
 
-def test_any_name_can_be_installed(silent, standins, service, client, signals, device, package, tmp_path):
+def test_any_name_can_be_installed(silent, standins, service, install_and_wait, device, package, tmp_path):
     standins.start('package-manager')
     names = ['two words', 'a%20b', 'a%00b', '\\0', 'line\nfeed', '%1 %n', 'a?b#c', '*', '-', '--force', "';`id`\"",
              'größer 文', '\x1b[31m', '\u202egpj', '\U0001f600', 'x' * 251]
     files = [shutil.move(package(f'named{number}'), tmp_path / f'{name}.rpm') for number, name in enumerate(names)]
 
-    client.install(files[::2])
-    assert signals.wait('installFinished') == (True, '')
-    client.install([file.as_uri() for file in files[1::2]])
-    assert signals.wait('installFinished', 2) == (True, '')
+    assert install_and_wait(files[::2]) == (True, '')
+    assert install_and_wait([file.as_uri() for file in files[1::2]]) == (True, '')
 
     assert sorted(device.packages()) == sorted(f'named{number}' for number in range(len(names)))
 
@@ -124,12 +96,10 @@ def test_dialog_shows_the_name_as_it_is(standins, service, client, signals, dial
     assert signals.wait('installFinished')[0] is False
 
 
-def test_same_file_twice_is_installed_once(silent, standins, service, client, signals, device, package):
+def test_same_file_twice_is_installed_once(silent, standins, service, install_and_wait, device, package):
     package_manager = standins.start('package-manager')
     file = package('once')
 
-    client.install([file, file.as_uri()])
-
-    assert signals.wait('installFinished') == (False, ALREADY_INSTALLED)
+    assert install_and_wait([file, file.as_uri()]) == (False, ALREADY_INSTALLED)
     assert [call.arguments[0] for call in package_manager.calls('Install')] == [str(file), str(file)]
     assert device.packages() == ['once']

@@ -59,7 +59,6 @@ class IdleTime:
 
 @pytest.fixture
 def idle(program, session_bus):
-    """The measurement of the idle time."""
     return IdleTime(program, session_bus)
 
 
@@ -73,7 +72,7 @@ def log_without_dialog(service):
     return [line for line in service.log() if ' qml: ' not in line]
 
 
-def test_after_start(pass_time, program, session_bus, client, signals, idle):
+def test_after_start(pass_time, program, session_bus, install_and_wait, idle):
     """A look at the service does not count. The next request starts a new process: Known behaviour 10."""
     session_bus.allow_activation()
     with idle:
@@ -84,8 +83,7 @@ def test_after_start(pass_time, program, session_bus, client, signals, idle):
     assert idle.wait_exit() == 0
 
     assert program.log() == []
-    client.install([])
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([]) == (True, '')
     assert session_bus.has_owner(NAME)
 
 
@@ -140,7 +138,8 @@ def test_after_removals_of_every_outcome(pass_time, standins, manager, service, 
         [(False, 'No.'), (False, 'No.'), (False, 'in use')] + [(True, '')] * 3
 
 
-def test_after_removals_by_launcher(pass_time, standins, manager, service, client, signals, applications, idle):
+def test_after_removals_by_launcher(pass_time, standins, manager, service, client, remove_launcher_and_wait, signals,
+                                    applications, idle):
     """No way to remove leaves the count raised."""
     android, packagekit, _ = standins.start('android-support', 'package-kit', 'runtime-manager')
     own = applications / 'own.desktop'
@@ -154,8 +153,7 @@ def test_after_removals_by_launcher(pass_time, standins, manager, service, clien
     client.remove_launcher(FOLDER / 'known.desktop')
     assert signals.wait('removalFinished') == (True, '')
     packagekit.script('SearchFiles', [package_found('native;1-1;noarch;installed'), finished()], times=1)
-    client.remove_launcher(FOLDER / 'native.desktop')
-    assert signals.wait('removalFinished', 2) == (True, '')
+    assert remove_launcher_and_wait(FOLDER / 'native.desktop') == (True, '')
     with idle:
         client.remove_launcher(FOLDER / 'android.desktop')
         android.wait_call('removeFile')
@@ -266,7 +264,7 @@ def test_below_forgotten_dialog(manager, service, client, signals, dialog, idle,
     assert log_without_dialog(service) == [NO_DEVELOPER_MODE] * 2
 
 
-def test_not_after_search_that_finds_nobody(pass_time, standins, service, client, signals):
+def test_not_after_search_that_finds_nobody(pass_time, standins, service, client, signals, announced):
     """Other removals that end do not change that. Known behaviour 22."""
     packagekit = standins.start('package-kit')
     launcher = FOLDER / 'nobodys.desktop'
@@ -278,12 +276,11 @@ def test_not_after_search_that_finds_nobody(pass_time, standins, service, client
 
     pass_time(LONG)
 
-    service.barrier()
-    assert signals.names() == ['removalFinished']
+    assert announced() == ['removalFinished']
     assert service.warnings() == []
 
 
-def test_not_after_request_without_dialog(pass_time, service, client, signals, dialog):
+def test_not_after_request_without_dialog(pass_time, service, client, announced, dialog):
     """Other requests that end do not change that. Known behaviour 52."""
     dialog.remove()
     client.install(['/stuck.rpm'])
@@ -291,11 +288,10 @@ def test_not_after_request_without_dialog(pass_time, service, client, signals, d
 
     pass_time(LONG)
 
-    service.barrier()
-    assert signals.names() == ['needConfirm', 'installFinished']
+    assert announced() == ['needConfirm', 'installFinished']
 
 
-def test_not_while_asking(pass_time, service, client, signals, dialog):
+def test_not_while_asking(pass_time, service, client, announced, dialog):
     """After the answer the service does what has been waiting."""
     dialog.use('Controlled')
     client.install(['/first.rpm'])
@@ -304,8 +300,7 @@ def test_not_while_asking(pass_time, service, client, signals, dialog):
 
     pass_time(LONG)
 
-    service.barrier()
-    assert signals.names() == ['needConfirm']
+    assert announced() == ['needConfirm']
     dialog.answer('dismissed', number=1)
     assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
 
@@ -330,7 +325,7 @@ def test_not_while_installing(pass_time, manager, service, client, signals, devi
     assert idle.wait_exit() == 0
 
 
-def test_not_while_removing(pass_time, standins, manager, service, client, signals, idle):
+def test_not_while_removing(pass_time, standins, manager, service, signals, remove_and_wait, idle):
     """However long the back ends take, and though other removals end meanwhile. No time-out of the bus library ends the
     removals: Known behaviour 33."""
     packagekit = standins.start('package-kit')
@@ -338,8 +333,7 @@ def test_not_while_removing(pass_time, standins, manager, service, client, signa
     manager.hang('Remove', 1)
     packagekit.script('Resolve', [package_found('b;1;noarch;installed'), finished()], times=1)
     packagekit.script('RemovePackages', [], times=1)
-    client.remove(['a', 'b', 'c'])
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['a', 'b', 'c']) == (True, '')
     removal = packagekit.wait_call('RemovePackages')
 
     pass_time(LONG)

@@ -21,15 +21,10 @@ FLAGS = [('sdkMode', 'b', 'in'), ('keepUserdata', 'b', 'in')]
 FILES, NAMES = [('fileUrls', 'as', 'in')], [('packageNames', 'as', 'in')]
 OUTCOME = [('success', 'b', 'out'), ('errorString', 's', 'out')]
 MEMBERS = [
-    ('method', 'installFiles', FILES),
-    ('method', 'installFiles', FILES + FLAGS[:1]),
-    ('method', 'installFiles', FILES + FLAGS),
-    ('method', 'removePackageByDesktopFile', [('desktopFile', 's', 'in')]),
-    ('method', 'removePackages', NAMES),
-    ('method', 'removePackages', NAMES + FLAGS[1:]),
-    ('signal', 'installFinished', OUTCOME),
-    ('signal', 'needConfirm', []),
-    ('signal', 'removalFinished', OUTCOME),
+    ('method', 'installFiles', FILES), ('method', 'installFiles', FILES + FLAGS[:1]),
+    ('method', 'installFiles', FILES + FLAGS), ('method', 'removePackageByDesktopFile', [('desktopFile', 's', 'in')]),
+    ('method', 'removePackages', NAMES), ('method', 'removePackages', NAMES + FLAGS[1:]),
+    ('signal', 'installFinished', OUTCOME), ('signal', 'needConfirm', []), ('signal', 'removalFinished', OUTCOME),
 ]
 
 
@@ -57,11 +52,7 @@ def test_descriptions_of_the_interface(service, client):
     assert members(INSTALLED.read_text(encoding='utf-8')) == MEMBERS
 
 
-@pytest.mark.parametrize('signature, arguments', [
-    ('as', ([],)),
-    ('asb', ([], True)),
-    ('asbb', ([], True, True)),
-])
+@pytest.mark.parametrize('signature, arguments', [('as', ([],)), ('asb', ([], True)), ('asbb', ([], True, True))])
 def test_method_takes(service, client, signals, session_bus, session_monitor, signature, arguments):
     assert client.call('installFiles', f'({signature})', *arguments) == ()
 
@@ -87,10 +78,7 @@ def test_reply_may_be_left_out(service, client, signals, session_bus, session_mo
 
 
 @pytest.mark.parametrize('signature, flags, sdk_mode', [
-    ('as', (), False),
-    ('asb', (False,), False),
-    ('asb', (True,), True),
-    ('asbb', (False, True), False),
+    ('as', (), False), ('asb', (False,), False), ('asb', (True,), True), ('asbb', (False, True), False),
     ('asbb', (True, False), True),
 ])
 def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, signature, flags, sdk_mode):
@@ -105,14 +93,12 @@ def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, s
     assert ('needConfirm' in signals.names()) == (not sdk_mode)
 
 
-def test_signals_are_for_everybody(standins, service, client, signals, dialog, session_bus, session_monitor):
+def test_signals_are_for_everybody(standins, service, install_and_wait, dialog, session_bus, session_monitor):
     """They do not say which request they end: Known behaviour 5."""
     standins.start('package-manager', installs='nothing')
     dialog.use('Confirming')
 
-    client.install(['/absent.rpm'])
-
-    signals.wait('installFinished')
+    install_and_wait(['/absent.rpm'])
     owner = session_bus.name_of_process(service.process.pid)
     assert [(signal.destination, signal.path, signal.interface, signal.member, signal.signature, signal.arguments)
             for signal in session_monitor.messages(owner, 'signal')] == [
@@ -129,6 +115,19 @@ def nested(depth):
     return value
 
 
+# Methods that the interface lacks, or has with other arguments.
+UNKNOWN = [
+    ('installFiles', '()', ()), ('installFiles', '(i)', (1,)), ('installFiles', '(ai)', ([1, 2],)),
+    ('installFiles', '(ao)', (['/tmp'],)), ('installFiles', '(aas)', ([['/tmp/a.rpm']],)),
+    ('installFiles', '(ay)', (b'/tmp/a.rpm',)), ('installFiles', '((asbb))', (([], False, False),)),
+    ('installFiles', '(a{sv})', ({'files': VALUE},)), ('installFiles', '(v)', (nested(60),)),
+    ('installFiles', '(asuu)', ([], 1, 1)), ('installFiles', '(bbas)', (True, True, [])), ('installFiles', '(h)', (0,)),
+    ('installFiles', '(at)', ([0] * 1_000_000,)), ('installFiles', '(asbbs)', (['a'] * 200_000, True, True, '')),
+    ('removePackages', '()', ()), ('removePackages', '(s)', ('a',)), ('removePackages', '(ass)', (['a'], 'true')),
+    ('removePackages', '(av)', ([],)), ('removePackages', '(asbb)', ([], True, True)),
+    ('installFinished', '(bs)', (True, '')), ('transactionFinished', '(bs)', (True, '')), ('deleteLater', '()', ()),
+]
+
 # Method, signature and arguments, where it is sent other than usual, and the error.
 CALLS = {
     'unknown method': ('noSuchMethod', '()', (), {}, 'UnknownMethod'),
@@ -138,26 +137,6 @@ CALLS = {
     'path above': ('installFiles', '(as)', ([],), {'path': '/org/velmoraos'}, 'UnknownInterface'),
     'root path': ('installFiles', '(as)', ([],), {'path': '/'}, 'UnknownInterface'),
     'path below': ('installFiles', '(as)', ([],), {'path': '/org/velmoraos/installationhandler/1'}, 'UnknownObject'),
-    'nothing where a list belongs': ('installFiles', '()', (), {}, 'UnknownMethod'),
-    'number': ('installFiles', '(i)', (1,), {}, 'UnknownMethod'),
-    'list of numbers': ('installFiles', '(ai)', ([1, 2],), {}, 'UnknownMethod'),
-    'list of paths': ('installFiles', '(ao)', (['/tmp'],), {}, 'UnknownMethod'),
-    'list of lists': ('installFiles', '(aas)', ([['/tmp/a.rpm']],), {}, 'UnknownMethod'),
-    'bytes': ('installFiles', '(ay)', (b'/tmp/a.rpm',), {}, 'UnknownMethod'),
-    'structure': ('installFiles', '((asbb))', (([], False, False),), {}, 'UnknownMethod'),
-    'dictionary': ('installFiles', '(a{sv})', ({'files': VALUE},), {}, 'UnknownMethod'),
-    'deep variants': ('installFiles', '(v)', (nested(60),), {}, 'UnknownMethod'),
-    'numbers for flags': ('installFiles', '(asuu)', ([], 1, 1), {}, 'UnknownMethod'),
-    'flags first': ('installFiles', '(bbas)', (True, True, []), {}, 'UnknownMethod'),
-    'file handle': ('installFiles', '(h)', (0,), {}, 'UnknownMethod'),
-    'huge list of numbers': ('installFiles', '(at)', ([0] * 1_000_000,), {}, 'UnknownMethod'),
-    'huge list of texts with one thing too much': ('installFiles', '(asbbs)', (['a'] * 200_000, True, True, ''), {},
-                                                   'UnknownMethod'),
-    'removal of nothing': ('removePackages', '()', (), {}, 'UnknownMethod'),
-    'removal of a text': ('removePackages', '(s)', ('a',), {}, 'UnknownMethod'),
-    'removal with a text for a flag': ('removePackages', '(ass)', (['a'], 'true'), {}, 'UnknownMethod'),
-    'removal of variants': ('removePackages', '(av)', ([],), {}, 'UnknownMethod'),
-    'removal with two flags': ('removePackages', '(asbb)', ([], True, True), {}, 'UnknownMethod'),
     'property read': ('Get', '(ss)', (INTERFACE, 'name'), {'interface': PROPERTIES}, 'UnknownProperty'),
     'property written': ('Set', '(ssv)', (INTERFACE, 'name', VALUE), {'interface': PROPERTIES}, 'UnknownProperty'),
     'property of another interface': ('Get', '(ss)', ('org.example.Other', 'a'), {'interface': PROPERTIES},
@@ -165,22 +144,19 @@ CALLS = {
     'property call of wrong types': ('Set', '(ss)', (INTERFACE, 'name'), {'interface': PROPERTIES}, 'UnknownMethod'),
     'all properties of wrong types': ('GetAll', '(i)', (1,), {'interface': PROPERTIES}, 'UnknownMethod'),
     'introspection of wrong types': ('Introspect', '(s)', ('a',), {'interface': INTROSPECTABLE}, 'UnknownMethod'),
-    'signal called': ('installFinished', '(bs)', (True, ''), {}, 'UnknownMethod'),
-    'slot called': ('transactionFinished', '(bs)', (True, ''), {}, 'UnknownMethod'),
-    'slot of the toolkit': ('deleteLater', '()', (), {}, 'UnknownMethod'),
+    **{method + signature: (method, signature, values, {}, 'UnknownMethod') for method, signature, values in UNKNOWN},
 }
 
 
 @pytest.mark.parametrize('kind', CALLS)
-def test_refused(service, client, signals, kind):
+def test_refused(service, client, announced, signals, kind):
     method, signature, arguments, target, error = CALLS[kind]
 
     with pytest.raises(RemoteError) as refusal:
         client.call(method, signature, *arguments, **target)
 
     assert refusal.value.name == ERROR + error
-    service.barrier()
-    assert signals.all == []
+    assert announced() == []
     assert service.log() == []
     client.call('installFiles', '(as)', [])
     assert signals.wait('installFinished') == (True, '')

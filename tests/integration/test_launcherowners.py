@@ -37,7 +37,6 @@ def android(standins):
 
 @pytest.fixture
 def launcher():
-    """A launcher of the system."""
     LAUNCHER.write_text(PLAIN, encoding='utf-8')
     yield LAUNCHER
     LAUNCHER.unlink(missing_ok=True)
@@ -45,7 +44,6 @@ def launcher():
 
 @pytest.fixture
 def android_launcher(launcher):
-    """A launcher of an Android application."""
     launcher.write_text(ANDROID, encoding='utf-8')
     return launcher
 
@@ -80,8 +78,7 @@ def test_package_of_the_package_manager(manager, service, client, signals, path,
     assert [(call.member, call.signature, call.arguments)
             for call in system_calls() if call.destination != 'com.nokia.mce'] == [
         ('GetPackage', 's', ('foo.bar',)), ('GetPackage', 's', ('foo.bar',)), ('Remove', 'sa{sv}', ('foo.bar', {}))]
-    assert [(call.member, call.arguments)
-            for call in session_calls()] == [
+    assert [(call.member, call.arguments) for call in session_calls()] == [
         *([('updatingStarted', ('foo.bar', '', '', str(path)))] if path == LAUNCHER else []),
         ('updatingFinished', ('foo.bar',))]
     assert signals.names() == ['removalFinished']
@@ -89,23 +86,21 @@ def test_package_of_the_package_manager(manager, service, client, signals, path,
     path.unlink()
 
 
-def test_package_manager_is_asked_again(manager, packagekit, launcher, service, client, signals):
+def test_package_manager_is_asked_again(manager, packagekit, launcher, service, remove_launcher_and_wait):
     """The removal by name asks the package manager itself."""
     manager.answer('GetPackage', KNOWN, times=1)
 
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_launcher_and_wait(launcher) == REMOVED
     assert arguments(manager, 'GetPackage') == [('foo.bar',), ('foo.bar',)]
     assert arguments(packagekit, 'SearchFiles') == []
     assert arguments(packagekit, 'Resolve') == [(4, ['foo.bar'])]
 
 
-def test_package_manager_removes_for_real(standins, launcher, service, client, signals, dialog, device, package):
+def test_package_manager_removes_for_real(standins, launcher, service, client, signals, install_and_wait, dialog,
+                                          device, package):
     standins.start('package-manager')
     dialog.use('Confirming')
-    client.install([package('foo.bar')])
-    assert signals.wait('installFinished') == REMOVED
+    assert install_and_wait([package('foo.bar')]) == REMOVED
     assert device.packages() == ['foo.bar']
 
     client.remove_launcher(launcher)
@@ -115,16 +110,13 @@ def test_package_manager_removes_for_real(standins, launcher, service, client, s
     assert not launcher.exists()
 
 
-@pytest.mark.parametrize('values', ["('foo.bar',)", '(true,)', "({'a': 1},)", '()', '([1],)'])
-def test_answer_that_is_no_record_counts_as_unknown(manager, launcher, search, values):
-    manager.answer('GetPackage', GLib.Variant.parse(None, values, None, None))
-
-    assert search().arguments == (4, [str(LAUNCHER)])
-
-
-def test_refusal_of_the_package_manager_counts_as_unknown(manager, launcher, service, search):
+@pytest.mark.parametrize('values', ["('foo.bar',)", '(true,)', "({'a': 1},)", '()', '([1],)', None])
+def test_refusal_and_answer_that_is_no_record_count_as_unknown(manager, launcher, service, search, values):
     """The owner is looked for elsewhere, without a word."""
-    manager.refuse('GetPackage', 'a.b.Refused', 'not today')
+    if values:
+        manager.answer('GetPackage', GLib.Variant.parse(None, values, None, None))
+    else:
+        manager.refuse('GetPackage', 'a.b.Refused', 'not today')
 
     assert search().arguments == (4, [str(LAUNCHER)])
 
@@ -157,25 +149,22 @@ def test_native_owners(manager, packagekit, launcher, service, client, signals, 
     assert service.warnings() == warnings
 
 
-def test_owner_that_the_package_manager_knows(manager, packagekit, launcher, service, client, signals):
+def test_owner_that_the_package_manager_knows(manager, packagekit, launcher, service, remove_launcher_and_wait):
     manager.refuse('GetPackage', 'a.b.Unknown', '', times=1)
     manager.answer('GetPackage', KNOWN, times=1)
     packagekit.script('SearchFiles', [package_found(A), finished()])
 
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_launcher_and_wait(launcher) == REMOVED
     assert arguments(manager, 'Remove') == [('a', {})]
     assert arguments(packagekit, 'Resolve') == []
 
 
-def test_owner_of_an_android_application(packagekit, android, android_launcher, service, client, signals):
+def test_owner_of_an_android_application(packagekit, android, android_launcher, service, signals,
+                                         remove_launcher_and_wait):
     """It is found by the Android package file, and removed like a native package."""
     packagekit.script('SearchFiles', [package_found(A), finished()])
 
-    client.remove_launcher(android_launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_launcher_and_wait(android_launcher) == REMOVED
     service.barrier()
     assert arguments(packagekit, 'SearchFiles') == [(4, [APK])]
     assert android.calls() == []
@@ -183,10 +172,8 @@ def test_owner_of_an_android_application(packagekit, android, android_launcher, 
 
 
 @pytest.mark.parametrize('script, warnings', [
-    ([finished()], []),
-    ([package_found(';1-1;noarch;installed'), finished()], []),
-    ([error_code('No.'), finished(EXIT_FAILED)], [ERROR]),
-    ([finished(EXIT_FAILED)], []),
+    ([finished()], []), ([package_found(';1-1;noarch;installed'), finished()], []),
+    ([error_code('No.'), finished(EXIT_FAILED)], [ERROR]), ([finished(EXIT_FAILED)], []),
     ([finished(EXIT_CANCELLED)], []),
 ], ids=['no owner', 'owner without a name', 'error', 'failed', 'cancelled'])
 def test_android_application(packagekit, android, android_launcher, service, client, signals, script, warnings):
@@ -204,27 +191,18 @@ def test_android_application(packagekit, android, android_launcher, service, cli
     assert (service.log(), signals.names()) == ([f'warning default: {text}' for text in warnings], [])
 
 
-def test_refusal_of_android_support(packagekit, android, android_launcher, service, client, signals):
-    android.refuse('removeFile', 'a.b.Refused', 'not today')
-
-    client.remove_launcher(android_launcher)
-
-    service.wait_for_log('failed to remove android app')
-    service.barrier()
-    assert service.log() == [f'warning default: {ANDROID_FAILED}']
-    assert signals.names() == []
-    assert android_launcher.exists()
-
-
 TRUE = ['(true,)', "('true',)", "('yes',)", '(1,)', '(-1,)', '(0.5,)', "(true, 'more')"]
 FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)', "({'a': true},)", '((true,),)',
          '(<true>,)', '(0.0,)', "(false, 'more')"]
 
 
-@pytest.mark.parametrize('values', [*TRUE, *FALSE])
+@pytest.mark.parametrize('values', [*TRUE, *FALSE, None])
 def test_answer_of_android_support(packagekit, android, android_launcher, service, client, signals, values):
-    """It is true if the toolkit can convert it to a true boolean."""
-    android.answer('removeFile', GLib.Variant.parse(None, values, None, None))
+    """It is true if the toolkit can convert it to a true boolean. A refusal counts as false."""
+    if values:
+        android.answer('removeFile', GLib.Variant.parse(None, values, None, None))
+    else:
+        android.refuse('removeFile', 'a.b.Refused', 'not today')
 
     client.remove_launcher(android_launcher)
 
@@ -232,6 +210,7 @@ def test_answer_of_android_support(packagekit, android, android_launcher, servic
     service.barrier()
     assert service.log() == ([] if values in TRUE else [f'warning default: {ANDROID_FAILED}'])
     assert signals.names() == []
+    assert android_launcher.exists()
 
 
 def test_android_support_is_looked_at_before_each_call(packagekit, android, android_launcher, service, client,
@@ -291,10 +270,7 @@ def test_android_key_that_goes_during_the_search(packagekit, android, android_la
 
 
 @pytest.mark.parametrize('script', [
-    [finished()],
-    [finished(EXIT_FAILED)],
-    [error_code('No.'), finished(EXIT_FAILED)],
-    [],
+    [finished()], [finished(EXIT_FAILED)], [error_code('No.'), finished(EXIT_FAILED)], [],
 ], ids=['found nothing', 'failed', 'error', 'endless'])
 def test_nobody_s_launcher_leaves_the_count_raised(packagekit, launcher, service, client, signals, search, script):
     """The count stays one too high: the next search with two owners lowers it once too often without a warning, and

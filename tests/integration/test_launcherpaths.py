@@ -31,7 +31,6 @@ def removed(service, client, signals, system_calls):
 
 @pytest.fixture
 def hooks(standins):
-    """The runtime manager."""
     return standins.start('runtime-manager')
 
 
@@ -76,22 +75,16 @@ def test_no_regular_file(removed, applications, kind, own):
             path.rmdir() if kind == 'folder' else path.unlink()
 
 
-@pytest.mark.parametrize('path', [
-    '', '/', '.', '..', 'absent.desktop', '/absent.desktop', '/absent/a.desktop', '/dev/null', '/etc/passwd/',
-    '/etc/passwd/a.desktop', '/usr/share/applications', '~/a.desktop', 'file:///etc/passwd',
-    '/usr/share/applications/*.desktop', ':/a.desktop',
-])
-def test_no_file(removed, path):
-    assert removed(path) == ([], [bad(path)])
-
-
 @pytest.mark.parametrize('path, shown', [
-    ('/a "b"\\c.desktop', r'/a \"b\"\\c.desktop'),
-    ('/two\nlines\t.desktop', r'/two\nlines\t.desktop'),
-    ('/\u00e4\u4e2d\u6587\U0001f600.desktop', '/\u00e4\u4e2d\u6587\U0001f600.desktop'),
-    ('/%1%s;`id`$(id).desktop', '/%1%s;`id`$(id).desktop'),
-])
-def test_path_is_logged_in_quotes(removed, path, shown):
+    *((path, path) for path in (
+        '', '/', '.', '..', 'absent.desktop', '/absent.desktop', '/absent/a.desktop', '/dev/null', '/etc/passwd/',
+        '/etc/passwd/a.desktop', '/usr/share/applications', '~/a.desktop', 'file:///etc/passwd',
+        '/usr/share/applications/*.desktop', ':/a.desktop', '/\u00e4\u4e2d\u6587\U0001f600.desktop',
+        '/%1%s;`id`$(id).desktop')),
+    ('/a "b"\\c.desktop', r'/a \"b\"\\c.desktop'), ('/two\nlines\t.desktop', r'/two\nlines\t.desktop'),
+], ids=lambda path: ascii(path)[:40])
+def test_no_file(removed, path, shown):
+    """The path is logged in quotes."""
     assert removed(path) == ([], [bad(shown)])
 
 
@@ -234,18 +227,14 @@ def test_every_other_launcher_is_one_of_the_system(standins, start, write, clien
 
 
 @pytest.mark.parametrize('folders, told', [
-    (('shared',), 'shared'),
-    (('local', 'shared'), 'local'),
-    (('shared', 'data'), 'data'),
+    (('shared',), 'shared'), (('local', 'shared'), 'local'), (('shared', 'data'), 'data'),
     (('home/.local/share',), None),
 ], ids=['anywhere', 'in order', 'the data home first', 'not in the usual data home'])
-def test_home_screen_is_told_of_the_first(manager, launcher_model, start, write, client, signals, folders, told):
+def test_home_screen_is_told_of_the_first(manager, launcher_model, start, write, remove_and_wait, folders, told):
     manager.answer('GetPackage', KNOWN)
     launchers = {folder: str(write(folder)) for folder in folders}
     start('data', 'local', 'shared')
 
-    client.remove(['a.b'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['a.b']) == (True, '')
     assert [call.arguments for call in launcher_model.calls('updatingStarted')] == (
         [('a.b', '', '', launchers[told])] if told else [])

@@ -48,14 +48,11 @@ def silent(standins, device):
 
 
 @pytest.mark.parametrize('count', [0, 1, 5000])
-def test_all_files_of_a_request_are_installed_in_order(silent, lean, client, signals, tmp_path, count):
+def test_all_files_of_a_request_are_installed_in_order(silent, lean, announced, install_and_wait, tmp_path, count):
     files = [f'/absent/{number}.rpm' for number in range(count)]
 
-    client.install(files)
-
-    assert signals.wait('installFinished') == (True, '')
-    lean.barrier()
-    assert signals.names() == ['installFinished']
+    assert install_and_wait(files) == (True, '')
+    assert announced() == ['installFinished']
     assert [call.arguments[0] for call in silent.calls('Install')] == files
     assert lean.log() == ['warning default: ' + NO_SDK] * count
 
@@ -83,27 +80,23 @@ def test_other_requests_are_answered_while_many_files_are_installed(silent, lean
     assert len(silent.calls('Install')) == 1000
 
 
-def test_every_file_of_many_can_be_declined(standins, lean, client, signals, dialog, package):
+def test_every_file_of_many_can_be_declined(standins, lean, announced, install_and_wait, dialog, package):
     standins.start('package-manager', 'mce')
     dialog.use('Dismissing')
 
-    client.install([package('one'), package('two')] * 100)
-
-    assert signals.wait('installFinished') == (False, CANCELLED)
-    lean.barrier()
-    assert signals.names() == ['needConfirm'] * 200 + ['installFinished']
+    assert install_and_wait([package('one'), package('two')] * 100) == (False, CANCELLED)
+    assert announced() == ['needConfirm'] * 200 + ['installFinished']
     assert len(standins.mce.calls('notification_begin_req')) == len(standins.mce.calls('notification_end_req')) == 200
     assert standins.package_manager.calls() == []
 
 
-def test_many_requests_at_once(silent, lean, client, signals):
+def test_many_requests_at_once(silent, lean, client, announced, signals):
     """They start together, and each ends on its own."""
     silent.hang('Install')
     for number in range(100):
         client.install([f'/absent/{number}.rpm'])
     silent.wait_call('Install', 100)
-    lean.barrier()
-    assert signals.all == []
+    assert announced() == []
 
     silent.release('Install')
 

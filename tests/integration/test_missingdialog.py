@@ -28,14 +28,13 @@ def complaint(request, dialog, developer_mode):
     return {'missing': MISSING, 'Broken': BROKEN, 'NotAWindow': NO_WINDOW}[request.param]
 
 
-def test_request_never_ends(standins, complaint, service, client, signals):
+def test_request_never_ends(standins, complaint, service, client, announced):
     """The caller hears that the user is being asked, and nothing more. Known behaviour 52, 61."""
     standins.start('mce', 'package-manager')
 
     client.install(['/one.rpm', '/two.rpm'])
 
-    service.barrier()
-    assert signals.names() == ['needConfirm']
+    assert announced() == ['needConfirm']
     first, second = service.warnings()
     assert first == NOT_SDK
     assert second.startswith(complaint)
@@ -43,7 +42,7 @@ def test_request_never_ends(standins, complaint, service, client, signals):
     assert standins.mce.calls('notification_begin_req') == []
 
 
-def test_others_are_not_held_back(standins, complaint, service, client, signals, device):
+def test_others_are_not_held_back(standins, complaint, service, client, signals, announced, device):
     standins.start('package-manager', installs='nothing')
     client.install(['/stuck.rpm'])
 
@@ -52,8 +51,7 @@ def test_others_are_not_held_back(standins, complaint, service, client, signals,
     client.install(['/quiet.rpm'])
 
     signals.wait('installFinished', 2)
-    service.barrier()
-    assert signals.names() == ['needConfirm', 'installFinished', 'installFinished']
+    assert announced() == ['needConfirm', 'installFinished', 'installFinished']
     assert signals.arguments('installFinished') == [(True, ''), (True, '')]
     assert [call.arguments[0] for call in standins.package_manager.calls()] == ['/quiet.rpm']
 
@@ -70,25 +68,19 @@ def blind_service(standins, screen, program):
     })
 
 
-def test_installation_is_cancelled(client, signals, standins, blind_service):
+def test_installation_is_cancelled(announced, install_and_wait, standins, blind_service):
     """A display on which nothing can be painted counts as a refusal. Known behaviour 53."""
-    client.install(['/one.rpm', '/two.rpm'])
-
-    assert signals.wait('installFinished') == CANCELLED
-    blind_service.barrier()
-    assert signals.names() == ['needConfirm', 'needConfirm', 'installFinished']
+    assert install_and_wait(['/one.rpm', '/two.rpm']) == CANCELLED
+    assert announced() == ['needConfirm', 'needConfirm', 'installFinished']
     assert standins.package_manager.calls('Install') == []
     assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [('', 1000000)] * 2
 
 
-def test_service_goes_on(client, signals, standins, blind_service, device):
-    client.install(['/unseen.rpm'])
-    assert signals.wait('installFinished') == CANCELLED
+def test_service_goes_on(install_and_wait, standins, blind_service, device):
+    assert install_and_wait(['/unseen.rpm']) == CANCELLED
 
     standins.package_manager.configure('installs', 'nothing')
     device.mark_as_emulator()
-    client.install(['/quiet.rpm'])
-
-    assert signals.wait('installFinished', 2) == (True, '')
+    assert install_and_wait(['/quiet.rpm']) == (True, '')
     blind_service.barrier()
     assert [call.arguments[0] for call in standins.package_manager.calls('Install')] == ['/quiet.rpm']

@@ -66,13 +66,12 @@ NATIVE = {'files': {FIRST: ENTRY, SECOND: ENTRY}}
 
 
 @pytest.mark.parametrize('keep_userdata', [False, True])
-def test_by_name(installed, service, client, signals, device, told_launcher_model, asked_packagekit, keep_userdata):
+def test_by_name(installed, service, signals, remove_and_wait, device, told_launcher_model, asked_packagekit,
+                 keep_userdata):
     """PackageKit ignores whether user data is to be kept. Known behaviour 16."""
     installed('native', **NATIVE)
 
-    client.remove(['native'], keep_userdata)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_and_wait(['native'], keep_userdata) == REMOVED
     assert device.packages() == ['keeper']
     assert not Path(FIRST).exists() and not Path(SECOND).exists()
     assert told_launcher_model() == [started('native', FIRST), started('native', SECOND), finished('native')]
@@ -91,13 +90,12 @@ def test_by_name(installed, service, client, signals, device, told_launcher_mode
 
 
 @pytest.mark.parametrize('launcher', [FIRST, SECOND])
-def test_by_launcher(installed, service, client, signals, device, told_launcher_model, asked_packagekit, launcher):
+def test_by_launcher(installed, service, signals, remove_launcher_and_wait, device, told_launcher_model,
+                     asked_packagekit, launcher):
     """Any launcher of the package will do."""
     installed('native', **NATIVE)
 
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_launcher_and_wait(launcher) == REMOVED
     assert device.packages() == ['keeper']
     assert not Path(FIRST).exists() and not Path(SECOND).exists()
     assert told_launcher_model() == [started('native', FIRST), started('native', SECOND), finished('native')]
@@ -144,12 +142,10 @@ def test_lock_refuses_the_removal(installed, packagekit, service, client, signal
     assert f'Failed to uninstall "{name}" "{text}"' in service.debugs()
 
 
-def test_package_that_is_not_installed(packagekit, service, client, signals, device, told_launcher_model,
+def test_package_that_is_not_installed(packagekit, service, signals, remove_and_wait, device, told_launcher_model,
                                        asked_packagekit):
     """Its removal succeeds. Known behaviour 18."""
-    client.remove(['absent'])
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_and_wait(['absent']) == REMOVED
     assert asked_packagekit() == [resolve('absent')]
     assert told_launcher_model() == [finished('absent')]
     assert signals.names() == ['removalFinished']
@@ -204,14 +200,12 @@ def test_one_of_two_is_refused(installed, packagekit, service, client, signals, 
     assert sorted(device.packages()) == ['keeper', 'locked']
 
 
-def test_two_versions_go_together(installed, service, client, signals, device, package, asked_packagekit):
+def test_two_versions_go_together(installed, service, remove_and_wait, device, package, asked_packagekit):
     installed('native', version='1.0', files={})
     second = package('native', version='2.0', files={})
     install(second, '-i')
 
-    client.remove(['native'])
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_and_wait(['native']) == REMOVED
     assert device.packages() == ['keeper']
     ((flags, ids, *rest),) = [arguments for member, _, arguments in asked_packagekit() if member == 'RemovePackages']
     assert sorted(ids) == [f'native;{version}-1;noarch;installed:' for version in ('1.0', '2.0')]
@@ -220,17 +214,15 @@ def test_two_versions_go_together(installed, service, client, signals, device, p
 
 @pytest.mark.parametrize('files', [{APK: 'apk', ANDROID_LAUNCHER: ANDROID_ENTRY}, {APK: 'apk'}],
                          ids=['owned launcher', 'made launcher'])
-def test_android_application_in_a_native_package(installed, service, client, signals, device, told_launcher_model,
-                                                 asked_packagekit, files):
+def test_android_application_in_a_native_package(installed, service, remove_launcher_and_wait, device,
+                                                 told_launcher_model, asked_packagekit, files):
     """It is removed as that package, whether or not the launcher is of the package too. A launcher that is not
     stays until Android support takes it away."""
     installed(ANDROID_PACKAGE, files=files)
     launcher = Path(ANDROID_LAUNCHER)
     launcher.write_text(ANDROID_ENTRY, encoding='utf-8')
 
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_launcher_and_wait(launcher) == REMOVED
     assert device.packages() == ['keeper']
     assert not Path(APK).exists()
     assert launcher.exists() == (ANDROID_LAUNCHER not in files)

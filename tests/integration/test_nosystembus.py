@@ -25,42 +25,34 @@ def lonely_service(request, processes, system_bus, program):
     return program if request.param == 'lost' else program.start()
 
 
-def test_service_is_there(lonely_service, client, signals):
+def test_service_is_there(lonely_service, install_and_wait):
     """Known behaviour 9."""
-    client.install([])
-
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([]) == (True, '')
     assert lonely_service.log() == []
 
 
-def test_user_is_asked_and_nothing_can_be_installed(lonely_service, client, signals, dialog):
+def test_user_is_asked_and_nothing_can_be_installed(lonely_service, signals, install_and_wait, dialog):
     dialog.use('Confirming')
 
-    client.install(['/absent.rpm'], sdk_mode=True)
-
-    assert signals.wait('installFinished') == DISCONNECTED
+    assert install_and_wait(['/absent.rpm'], sdk_mode=True) == DISCONNECTED
     assert sorted(signals.names()) == ['installFinished', 'needConfirm', 'removalFinished']
     assert signals.arguments('removalFinished') == [(False, TEXT)]
     lonely_service.barrier()
     assert lonely_service.warnings() == [UNKNOWN]
 
 
-def test_emulator_installs_nothing_either(lonely_service, client, signals, device):
+def test_emulator_installs_nothing_either(lonely_service, signals, install_and_wait, device):
     device.mark_as_emulator()
 
-    client.install(['/one.rpm', '/two.rpm'])
-
-    assert signals.wait('installFinished') == (False, f'{DISCONNECTED[1]}\n{DISCONNECTED[1]}')
+    assert install_and_wait(['/one.rpm', '/two.rpm']) == (False, f'{DISCONNECTED[1]}\n{DISCONNECTED[1]}')
     assert signals.names() == ['installFinished']
     assert lonely_service.warnings() == [UNKNOWN] * 2
 
 
-def test_policy_still_holds(lonely_service, client, signals, device, session_monitor):
+def test_policy_still_holds(lonely_service, install_and_wait, device, session_monitor):
     device.set_policy('[Applications]\nInstallationEnabled=false\n')
 
-    client.install(['/absent.rpm'])
-
-    assert signals.wait('installFinished')[0] is False
+    assert install_and_wait(['/absent.rpm'])[0] is False
     assert 'Notify' in [message.member for message in session_monitor.messages(kind='method-call')]
 
 

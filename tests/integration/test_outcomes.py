@@ -35,7 +35,7 @@ CASES = [
 
 
 @pytest.mark.parametrize('fates, outcome, handed_over', CASES, ids=lambda value: '-'.join(map(str, value)))
-def test_request_ends_with(service, client, signals, dialog, manager, fates, outcome, handed_over):
+def test_request_ends_with(service, client, signals, announced, dialog, manager, fates, outcome, handed_over):
     """Known behaviour 50, 51."""
     dialog.use('Controlled')
     for fate in fates:
@@ -50,10 +50,8 @@ def test_request_ends_with(service, client, signals, dialog, manager, fates, out
         assert dialog.wait_shown(number)['fileName'] == f'/{number}.rpm'
         dialog.answer('dismissed' if fate == DECLINED else 'requestInstall', number=number)
     assert signals.wait('installFinished') == outcome
-    service.barrier()
-    assert signals.names() == ['needConfirm'] * len(fates) + ['installFinished']
-    assert [call.arguments for call in manager.calls('Install')] == \
-        [(f'/{number}.rpm', {}) for number in handed_over]
+    assert announced() == ['needConfirm'] * len(fates) + ['installFinished']
+    assert [call.arguments for call in manager.calls('Install')] == [(f'/{number}.rpm', {}) for number in handed_over]
 
 
 def test_several_files_take_turns(standins, service, client, signals, device, manager, system_calls):
@@ -76,25 +74,21 @@ def test_several_files_take_turns(standins, service, client, signals, device, ma
         ['IsSilentInstallationEnabled', 'Install'] * 2
 
 
-def test_files_are_really_installed(platform, service, client, signals, dialog, device, package):
+def test_files_are_really_installed(platform, service, install_and_wait, dialog, device, package):
     """The good files of a request are installed, also after a bad one."""
     dialog.use('Confirming')
 
-    client.install([package('good'), package('needy', requires=['nothing-that-exists']), package('fine')])
-
-    assert signals.wait('installFinished') == \
+    assert install_and_wait([package('good'), package('needy', requires=['nothing-that-exists']), package('fine')]) == \
         (False, 'zarn_installation_error_desc_MissingDependency (code: MissingDependency)')
     assert sorted(device.packages()) == ['fine', 'good']
 
 
-def test_one_file_goes_this_way(platform, service, client, signals, dialog, package, system_calls):
+def test_one_file_goes_this_way(platform, service, install_and_wait, dialog, package, system_calls):
     """Known behaviour 49, 62."""
     dialog.use('Confirming')
     file = package('traced', version='3.4', summary='Leaves traces')
 
-    client.install([file])
-
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([file]) == (True, '')
     calls = system_calls()
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
             for call in calls if call.member != 'get_display_status'] == [
@@ -132,16 +126,14 @@ def test_accepted_package_is_installed(platform, service, client, signals, dialo
     assert device.packages() == ['wanted']
 
 
-def test_mce_is_looked_at_before_each_request(platform, service, client, signals, dialog, system_bus, system_monitor,
+def test_mce_is_looked_at_before_each_request(platform, service, install_and_wait, dialog, system_bus, system_monitor,
                                               package):
     """Each request to MCE has a proxy of its own. An introspection with contents would be remembered, so it has none
     here."""
     dialog.use('Dismissing')
     platform.mce.answer('Introspect', GLib.Variant('(s)', ('<node/>',)))
 
-    client.install([package('first'), package('second')])
-
-    assert signals.wait('installFinished')[0] is False
+    assert install_and_wait([package('first'), package('second')])[0] is False
     service.barrier()
     sent = system_monitor.messages(system_bus.name_of_process(service.process.pid), 'method-call')
     assert [(call.path, call.member) for call in sent if call.destination == 'com.nokia.mce'] == 2 * [
@@ -151,26 +143,23 @@ def test_mce_is_looked_at_before_each_request(platform, service, client, signals
         ('/com/nokia/mce/request', 'notification_end_req')]
 
 
-def test_declined_package_is_not_installed(platform, service, client, signals, dialog, device, package):
+def test_declined_package_is_not_installed(platform, service, install_and_wait, dialog, device, package):
     dialog.use('Dismissing')
 
-    client.install([package('unwanted')])
-
-    assert signals.wait('installFinished')[0] is False
+    assert install_and_wait([package('unwanted')])[0] is False
     service.barrier()
     assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('unwanted', 1000000)]
     assert not platform.package_manager.calls()
     assert device.packages() == []
 
 
-def test_display_turned_off_declines(platform, service, client, signals, dialog, package):
+def test_display_turned_off_declines(platform, service, client, signals, announced, dialog, package):
     dialog.use('Controlled')
     client.install([package('unseen')])
     dialog.wait_shown()
 
     platform.mce.configure('display', 'dimmed')
-    service.barrier()
-    assert signals.names() == ['needConfirm']
+    assert announced() == ['needConfirm']
 
     platform.mce.configure('display', 'off')
     assert signals.wait('installFinished')[0] is False
@@ -178,16 +167,13 @@ def test_display_turned_off_declines(platform, service, client, signals, dialog,
     assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('unseen', 0)]
 
 
-def test_second_answer_of_a_dialog_is_handled_again(platform, service, client, signals, dialog, package, system_calls):
+def test_second_answer_of_a_dialog_is_handled_again(platform, service, install_and_wait, dialog, package, system_calls):
     """Known behaviour 63."""
     dialog.use('AnsweringTwice')
     platform.package_manager.hang('Install')
 
-    client.install([package('double')])
-
-    assert signals.wait('installFinished')[0] is False
-    assert [(call.member, call.arguments)
-            for call in system_calls()][-3:] == [
+    assert install_and_wait([package('double')])[0] is False
+    assert [(call.member, call.arguments) for call in system_calls()][-3:] == [
         ('Install', (str(package('double')), {})),
         ('notification_end_req', ('double', 3000000)),
         ('notification_end_req', ('double', 1000000))]

@@ -11,7 +11,6 @@ ABSENT = FAILED + '"The name ru.quon.RuntimeManager was not provided by any .ser
 
 @pytest.fixture
 def launcher(applications):
-    """An own launcher."""
     path = applications / 'org.example.App.desktop'
     path.touch()
     return path
@@ -29,14 +28,9 @@ def hook(name):
 
 
 @pytest.mark.parametrize('file, name', [
-    ('org.example.App.desktop', 'org'),
-    ('app.desktop', 'app'),
-    ('app', 'app'),
-    ('.hidden.desktop', ''),
-    ('two..desktop', 'two'),
-    ('with blank, and-more.desktop', 'with blank, and-more'),
-    ('\u00e4\u4e2d\u6587.desktop', '\u00e4\u4e2d\u6587'),
-    ('sub.folder/deep/nested.app.desktop', 'nested'),
+    ('org.example.App.desktop', 'org'), ('app.desktop', 'app'), ('app', 'app'), ('.hidden.desktop', ''),
+    ('two..desktop', 'two'), ('with blank, and-more.desktop', 'with blank, and-more'),
+    ('\u00e4\u4e2d\u6587.desktop', '\u00e4\u4e2d\u6587'), ('sub.folder/deep/nested.app.desktop', 'nested'),
     ('org.example.App.txt', 'org'),
 ])
 def test_is_deleted_and_the_hook_called(standins, service, client, signals, applications, calls, file, name,

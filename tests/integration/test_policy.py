@@ -12,13 +12,11 @@ ALLOWING = '[Applications]\nInstallationEnabled=true\n'
 TEXT = f'Installing applications is disabled by the {machine.freedesktop_os_release()["NAME"]} device policy'
 
 
-def test_user_and_caller_are_told(standins, service, client, signals, device, package, system_calls):
+def test_user_and_caller_are_told(standins, service, signals, install_and_wait, device, package, system_calls):
     standins.start('notifications')
     device.set_policy(REFUSING)
 
-    client.install([package('forbidden')])
-
-    assert signals.wait('installFinished') == (False, TEXT)
+    assert install_and_wait([package('forbidden')]) == (False, TEXT)
     notification = standins.notifications.wait_call('Notify')
     assert notification.signature == 'susssasa{sv}i'
     assert notification.arguments == ('', 0, 'icon-lock-warning', '', TEXT, [], {'urgency': 2, 'transient': True}, -1)
@@ -31,10 +29,13 @@ def test_user_and_caller_are_told(standins, service, client, signals, device, pa
 
 @pytest.mark.parametrize('files', [[], ['/absent.rpm'], ['/one.rpm', '/two.rpm']], ids=len)
 @pytest.mark.parametrize('sdk_mode', [False, True], ids=['asking', 'sdk'])
-def test_neither_files_nor_sdk_mode_matter(standins, service, client, signals, device, files, sdk_mode):
+@pytest.mark.parametrize('emulator', [False, True], ids=['device', 'emulator'])
+def test_nothing_else_matters(standins, service, client, signals, device, files, sdk_mode, emulator):
     standins.start('developer-mode', silent_installation=True)
     standins.start('package-kit')
     device.set_policy(REFUSING)
+    if emulator:
+        device.mark_as_emulator()
 
     client.install(files, sdk_mode=sdk_mode)
 
@@ -43,15 +44,6 @@ def test_neither_files_nor_sdk_mode_matter(standins, service, client, signals, d
     assert len(signals.arguments('installFinished')) == 1
     assert besides_removals(service.log()) == []
     assert standins.developer_mode.calls() == []
-
-
-def test_emulator_does_not_matter(service, client, signals, device):
-    device.mark_as_emulator()
-    device.set_policy(REFUSING)
-
-    client.install(['/absent.rpm'])
-
-    assert signals.wait('installFinished') == (False, TEXT)
 
 
 def test_policy_is_read_for_each_request(service, client, signals, device):
@@ -63,12 +55,10 @@ def test_policy_is_read_for_each_request(service, client, signals, device):
     assert signals.arguments('installFinished') == [(False, TEXT), (True, ''), (False, TEXT), (True, '')]
 
 
-def test_policy_that_makes_no_sense_forbids(service, client, signals, device):
+def test_policy_that_makes_no_sense_forbids(service, install_and_wait, device):
     device.set_policy('[Applications]\nInstallationEnabled=perhaps\n')
 
-    client.install([])
-
-    assert signals.wait('installFinished') == (False, TEXT)
+    assert install_and_wait([]) == (False, TEXT)
     (warning,) = service.warnings()
     assert '/etc/velmora/access-policy.conf' in warning
 

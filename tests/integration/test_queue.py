@@ -15,37 +15,37 @@ def package_manager(manager, dialog):
     return manager
 
 
-def outcomes(signals):
-    """The signals in order: True and False for installFinished, "asked" for needConfirm."""
-    return ['asked' if signal.name == 'needConfirm' else signal.arguments[0] for signal in signals.all]
+@pytest.fixture
+def outcomes(service, signals):
+    """The signals so far, in order: True and False for installFinished, "asked" for needConfirm."""
+    def so_far():
+        service.barrier()
+        return ['asked' if signal.name == 'needConfirm' else signal.arguments[0] for signal in signals.all]
+    return so_far
 
 
-def test_requests_wait_while_the_dialog_is_on_screen(service, client, signals, dialog, package_manager):
+def test_requests_wait_while_the_dialog_is_on_screen(service, client, outcomes, signals, dialog, package_manager):
     for file in ('/first.rpm', '/second.rpm', '/third.rpm'):
         client.install([file])
 
     assert dialog.wait_shown(1)['fileName'] == '/first.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked']
+    assert outcomes() == ['asked']
 
     dialog.answer('dismissed', number=1)
     assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', False, 'asked']
+    assert outcomes() == ['asked', False, 'asked']
 
     dialog.answer('requestInstall', number=2)
     assert dialog.wait_shown(3)['fileName'] == '/third.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', False, 'asked', True, 'asked']
+    assert outcomes() == ['asked', False, 'asked', True, 'asked']
 
     dialog.answer('dismissed', number=3)
     signals.wait('installFinished', 3)
-    service.barrier()
-    assert outcomes(signals) == ['asked', False, 'asked', True, 'asked', False]
+    assert outcomes() == ['asked', False, 'asked', True, 'asked', False]
     assert [call.arguments[0] for call in package_manager.calls('Install')] == ['/second.rpm']
 
 
-def test_request_of_several_files_is_not_interrupted(service, client, signals, dialog):
+def test_request_of_several_files_is_not_interrupted(service, client, outcomes, dialog):
     client.install(['/one.rpm', '/two.rpm'])
     client.install(['/other.rpm'])
 
@@ -54,11 +54,10 @@ def test_request_of_several_files_is_not_interrupted(service, client, signals, d
     assert dialog.wait_shown(2)['fileName'] == '/two.rpm'
     dialog.answer('dismissed', number=2)
     assert dialog.wait_shown(3)['fileName'] == '/other.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', 'asked', False, 'asked']
+    assert outcomes() == ['asked', 'asked', False, 'asked']
 
 
-def test_waiting_request_is_not_started_by_the_dialogs_end(service, client, signals, dialog, package_manager):
+def test_waiting_request_is_not_started_by_the_dialogs_end(service, client, outcomes, dialog, package_manager):
     """The end of a request starts it."""
     package_manager.hang('Install', 1)
     client.install(['/first.rpm'])
@@ -67,16 +66,14 @@ def test_waiting_request_is_not_started_by_the_dialogs_end(service, client, sign
 
     dialog.answer('requestInstall', number=1)
     package_manager.wait_call('Install')
-    service.barrier()
-    assert outcomes(signals) == ['asked']
+    assert outcomes() == ['asked']
 
     package_manager.release('Install')
     assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', True, 'asked']
+    assert outcomes() == ['asked', True, 'asked']
 
 
-def test_new_request_lets_the_oldest_one_go_first(service, client, signals, dialog, package_manager):
+def test_new_request_lets_the_oldest_one_go_first(service, client, outcomes, dialog, package_manager):
     """A request waits for a dialog, but not for an installation. Known behaviour 54."""
     package_manager.hang('Install', 1)
     client.install(['/first.rpm'])
@@ -89,34 +86,30 @@ def test_new_request_lets_the_oldest_one_go_first(service, client, signals, dial
     client.install(['/third.rpm'])
 
     assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', 'asked']
+    assert outcomes() == ['asked', 'asked']
 
 
-def test_requests_install_side_by_side_without_the_dialog(standins, service, client, signals, package_manager,
-                                                          device):
+def test_requests_install_side_by_side_without_the_dialog(standins, service, client, outcomes, announced, signals,
+                                                          package_manager, device):
     """Each ends on its own, whichever began first, and no signal says which. Known behaviour 5."""
     device.mark_as_emulator()
     package_manager.hang('Install')
     client.install(['/first.rpm'])
     client.install(['/second.rpm'])
     assert package_manager.wait_call('Install', 2).arguments[0] == '/second.rpm'
-    service.barrier()
-    assert signals.all == []
+    assert announced() == []
 
     package_manager.release_refusing('Install', 'a.b.NoSpace', which=1)
     assert signals.wait('installFinished') == (False, 'zarn_installation_error_desc_NoSpace (code: NoSpace)')
-    service.barrier()
-    assert outcomes(signals) == [False]
+    assert outcomes() == [False]
 
     package_manager.release('Install')
     assert signals.wait('installFinished', 2) == INSTALLED
-    service.barrier()
-    assert outcomes(signals) == [False, True]
+    assert outcomes() == [False, True]
 
 
 @pytest.mark.parametrize('disappear', ['hide', 'close'])
-def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dialog, disappear):
+def test_dialog_that_disappears_holds_nothing_back(service, client, outcomes, dialog, disappear):
     """Only a dialog on screen makes requests wait. The service does not end with its last window."""
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
@@ -127,30 +120,27 @@ def test_dialog_that_disappears_holds_nothing_back(service, client, signals, dia
     client.install(['/second.rpm'])
 
     assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', 'asked']
+    assert outcomes() == ['asked', 'asked']
 
 
-def test_empty_request_waits_too(service, client, signals, dialog):
+def test_empty_request_waits_too(service, client, outcomes, signals, dialog):
     """A request that ends inside its own start lets the next one start."""
     client.install(['/first.rpm'])
     dialog.wait_shown(1)
     for files in ([], [], ['/second.rpm'], []):
         client.install(files)
-    service.barrier()
-    assert outcomes(signals) == ['asked']
+    assert outcomes() == ['asked']
 
     dialog.answer('dismissed', number=1)
     assert dialog.wait_shown(2)['fileName'] == '/second.rpm'
-    service.barrier()
-    assert outcomes(signals) == ['asked', False, True, True, 'asked']
+    assert outcomes() == ['asked', False, True, True, 'asked']
 
     dialog.answer('dismissed', number=2)
     signals.wait('installFinished', 5)
-    assert outcomes(signals) == ['asked', False, True, True, 'asked', False, True]
+    assert outcomes() == ['asked', False, True, True, 'asked', False, True]
 
 
-def test_policy_is_asked_when_a_request_starts(service, client, signals, dialog, device):
+def test_policy_is_asked_when_a_request_starts(service, client, outcomes, signals, dialog, device):
     """It is read neither when the request arrives nor later on."""
     client.install(['/first.rpm', '/second.rpm'])
     client.install(['/third.rpm'])
@@ -163,7 +153,7 @@ def test_policy_is_asked_when_a_request_starts(service, client, signals, dialog,
 
     assert signals.wait('installFinished', 1) == INSTALLED
     assert signals.wait('installFinished', 2)[0] is False
-    assert outcomes(signals) == ['asked', 'asked', True, False]
+    assert outcomes() == ['asked', 'asked', True, False]
 
 
 @pytest.fixture
@@ -194,7 +184,7 @@ def test_confirming_the_second_hands_the_first_over_again(two_requests, standins
     assert signals.names() == ['needConfirm', 'needConfirm']
 
 
-def test_declining_the_second_skips_the_first(two_requests, standins, service, dialog, signals):
+def test_declining_the_second_skips_the_first(two_requests, standins, service, dialog, signals, announced):
     """The first request goes on with its next file, and asks about it. The installation of its first file goes on.
     Known behaviour 56."""
     dialog.answer('dismissed', number=2)
@@ -204,8 +194,7 @@ def test_declining_the_second_skips_the_first(two_requests, standins, service, d
     dialog.answer('dismissed', number=3)
     assert signals.wait('installFinished', 2) == CANCELLED
     standins.package_manager.release('Install')
-    service.barrier()
-    assert signals.names() == ['needConfirm', 'needConfirm', 'needConfirm', 'installFinished', 'installFinished']
+    assert announced() == ['needConfirm', 'needConfirm', 'needConfirm', 'installFinished', 'installFinished']
     assert handed_over(standins) == ['/first.rpm']
 
 
@@ -224,13 +213,13 @@ def test_first_ends_below_its_own_dialog(two_requests, standins, service, dialog
     assert signals.names() == ['needConfirm'] * 3 + ['installFinished'] * 2
 
 
-def test_next_file_of_the_first_puts_a_dialog_over_that_of_the_second(two_requests, standins, service, dialog, signals):
+def test_next_file_of_the_first_puts_a_dialog_over_that_of_the_second(two_requests, standins, service, dialog,
+                                                                      announced):
     """Known behaviour 57."""
     standins.package_manager.release('Install')
 
     assert dialog.wait_shown(3)['fileName'] == '/next.rpm'
-    service.barrier()
-    assert signals.names() == ['needConfirm', 'needConfirm', 'needConfirm']
+    assert announced() == ['needConfirm', 'needConfirm', 'needConfirm']
     assert 'dialog 2 hides' not in service.process.text
 
     dialog.answer('requestInstall', number=3)

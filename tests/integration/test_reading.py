@@ -139,9 +139,7 @@ def replace_by_link(file):
 
 
 @pytest.mark.parametrize('change, code', [
-    (lambda file: file.unlink(), 'FileNotFound'),
-    (replace_by_folder, 'NotAPackage'),
-    (replace_by_link, 'Failed'),
+    (lambda file: file.unlink(), 'FileNotFound'), (replace_by_folder, 'NotAPackage'), (replace_by_link, 'Failed'),
     (lambda file: file.write_bytes(b''), 'NotAPackage'),
     (lambda file: file.write_bytes(file.read_bytes()[:-10]), 'DamagedPackage'),
 ], ids=['deleted', 'replaced by a folder', 'replaced by a link', 'emptied', 'cut off'])

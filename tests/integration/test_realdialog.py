@@ -10,12 +10,9 @@ import pytest
 from packages import handmade
 
 TEXTS = {
-    'long': 'x' * 10_000,
-    'words': 'word ' * 2_000,
-    'lines': 'line\n' * 2_000,
+    'long': 'x' * 10_000, 'words': 'word ' * 2_000, 'lines': 'line\n' * 2_000,
     'markup': '<h1><a href="http://example.org">a</a><img src="file:///etc/passwd"></h1>' * 140,
-    'directions': '\u202e\u2066\u0627\u05d0' * 2_500,
-    'marks': 'Z\u0324\u0351\u036b\u0343' * 2_000,
+    'directions': '\u202e\u2066\u0627\u05d0' * 2_500, 'marks': 'Z\u0324\u0351\u036b\u0343' * 2_000,
     'pictures': '\U0001f468\u200d\U0001f469\u200d\U0001f467' * 2_000,
     'controls': '\x01\x1b[31m\x7f\u200b\ufeff' * 1_100,
 }
@@ -46,12 +43,8 @@ def installations(standins):
 
 
 @pytest.mark.parametrize('keys, outcome', [
-    (['Tab', 'space'], INSTALLED),
-    (['Right', 'KP_Enter'], INSTALLED),
-    (['Return'], CANCELLED),
-    (['Tab', 'shift+Tab', 'space'], CANCELLED),
-    (['Escape'], CANCELLED),
-    (['XF86Back'], CANCELLED),
+    (['Tab', 'space'], INSTALLED), (['Right', 'KP_Enter'], INSTALLED), (['Return'], CANCELLED),
+    (['Tab', 'shift+Tab', 'space'], CANCELLED), (['Escape'], CANCELLED), (['XF86Back'], CANCELLED),
 ], ids=str)
 def test_keys(ask, screen, signals, standins, service, keys, outcome):
     screen.press_keys(ask('/absent.rpm'), *keys)

@@ -19,13 +19,11 @@ def sent(service, session_bus, session_monitor):
     return in_order
 
 
-def test_outcome_of_an_installation_comes_after_the_reply(standins, client, signals, device, sent):
+def test_outcome_of_an_installation_comes_after_the_reply(standins, install_and_wait, device, sent):
     standins.start('package-manager', installs='nothing')
     device.mark_as_emulator()
 
-    client.install(['/absent.rpm'])
-
-    signals.wait('installFinished')
+    install_and_wait(['/absent.rpm'])
     assert sent() == ['reply', 'installFinished']
 
 
@@ -53,7 +51,7 @@ def test_many_in_a_row_end_one_by_one(service, client, signals, device, sent, po
     assert service.warnings() == []
 
 
-def test_nothing_remains_of_them(service, client, signals, device, dialog):
+def test_nothing_remains_of_them(service, client, signals, announced, device, dialog):
     """The next request is asked about as the first one would have been."""
     dialog.use('Dismissing')
     client.install([])
@@ -64,5 +62,4 @@ def test_nothing_remains_of_them(service, client, signals, device, dialog):
     client.install(['/absent.rpm'])
 
     assert signals.wait('installFinished', 3) == (False, 'The user cancelled the installation')
-    service.barrier()
-    assert signals.names() == ['installFinished', 'installFinished', 'needConfirm', 'installFinished']
+    assert announced() == ['installFinished', 'installFinished', 'needConfirm', 'installFinished']

@@ -52,14 +52,12 @@ def test_package_is_asked_about_and_removed(service, client, signals, manager, s
     assert (call.signature, reply.kind, reply.signature) == (signature, 'method-return', '')
 
 
-def test_home_screen_hears_of_it(service, client, signals, manager, launcher_model, own_launcher, session_bus,
+def test_home_screen_hears_of_it(service, remove_and_wait, manager, launcher_model, own_launcher, session_bus,
                                  session_monitor):
     """It is called before the package manager, and hears of the end before everybody else."""
     path = own_launcher('a.b')
 
-    client.call('removePackages', '(as)', ['a.b'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['a.b']) == (True, '')
     assert calls_in_order(manager, launcher_model) == [
         ('GetPackage', ('a.b',)), ('updatingStarted', ('a.b', '', '', path)), ('Remove', ('a.b', {})),
         ('updatingFinished', ('a.b',))]
@@ -112,13 +110,14 @@ def test_other_requests_wait_for_the_home_screen(service, client, signals, manag
     signals.wait('removalFinished')
 
 
-def test_package_without_launcher_is_only_finished(service, client, signals, manager, launcher_model, own_launcher):
+def test_package_without_launcher_is_only_finished(service, remove_and_wait, manager, launcher_model, own_launcher,
+                                                   applications):
+    """Neither a launcher of a similar name nor a folder counts."""
     own_launcher('a')
     own_launcher('a.b.c')
+    (applications / 'a.b.desktop').mkdir()
 
-    client.call('removePackages', '(as)', ['a.b'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['a.b']) == (True, '')
     assert calls_in_order(launcher_model) == [('updatingFinished', ('a.b',))]
 
 
@@ -129,7 +128,7 @@ def test_launcher_of_the_user_comes_before_that_of_the_system(service, client, s
     installed('system')
     path = own_launcher('both')
 
-    client.call('removePackages', '(as)', ['both', 'system'])
+    client.remove(['both', 'system'])
 
     signals.wait('removalFinished', 2)
     assert [call.arguments[3] for call in launcher_model.calls('updatingStarted')] == \
@@ -150,24 +149,13 @@ def installed(standins, system_bus, processes, package):
     return install
 
 
-def test_folder_named_like_a_launcher_is_none(service, client, signals, manager, launcher_model, applications):
-    (applications / 'a.desktop').mkdir()
-
-    client.call('removePackages', '(as)', ['a'])
-
-    signals.wait('removalFinished')
-    assert not launcher_model.calls('updatingStarted')
-
-
 @pytest.mark.parametrize('keep', [False, True])
-def test_package_is_really_removed(platform, service, client, signals, device, installed, keep):
+def test_package_is_really_removed(platform, service, remove_and_wait, device, installed, keep):
     installed('real')
     data = device.home / '.local/share/real/file'
     data.touch()
 
-    client.call('removePackages', '(asb)', ['real'], keep)
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['real'], keep_userdata=keep) == (True, '')
     assert device.packages() == []
     assert data.exists() == keep
     assert calls_in_order(platform.package_manager, platform.launcher_model) == [
@@ -179,52 +167,45 @@ def test_package_is_really_removed(platform, service, client, signals, device, i
     assert service.log() == ['debug default: Uninstall "real" via ZARN', 'debug default: Uninstalled "real"']
 
 
-def test_refusal_is_told_in_its_own_words(service, client, signals, manager, launcher_model):
+def test_refusal_is_told_in_its_own_words(service, remove_and_wait, announced, manager, launcher_model):
     manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', 'Not "now".\nLater, größer.')
 
-    client.call('removePackages', '(as)', ['a'])
-
-    assert signals.wait('removalFinished') == (False, 'Not "now".\nLater, größer.')
-    service.barrier()
-    assert signals.names() == ['removalFinished']
+    assert remove_and_wait(['a']) == (False, 'Not "now".\nLater, größer.')
+    assert announced() == ['removalFinished']
     assert service.log() == ['debug default: Uninstall "a" via ZARN',
                              'debug default: Failed to uninstall "a" "Not \\"now\\".\\nLater, größer."']
     assert calls_in_order(launcher_model) == [('updatingFinished', ('a',))]
 
 
-def test_refusal_without_words_counts_as_success(service, client, signals, manager):
+def test_refusal_without_words_counts_as_success(service, remove_and_wait, manager):
     """Only the text of an error counts. Known behaviour 34."""
     manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', '')
 
-    client.call('removePackages', '(as)', ['a'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['a']) == (True, '')
     assert service.debugs() == ['Uninstall "a" via ZARN', 'Uninstalled "a"']
 
 
-def test_answer_with_values_is_a_success(service, client, signals, manager):
+def test_answer_with_values_is_a_success(service, remove_and_wait, manager):
     manager.answer('Remove', GLib.Variant('(bs)', (False, 'no')))
 
-    client.call('removePackages', '(as)', ['a'])
-
-    assert signals.wait('removalFinished')[0] is True
+    assert remove_and_wait(['a'])[0] is True
 
 
-def test_no_names_no_removal(service, client, signals, manager, launcher_model):
+def test_no_names_no_removal(service, client, announced, manager, launcher_model):
     client.call('removePackages', '(as)', [])
-    client.call('removePackages', '(asb)', [], True)
+    client.remove([], keep_userdata=True)
 
-    service.barrier()
-    assert signals.all == []
+    assert announced() == []
     assert calls_in_order(manager, launcher_model) == []
     assert service.log() == []
 
 
-def test_two_names_end_as_their_answers_come(service, client, signals, manager, launcher_model, own_launcher):
+def test_two_names_end_as_their_answers_come(service, client, signals, announced, manager, launcher_model,
+                                             own_launcher):
     first, second = own_launcher('first'), own_launcher('second')
     manager.hang('Remove')
 
-    client.call('removePackages', '(asb)', ['first', 'second'], True)
+    client.remove(['first', 'second'], keep_userdata=True)
 
     assert manager.wait_call('Remove', 2).arguments == ('second', {'KeepUserData': True})
     assert calls_in_order(manager, launcher_model) == [
@@ -237,20 +218,17 @@ def test_two_names_end_as_their_answers_come(service, client, signals, manager, 
     assert signals.wait('removalFinished') == (False, 'second failed')
     manager.release('Remove')
     assert signals.wait('removalFinished', 2) == (True, '')
-    service.barrier()
-    assert signals.names() == ['removalFinished'] * 2
+    assert announced() == ['removalFinished'] * 2
     assert [call.arguments for call in launcher_model.calls('updatingFinished')] == [('second',), ('first',)]
 
 
-def test_same_name_twice_is_removed_twice(standins, service, client, signals, device, installed):
+def test_same_name_twice_is_removed_twice(standins, service, signals, remove_and_wait, device, installed):
     """The second removal finds nothing any more. Known behaviour 24."""
     manager = standins.start('package-manager')
     installed('twice')
     manager.hang('Remove', 1)
 
-    client.call('removePackages', '(as)', ['twice', 'twice'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['twice', 'twice']) == (True, '')
     assert [call.method for call in manager.calls()] == ['GetPackage', 'Remove', 'GetPackage', 'Remove']
     assert device.packages() == []
     manager.release('Remove')
@@ -259,7 +237,7 @@ def test_same_name_twice_is_removed_twice(standins, service, client, signals, de
 
 def test_other_requests_are_answered_meanwhile(service, client, signals, manager):
     manager.hang('Remove')
-    client.call('removePackages', '(as)', ['slow'])
+    client.remove(['slow'])
     manager.wait_call('Remove')
 
     client.install([])

@@ -2,15 +2,13 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Removals of native packages by name, where PackageKit does what it is told."""
 
-import subprocess
 from pathlib import Path
 
 import pytest
 from gi.repository import GLib
 from support.callorder import calls_in_order
 from support.packagekit import install
-from support.transactionsignals import (EXIT_FAILED, error_code, finished, item_progress, package_found,
-                                        packages_found)
+from support.transactionsignals import (EXIT_FAILED, error_code, finished, item_progress, package_found, packages_found)
 
 APPLICATIONS = Path('/usr/share/applications')
 TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
@@ -33,17 +31,13 @@ def requests_in_order(*standins):
     return [step for step in calls_in_order(*standins) if step[0] in REQUESTS]
 
 
-def test_package_is_resolved_and_removed(packagekit, service, client, signals, system_calls):
+def test_package_is_resolved_and_removed(packagekit, service, remove_and_wait, announced, system_calls):
     packagekit.script('Resolve', [package_found(A, 'An "odd" summary'), finished()])
     packagekit.script('RemovePackages', [item_progress(A, 50), finished(runtime=17)])
 
-    client.call('removePackages', '(as)', ['a'])
-
-    assert signals.wait('removalFinished') == (True, '')
-    service.barrier()
-    assert signals.names() == ['removalFinished']
-    calls = [call for call in system_calls()
-             if call.member in REQUESTS]
+    assert remove_and_wait(['a']) == (True, '')
+    assert announced() == ['removalFinished']
+    calls = [call for call in system_calls() if call.member in REQUESTS]
     resolve, remove = packagekit.calls('Resolve') + packagekit.calls('RemovePackages')
     assert resolve.path != remove.path
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
@@ -62,12 +56,10 @@ def test_package_is_resolved_and_removed(packagekit, service, client, signals, s
 
 @pytest.mark.parametrize('found', [[package_found(A), package_found(B, info=31)], [packages_found(A, B)]],
                          ids=['one by one', 'at once'])
-def test_whatever_is_found_goes_together(packagekit, service, client, signals, found):
+def test_whatever_is_found_goes_together(packagekit, service, remove_and_wait, found):
     packagekit.script('Resolve', [*found, finished()])
 
-    client.remove(['a'])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['a']) == (True, '')
     assert [call.arguments for call in packagekit.calls('RemovePackages')] == [(2, [A, B], False, False)]
 
 
@@ -76,8 +68,9 @@ def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launche
     """It also hears of the end before everybody else."""
     manager = standins.start('package-manager')
     one, two, sub = (str(APPLICATIONS / name) for name in ('a.desktop', 'b.desktop', 'folder/c.desktop'))
-    other = ['/usr/share/applications/a.DESKTOP', '/usr/share/applications/a.desktop.old', '/usr/share/Applications/a.desktop',
-             '/opt/usr/share/applications/a.desktop', '/usr/share/applicationsb.desktop']
+    other = ['/usr/share/applications/a.DESKTOP', '/usr/share/applications/a.desktop.old',
+             '/usr/share/Applications/a.desktop', '/opt/usr/share/applications/a.desktop',
+             '/usr/share/applicationsb.desktop']
     install(package('a', files=dict.fromkeys([one, two, sub, *other], 'x')))
     packagekit.script('Resolve', [package_found(A), finished()])
     launcher_model.hang('updatingFinished')
@@ -100,46 +93,33 @@ def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launche
     assert all(call.stamp < started for call in launcher_model.calls('updatingStarted'))
 
 
-def test_first_of_two_versions_speaks_for_both(packagekit, launcher_model, service, client, signals, package, device):
+def test_first_of_two_versions_speaks_for_both(packagekit, launcher_model, service, remove_and_wait, package, device):
     """The first header that the database returns is read. Known behaviour 19."""
     for version in ('1', '2'):
-        install_beside(package('a', version=version, files={f'/usr/share/applications/a{version}.desktop': 'x'}))
+        install(
+            package(
+                'a',
+                version=version,
+                files={
+                    f'/usr/share/applications/a{version}.desktop': 'x'}),
+            '-i',
+            '--force')
 
-    client.remove(['a'])
-
-    signals.wait('removalFinished')
+    remove_and_wait(['a'])
     assert len(launcher_model.calls('updatingStarted')) == 1
 
 
-def install_beside(package_file):
-    """Installs a package file without removing other versions."""
-    subprocess.run(['rpm', '-i', '--nodeps', '--force', str(package_file)], check=True, capture_output=True)
-
-
-@pytest.fixture
-def android_launchers():
-    """Makes launchers such as the Android-support daemon does."""
-    made = []
-
-    def make(*names):
-        APPLICATIONS.mkdir(exist_ok=True)
-        for name in names:
-            made.append(APPLICATIONS / name)
-            made[-1].touch()
-    yield make
-    for path in made:
-        path.unlink()
-
-
-def test_android_application_has_its_launchers_by_name(packagekit, launcher_model, service, client, signals, package,
-                                                       android_launchers):
+def test_android_application_has_its_launchers_by_name(packagekit, launcher_model, service, client, signals, package):
     """Letter case does not matter, and the order is that of a listing. The package itself is not read. Known behaviour
     35."""
     name = 'ambrel-apk-a.b.C'
     install(package(name, files={'/usr/share/applications/native.desktop': 'x'}))
-    android_launchers('zindro_launcher_a_b_C_2.desktop', 'zindro_launcher_a_b_C.desktop',
-                      'zindro_launcher_a_b_CD.desktop', 'Zindro_launcher_a_b_c_1.desktop', 'zindro_launcher_a_b.desktop',
-                      'zindro_launcher_a.b.C.desktop', 'zindro_launcher_a_b_C.desktop.old')
+    launchers = [APPLICATIONS / launcher for launcher in (
+        'zindro_launcher_a_b_C_2.desktop', 'zindro_launcher_a_b_C.desktop', 'zindro_launcher_a_b_CD.desktop',
+        'Zindro_launcher_a_b_c_1.desktop', 'zindro_launcher_a_b.desktop', 'zindro_launcher_a.b.C.desktop',
+        'zindro_launcher_a_b_C.desktop.old')]
+    for launcher in launchers:
+        launcher.touch()
 
     client.remove([name, 'Ambrel-apk-a.b.C'])
 
@@ -148,14 +128,14 @@ def test_android_application_has_its_launchers_by_name(packagekit, launcher_mode
         (name, '', '', f'/usr/share/applications/{launcher}') for launcher in
         ('zindro_launcher_a_b_C.desktop', 'Zindro_launcher_a_b_c_1.desktop', 'zindro_launcher_a_b_C_2.desktop',
          'zindro_launcher_a_b_CD.desktop')]
+    for launcher in launchers:
+        launcher.unlink()
 
 
-def test_failed_search(packagekit, launcher_model, service, client, signals):
+def test_failed_search(packagekit, launcher_model, service, remove_and_wait, announced):
     packagekit.script('Resolve', [error_code('No "database".\nNone.')])
 
-    client.remove(['a'])
-
-    assert signals.wait('removalFinished') == (False, 'No "database".\nNone.')
+    assert remove_and_wait(['a']) == (False, 'No "database".\nNone.')
     service.wait_for_log(END)
     assert service.debugs() == [
         *BEGINNING,
@@ -166,19 +146,16 @@ def test_failed_search(packagekit, launcher_model, service, client, signals):
     call = packagekit.wait_call('Resolve')
     name, values = finished(EXIT_FAILED)
     packagekit.emit(call.path, TRANSACTION, name, values)
-    service.barrier()
-    assert signals.names() == ['removalFinished']
+    assert announced() == ['removalFinished']
     assert not packagekit.calls('RemovePackages')
     assert [call.method for call in launcher_model.calls()] == ['updatingFinished']
 
 
-def test_failed_removal(packagekit, service, client, signals):
+def test_failed_removal(packagekit, service, signals, remove_and_wait):
     packagekit.script('Resolve', [package_found(A), finished()])
     packagekit.script('RemovePackages', [item_progress(A, 250), error_code('Locked.')])
 
-    client.remove(['a'])
-
-    assert signals.wait('removalFinished') == (False, 'Locked.')
+    assert remove_and_wait(['a']) == (False, 'Locked.')
     service.wait_for_log(END)
     assert service.debugs() == [
         *BEGINNING,
@@ -191,10 +168,8 @@ def test_failed_removal(packagekit, service, client, signals):
 
 
 @pytest.mark.parametrize('status, name', [
-    (0, 'PackageKit::Transaction::ExitUnknown'),
-    (2, 'PackageKit::Transaction::ExitFailed'),
-    (3, 'PackageKit::Transaction::ExitCancelled'),
-    (6, 'PackageKit::Transaction::ExitKilled'),
+    (0, 'PackageKit::Transaction::ExitUnknown'), (2, 'PackageKit::Transaction::ExitFailed'),
+    (3, 'PackageKit::Transaction::ExitCancelled'), (6, 'PackageKit::Transaction::ExitKilled'),
 ])
 def test_removal_that_ends_without_a_word(packagekit, launcher_model, service, client, signals, status, name):
     """It has neither failed nor succeeded, so nobody is told. Known behaviour 20."""
@@ -213,14 +188,12 @@ def test_removal_that_ends_without_a_word(packagekit, launcher_model, service, c
 
 
 @pytest.mark.parametrize('status', [0, 2, 3, 6])
-def test_how_the_search_ends_does_not_matter(packagekit, service, client, signals, status):
+def test_how_the_search_ends_does_not_matter(packagekit, service, remove_and_wait, status):
     packagekit.script('Resolve', [package_found(A), finished(status)], times=1)
     packagekit.script('Resolve', [finished(status)])
 
-    client.remove(['a'])
-    assert signals.wait('removalFinished') == (True, '')
-    client.remove(['a'])
-    assert signals.wait('removalFinished', 2) == (True, '')
+    assert remove_and_wait(['a']) == (True, '')
+    assert remove_and_wait(['a']) == (True, '')
 
     assert len(packagekit.calls('RemovePackages')) == 1
 

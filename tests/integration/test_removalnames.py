@@ -27,6 +27,7 @@ NAMES = [
     'a=1', 'a >= 1', 'a-1.0-1', 'größer', '文字', '\U0001f600', '\u202egpj', '\ufffd', '\x7f\x01\x1b[31m', 'x' * 255,
     'x' * 5000, 'ambrel-apk-', 'ambrel-apk-*', 'ambrel-apk-../../../etc/*', 'ambrel-apk-größer', 'ambrel-apk-a;b\nc',
 ]
+THOUSAND = [f'name{number}' for number in range(1000)]
 
 
 def short(name):
@@ -55,17 +56,18 @@ def check_alive(service, client, signals):
     assert not Path('/tmp/harm').exists()
 
 
-def test_any_name_gets_to_the_package_manager(manager, local_service, client, signals):
+@pytest.mark.parametrize('names', [NAMES, THOUSAND], ids=['odd', 'thousand'])
+def test_any_name_gets_to_the_package_manager(manager, local_service, client, signals, names):
     """All names arrive unchanged, from one request."""
     manager.answer('GetPackage', KNOWN)
 
-    client.remove(NAMES, keep_userdata=True)
+    client.remove(names, keep_userdata=True)
 
-    signals.wait('removalFinished', len(NAMES))
+    signals.wait('removalFinished', len(names))
     local_service.barrier()
-    assert signals.arguments('removalFinished') == [(True, '')] * len(NAMES)
-    assert [call.arguments for call in manager.calls('GetPackage')] == [(name,) for name in NAMES]
-    assert [call.arguments for call in manager.calls('Remove')] == [(name, {'KeepUserData': True}) for name in NAMES]
+    assert signals.arguments('removalFinished') == [(True, '')] * len(names)
+    assert [call.arguments for call in manager.calls('GetPackage')] == [(name,) for name in names]
+    assert [call.arguments for call in manager.calls('Remove')] == [(name, {'KeepUserData': True}) for name in names]
     check_alive(local_service, client, signals)
 
 
@@ -84,31 +86,16 @@ def test_any_name_gets_to_packagekit(both, standins, local_service, client, sign
 
 
 @pytest.mark.parametrize('known', [False, True], ids=['PackageKit', 'package manager'])
-def test_name_of_a_megabyte(both, standins, service, client, signals, known):
+def test_name_of_a_megabyte(both, standins, service, client, signals, remove_and_wait, known):
     name = 'x' * (1024 * 1024)
     if known:
         standins.package_manager.configure('installs', 'nothing')
         standins.package_manager.answer('GetPackage', KNOWN)
 
-    client.remove([name])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait([name]) == (True, '')
     asked = standins.package_manager.calls('Remove') if known else standins.package_kit.calls('Resolve')
     assert [call.arguments for call in asked] == [(name, {}) if known else (4, [name])]
     assert service.debugs()[0] == f'Uninstall "{name}" via {"ZARN" if known else "RPM"}'
-    check_alive(service, client, signals)
-
-
-def test_thousand_names_for_the_package_manager(manager, service, client, signals):
-    manager.answer('GetPackage', KNOWN)
-    names = [f'name{number}' for number in range(1000)]
-
-    client.start('removePackages', '(as)', names).wait()
-
-    signals.wait('removalFinished', 1000)
-    service.barrier()
-    assert signals.arguments('removalFinished') == [(True, '')] * 1000
-    assert [call.arguments for call in manager.calls('Remove')] == [(name, {}) for name in names]
     check_alive(service, client, signals)
 
 
@@ -141,13 +128,11 @@ def check_overrun(service, client, signals, ended):
 def test_thousand_names_for_packagekit(both, processes, standins, service, client, signals):
     """The bus refuses some of the calls. Their removals fail and then end a second time, as every request does that
     never got to PackageKit. Known behaviour 25, 30."""
-    names = [f'name{number}' for number in range(1000)]
+    client.remove(THOUSAND)
 
-    client.start('removePackages', '(as)', names).wait()
-
-    ended = wait_ends(processes, service, names)
+    ended = wait_ends(processes, service, THOUSAND)
     resolved = {call.arguments[1][0] for call in standins.package_kit.calls('Resolve')}
-    assert ended == {name: [None] if name in resolved else [TOO_MANY, None] for name in names}
+    assert ended == {name: [None] if name in resolved else [TOO_MANY, None] for name in THOUSAND}
     check_overrun(service, client, signals, ended)
 
 
@@ -158,17 +143,16 @@ def test_removals_that_the_bus_refuses(both, processes, standins, service, clien
     manager.configure('installs', 'nothing')
     manager.answer('GetPackage', KNOWN, times=PENDING)
     manager.hang('Remove', PENDING)
-    names = [f'name{number}' for number in range(1000)]
-    taken, refused = names[:PENDING], names[PENDING:]
+    taken, refused = THOUSAND[:PENDING], THOUSAND[PENDING:]
 
-    client.start('removePackages', '(as)', names).wait()
+    client.remove(THOUSAND)
 
     ended = wait_ends(processes, service, refused)
     assert ended == dict.fromkeys(refused, [TOO_MANY, None])
     assert [call.arguments for call in manager.calls('Remove')] == [(name, {}) for name in taken]
     assert not standins.package_kit.calls()
     manager.release('Remove')
-    ended = wait_ends(processes, service, names)
+    ended = wait_ends(processes, service, THOUSAND)
     assert ended == {**dict.fromkeys(taken, [None]), **dict.fromkeys(refused, [TOO_MANY, None])}
     check_overrun(service, client, signals, ended)
 
@@ -188,16 +172,13 @@ def test_as_many_removals_side_by_side_as_the_bus_takes(both, standins, service,
 
 @pytest.mark.parametrize('name', ['*', 'nat*', 'native-1.0', 'native-1.0-1', 'native-1.0-1.noarch', 'NATIVE', 'native ',
                                   'native\n', 'native;', '/usr/share/applications/native.desktop', ''], ids=short)
-def test_launchers_are_looked_up_by_the_very_name(both, launcher_model, service, client, signals, package, name):
+def test_launchers_are_looked_up_by_the_very_name(both, launcher_model, service, remove_and_wait, package, name):
     """Patterns, versions and files do not count as names."""
     install(package('native'))
 
-    client.remove([name])
-
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait([name]) == (True, '')
     assert not launcher_model.calls('updatingStarted')
-    client.remove(['native'])
-    assert signals.wait('removalFinished', 2) == (True, '')
+    assert remove_and_wait(['native']) == (True, '')
     assert [call.arguments for call in launcher_model.calls('updatingStarted')] == \
         [('native', '', '', '/usr/share/applications/native.desktop')]
 
@@ -236,7 +217,8 @@ def test_pattern_in_the_name_of_an_android_package_counts(both, launcher_model, 
         *(('ambrel-apk-', str(path)) for path in launchers)]
 
 
-def test_damaged_database_has_no_launchers(both, launcher_model, service, client, signals, package, device):
+def test_damaged_database_has_no_launchers(both, launcher_model, service, client, signals, remove_and_wait, package,
+                                           device):
     """The removal goes on."""
     install(package('native'))
     database = Path('/var/lib/rpm/rpmdb.sqlite')
@@ -248,6 +230,5 @@ def test_damaged_database_has_no_launchers(both, launcher_model, service, client
     finally:
         database.write_bytes(kept)
     assert not launcher_model.calls('updatingStarted')
-    client.remove(['native'])
-    assert signals.wait('removalFinished', 2) == (True, '')
+    assert remove_and_wait(['native']) == (True, '')
     assert len(launcher_model.calls('updatingStarted')) == 1

@@ -29,16 +29,14 @@ def removed(manager):
     return [call.arguments for call in manager.calls('Remove')]
 
 
-def test_two_files_two_removals_and_one_installation(service, client, signals, manager, package, system_calls):
+def test_two_files_two_removals_and_one_installation(service, signals, install_and_wait, announced, manager, package,
+                                                     system_calls):
     """The removals are sent before anything else, and nothing waits for their end. Known behaviour 13."""
     files = [package('first'), package('second')]
     manager.hang('Remove')
 
-    client.install(files, sdk_mode=True)
-
-    assert signals.wait('installFinished') == (True, '')
-    service.barrier()
-    assert signals.names() == ['installFinished']
+    assert install_and_wait(files, sdk_mode=True) == (True, '')
+    assert announced() == ['installFinished']
     manager.release('Remove')
     signals.wait('removalFinished', 2)
     assert signals.all[1:] == [('removalFinished', 'bs', (True, ''))] * 2
@@ -145,12 +143,9 @@ def test_names_are_read_as_the_caller_wrote_them(service, client, signals, manag
     assert [call.arguments[0] for call in manager.calls('Install')] == [str(file)] * 3
 
 
-def test_empty_list_removes_nothing(service, client, signals, manager):
-    client.install([], sdk_mode=True, keep_userdata=True)
-
-    assert signals.wait('installFinished') == (True, '')
-    service.barrier()
-    assert signals.names() == ['installFinished']
+def test_empty_list_removes_nothing(service, install_and_wait, announced, manager):
+    assert install_and_wait([], sdk_mode=True, keep_userdata=True) == (True, '')
+    assert announced() == ['installFinished']
     assert manager.calls() == []
 
 
@@ -165,13 +160,12 @@ def test_failed_removal_does_not_stop_the_installation(service, client, signals,
     assert sorted(signals.names()) == ['installFinished', 'removalFinished']
 
 
-def test_installed_version_goes_even_where_installing_is_forbidden(service, client, signals, manager, device, package):
+def test_installed_version_goes_even_where_installing_is_forbidden(service, signals, install_and_wait, manager, device,
+                                                                   package):
     """The policy is read when the installation begins. Known behaviour 15."""
     device.set_policy(REFUSING_POLICY)
 
-    client.install([package('app')], sdk_mode=True)
-
-    assert signals.wait('installFinished')[0] is False
+    assert install_and_wait([package('app')], sdk_mode=True)[0] is False
     assert signals.wait('removalFinished') == (True, '')
     assert [call.method for call in manager.calls()] == ['GetPackage', 'Remove']
 

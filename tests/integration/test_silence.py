@@ -58,12 +58,11 @@ def test_of_developer_mode(standins, manager, service, client, signals, dialog):
     assert signals.arguments('installFinished') == [(True, '')] * 2
     service.barrier()
     assert service.warnings() == ['Could not fetch developer mode state:  ' + NO_REPLY]
-    assert sorted(call.arguments[0]
-                  for call in manager.calls('Install')) == ['/absent.rpm', '/other.rpm']
+    assert sorted(call.arguments[0] for call in manager.calls('Install')) == ['/absent.rpm', '/other.rpm']
 
 
 @pytest.mark.parametrize('method', ['Introspect', 'notification_begin_req'])
-def test_of_mce(standins, manager, service, client, signals, dialog, method):
+def test_of_mce(standins, manager, service, client, signals, announced, dialog, method):
     """The dialog is shown after all."""
     mce = standins.start('mce')
     mce.hang(method, 1)
@@ -73,13 +72,12 @@ def test_of_mce(standins, manager, service, client, signals, dialog, method):
         client.start('installFiles', '(as)', ['/absent.rpm']).wait()
 
     assert signals.wait('installFinished') == (True, '')
-    service.barrier()
-    assert signals.names() == ['needConfirm', 'installFinished']
+    assert announced() == ['needConfirm', 'installFinished']
     assert [call.method for call in mce.calls()] == \
         ['get_display_status', 'notification_begin_req', 'notification_end_req']
 
 
-def test_of_launcher_model(launcher_model, manager, service, client, signals, own_launcher):
+def test_of_launcher_model(launcher_model, manager, service, client, signals, remove_and_wait, own_launcher):
     """It delays a removal and does no more. Known behaviour 3."""
     manager.answer('GetPackage', KNOWN)
     for method in ('updatingStarted', 'updatingFinished'):
@@ -92,8 +90,7 @@ def test_of_launcher_model(launcher_model, manager, service, client, signals, ow
 
     assert len(manager.calls('Remove')) == 1
     assert service.warnings() == []
-    client.remove(['foo'])
-    assert signals.wait('removalFinished', 2) == (True, '')
+    assert remove_and_wait(['foo']) == (True, '')
 
 
 def test_of_runtime_manager(standins, service, client, signals, own_launcher):
@@ -139,7 +136,7 @@ def test_of_android_support(standins, service, client, signals):
     assert signals.names() == []
 
 
-def test_of_packagekit(standins, service, client, signals):
+def test_of_packagekit(standins, service, client, remove_and_wait, signals):
     """Four requests at once, each with a method of its own that does not answer. Known behaviour 32."""
     packagekit = standins.start('package-kit')
     packagekit.hang('CreateTransaction', 1)
@@ -176,8 +173,7 @@ def test_of_packagekit(standins, service, client, signals):
         'Transaction count out of sync!',
         'Error on resolving desktop file owner PackageKit::Transaction::ErrorInternalError']
 
-    client.remove(['next'])
-    assert signals.wait('removalFinished', 6) == (True, '')
+    assert remove_and_wait(['next']) == (True, '')
 
 
 def test_of_service(session_bus, run_client):

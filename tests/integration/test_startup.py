@@ -7,9 +7,7 @@ from harness.client import INTERFACE, NAME, PATH
 
 NAME_IN_USE = 'warning default: Service name is already in use: org.velmoraos.installationhandler'
 ASKED_BEFORE = [
-    ('com.nokia.mce', 'get_display_status'),
-    ('ru.quon.developermode', 'Introspect'),
-    ('ru.quon.ZARN', 'Introspect'),
+    ('com.nokia.mce', 'get_display_status'), ('ru.quon.developermode', 'Introspect'), ('ru.quon.ZARN', 'Introspect'),
     ('ru.quon.RuntimeManager', 'Introspect'),
 ]
 
@@ -101,23 +99,14 @@ def test_call_starts_the_service(session_bus, client, signals):
 
 
 @pytest.mark.parametrize('arguments', [
-    [],
-    ['install'],
-    ['INSTALL', '/tmp/a.rpm'],
-    ['Install', '/tmp/a.rpm', '/tmp/b.rpm'],
-    ['install ', '/tmp/a.rpm'],
-    ['installs', '/tmp/a.rpm'],
-    ['instal', '/tmp/a.rpm'],
-    ['--install', '/tmp/a.rpm'],
-    ['', '/tmp/a.rpm'],
-    ['/tmp/a.rpm', 'install'],
-    ['/tmp/a.rpm', 'install', '/tmp/b.rpm'],
+    [], ['install'], ['INSTALL', '/tmp/a.rpm'], ['Install', '/tmp/a.rpm', '/tmp/b.rpm'], ['install ', '/tmp/a.rpm'],
+    ['installs', '/tmp/a.rpm'], ['instal', '/tmp/a.rpm'], ['--install', '/tmp/a.rpm'], ['', '/tmp/a.rpm'],
+    ['/tmp/a.rpm', 'install'], ['/tmp/a.rpm', 'install', '/tmp/b.rpm'],
 ], ids=str)
-def test_service_is_started_by(program, client, signals, arguments):
+def test_service_is_started_by(program, install_and_wait, arguments):
     program.start(arguments)
 
-    client.install([])
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([]) == (True, '')
     assert program.log() == []
 
 

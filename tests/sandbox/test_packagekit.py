@@ -34,8 +34,7 @@ def test_backend_is_built_once_and_needs_no_network_later():
 @pytest.mark.parametrize('arguments', [[], ['here', 'there']])
 def test_backend_takes_one_folder(arguments):
     refused = run(BUILD_BACKEND, *arguments)
-    assert (refused.returncode, refused.stderr) == (
-        1, 'build-backend: say the folder to build in, and nothing else\n')
+    assert (refused.returncode, refused.stderr) == (1, 'build-backend: say the folder to build in, and nothing else\n')
 
 
 def test_device_has_packagekit_only_when_asked_for():

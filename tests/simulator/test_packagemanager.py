@@ -18,7 +18,6 @@ FAILING = 'error("no")'
 
 @pytest.fixture
 def manager(standins):
-    """The stand-in, running."""
     return standins.start('package-manager')
 
 

@@ -74,11 +74,8 @@ def device(tmp_path):
 def environment(device):
     """The variables of all programs of the session."""
     return {
-        'HOME': str(device.home),
-        'DBUS_SESSION_BUS_ADDRESS': SESSION_ADDRESS,
-        'QT_QPA_PLATFORM': 'offscreen',
-        'QT_QUICK_BACKEND': 'software',
-        'QT_FORCE_STDERR_LOGGING': '1',
+        'HOME': str(device.home), 'DBUS_SESSION_BUS_ADDRESS': SESSION_ADDRESS, 'QT_QPA_PLATFORM': 'offscreen',
+        'QT_QUICK_BACKEND': 'software', 'QT_FORCE_STDERR_LOGGING': '1',
         'QT_MESSAGE_PATTERN': '%{type} %{category}: %{message}',
     }
 
@@ -158,6 +155,39 @@ def signals(session_bus, processes):
 
 
 @pytest.fixture
+def announced(program, signals):
+    """The names of the signals that the service has sent up to now."""
+    def names():
+        program.barrier()
+        return signals.names()
+    return names
+
+
+def request_and_wait(request, signals, name):
+    """A function that makes a request and returns the next outcome that is announced."""
+    def wait(*arguments, **options):
+        number = len(signals.arguments(name)) + 1
+        request(*arguments, **options)
+        return signals.wait(name, number)
+    return wait
+
+
+@pytest.fixture
+def install_and_wait(client, signals):
+    return request_and_wait(client.install, signals, 'installFinished')
+
+
+@pytest.fixture
+def remove_and_wait(client, signals):
+    return request_and_wait(client.remove, signals, 'removalFinished')
+
+
+@pytest.fixture
+def remove_launcher_and_wait(client, signals):
+    return request_and_wait(client.remove_launcher, signals, 'removalFinished')
+
+
+@pytest.fixture
 def system_monitor(system_bus, processes):
     """Everything that goes over the system bus from now on."""
     return BusMonitor(system_bus, processes)
@@ -195,7 +225,6 @@ def manager(standins):
 
 @pytest.fixture
 def launcher_model(standins):
-    """The launcher model of the home screen."""
     return standins.start('launcher-model')
 
 

@@ -22,11 +22,8 @@ RUNTIME_MANAGER, ANDROID_SUPPORT = 'runtime-manager', 'android-support'
 
 # The public name of each peer of a removal.
 PEERS = {
-    MANAGER: 'ru.quon.ZARN',
-    PACKAGE_KIT: 'org.freedesktop.PackageKit',
-    LAUNCHER_MODEL: 'org.orrinmobile.rozzle',
-    RUNTIME_MANAGER: 'ru.quon.RuntimeManager',
-    ANDROID_SUPPORT: 'com.zelka.zindro',
+    MANAGER: 'ru.quon.ZARN', PACKAGE_KIT: 'org.freedesktop.PackageKit', LAUNCHER_MODEL: 'org.orrinmobile.rozzle',
+    RUNTIME_MANAGER: 'ru.quon.RuntimeManager', ANDROID_SUPPORT: 'com.zelka.zindro',
 }
 METHODS = {
     'GetPackage': MANAGER, 'Remove': MANAGER,

@@ -75,9 +75,7 @@ class ScriptedBus:
             self._reply(message, *self.answers[message.get_member()])
         else:
             self._send(
-                message.new_method_error_literal(
-                    'org.freedesktop.DBus.Error.ServiceUnknown',
-                    'nobody else here'))
+                message.new_method_error_literal('org.freedesktop.DBus.Error.ServiceUnknown', 'nobody else here'))
         return None
 
     def _reply(self, message, signature, *values):
