@@ -12,42 +12,39 @@ class CataloguesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void findsCatalogueOfLocale_data();
-    void findsCatalogueOfLocale();
-};
+    void findsCatalogueOfLocale_data()
+    {
+        QTest::addColumn<QString>("install");
 
-void CataloguesTest::findsCatalogueOfLocale_data()
-{
-    QTest::addColumn<QString>("install");
-
-    QTest::newRow("de_DE") << QStringLiteral("Installieren");
-    QTest::newRow("de_AT") << QStringLiteral("Installieren");
-    QTest::newRow("fi_FI") << QStringLiteral("Asenna");
-    QTest::newRow("fr_FR") << QStringLiteral("Installer");
-    QTest::newRow("fr_CA") << QStringLiteral("Installer");
-    QTest::newRow("es_ES") << QStringLiteral("Instalar");
-    QTest::newRow("es_MX") << QStringLiteral("Instalar");
-    QTest::newRow("ru_RU") << QStringLiteral("Установить");
-    QTest::newRow("zh_CN") << QStringLiteral("安装");
-    QTest::newRow("ar_EG") << QStringLiteral("تثبيت");
-    QTest::newRow("ar") << QStringLiteral("تثبيت");
-    for (const char *locale : {"C", "en_GB", "nb_NO", "zh_TW"}) {
-        QTest::newRow(locale) << QStringLiteral("Install");
+        QTest::newRow("de_DE") << QStringLiteral("Installieren");
+        QTest::newRow("de_AT") << QStringLiteral("Installieren");
+        QTest::newRow("fi_FI") << QStringLiteral("Asenna");
+        QTest::newRow("fr_FR") << QStringLiteral("Installer");
+        QTest::newRow("fr_CA") << QStringLiteral("Installer");
+        QTest::newRow("es_ES") << QStringLiteral("Instalar");
+        QTest::newRow("es_MX") << QStringLiteral("Instalar");
+        QTest::newRow("ru_RU") << QStringLiteral("Установить");
+        QTest::newRow("zh_CN") << QStringLiteral("安装");
+        QTest::newRow("ar_EG") << QStringLiteral("تثبيت");
+        QTest::newRow("ar") << QStringLiteral("تثبيت");
+        for (const char *locale : {"C", "en_GB", "nb_NO", "zh_TW"}) {
+            QTest::newRow(locale) << QStringLiteral("Install");
+        }
     }
-}
 
-void CataloguesTest::findsCatalogueOfLocale()
-{
-    QFETCH(QString, install);
+    void findsCatalogueOfLocale()
+    {
+        QFETCH(QString, install);
 
-    const Catalogues catalogues{QLocale(QLatin1String(QTest::currentDataTag()))};
+        const Catalogues catalogues{QLocale(QLatin1String(QTest::currentDataTag()))};
 
-    const bool english = install == QLatin1String("Install");
-    QCOMPARE(catalogues.hasOwn(), !english);
-    QCOMPARE(qtTrId("installationhandler-install"), install);
-    QCOMPARE(qtTrId("installationhandler-user-aborted") == QLatin1String("The user cancelled the installation"),
-             english);
-}
+        const bool english = install == QLatin1String("Install");
+        QCOMPARE(catalogues.hasOwn(), !english);
+        QCOMPARE(qtTrId("installationhandler-install"), install);
+        QCOMPARE(qtTrId("installationhandler-user-aborted") == QLatin1String("The user cancelled the installation"),
+                 english);
+    }
+};
 
 QTEST_GUILESS_MAIN(CataloguesTest)
 

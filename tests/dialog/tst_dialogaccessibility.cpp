@@ -41,164 +41,148 @@ class DialogAccessibilityTest : public DialogTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void dialogHasRoleNameAndDescription();
-    void namesAreTranslated();
-    void textsAreRead();
-    void actionsHaveRoleAndName();
-    void actionsCanBePressed_data();
-    void actionsCanBePressed();
-    void pathIsReadInFullAndOpens();
-    void cancelHasTheFocus();
-    void tabMovesFocus();
-    void arrowsMoveFocusBetweenActions_data();
-    void arrowsMoveFocusBetweenActions();
-};
+    void initTestCase() { QAccessible::setActive(true); }
 
-void DialogAccessibilityTest::initTestCase()
-{
-    QAccessible::setActive(true);
-}
+    void dialogHasRoleNameAndDescription()
+    {
+        const ShownDialog dialog;
+        const QAccessibleInterface *page = interfaceOf(dialog.item("page"));
 
-void DialogAccessibilityTest::dialogHasRoleNameAndDescription()
-{
-    const ShownDialog dialog;
-    const QAccessibleInterface *page = interfaceOf(dialog.item("page"));
-
-    QCOMPARE(page->role(), QAccessible::Dialog);
-    QCOMPARE(page->text(QAccessible::Name), QStringLiteral("Install this app?"));
-    QCOMPARE(page->text(QAccessible::Description),
-             QStringLiteral("This app does not come from the store. Install it only if you trust its source.\n"
-                            "lighthouse-tides 2.4.1\n"
-                            "Tide tables and weather for small boats"));
-}
-
-void DialogAccessibilityTest::namesAreTranslated()
-{
-    setLocale(QLocale(QLocale::German));
-    const ShownDialog dialog;
-
-    QCOMPARE(interfaceOf(dialog.item("page"))->text(QAccessible::Name), QStringLiteral("Diese App installieren?"));
-    QCOMPARE(interfaceOf(dialog.item("cancel"))->text(QAccessible::Name), QStringLiteral("Abbrechen"));
-    QCOMPARE(interfaceOf(dialog.item("file"))->text(QAccessible::Description),
-             QStringLiteral("Zeigt den vollständigen Pfad der Paketdatei an"));
-}
-
-void DialogAccessibilityTest::textsAreRead()
-{
-    const ShownDialog dialog;
-
-    const PackageTexts *texts = PackageTexts::ordinary();
-    QStringList read;
-    appendTexts(interfaceOf(dialog.window()), &read);
-
-    QCOMPARE(read,
-             QStringList({QStringLiteral("Install this app?"),
-                          QStringLiteral("This app does not come from the store. "
-                                         "Install it only if you trust its source."),
-                          texts->name, texts->version, texts->summary}));
-}
-
-void DialogAccessibilityTest::actionsHaveRoleAndName()
-{
-    const ShownDialog dialog;
-
-    QCOMPARE(interfaceOf(dialog.item("cancel"))->role(), QAccessible::Button);
-    QCOMPARE(interfaceOf(dialog.item("cancel"))->text(QAccessible::Name), QStringLiteral("Cancel"));
-    QCOMPARE(interfaceOf(dialog.item("install"))->role(), QAccessible::Button);
-    QCOMPARE(interfaceOf(dialog.item("install"))->text(QAccessible::Name), QStringLiteral("Install"));
-}
-
-void DialogAccessibilityTest::actionsCanBePressed_data()
-{
-    QTest::addColumn<QByteArray>("action");
-    QTest::addColumn<bool>("accepts");
-
-    QTest::newRow("cancel") << QByteArray("cancel") << false;
-    QTest::newRow("install") << QByteArray("install") << true;
-}
-
-void DialogAccessibilityTest::actionsCanBePressed()
-{
-    QFETCH(QByteArray, action);
-    QFETCH(bool, accepts);
-    const ShownDialog dialog;
-
-    press(interfaceOf(dialog.item(action.constData())));
-    press(interfaceOf(dialog.item("cancel")));
-    press(interfaceOf(dialog.item("install")));
-
-    QCOMPARE(dialog.requested(), accepts ? 1 : 0);
-    QCOMPARE(dialog.dismissed(), accepts ? 0 : 1);
-}
-
-void DialogAccessibilityTest::pathIsReadInFullAndOpens()
-{
-    PackageTexts texts;
-    texts.fileName = QLatin1Char('/') + QStringLiteral("folder/").repeated(50) + QStringLiteral("package.rpm");
-    const ShownDialog dialog(&texts);
-    QAccessibleInterface *file = interfaceOf(dialog.item("file"));
-
-    QCOMPARE(file->role(), QAccessible::Button);
-    QCOMPARE(file->text(QAccessible::Name), texts.fileName);
-    QCOMPARE(file->text(QAccessible::Description), QStringLiteral("Shows the whole path of the package file"));
-    QVERIFY(dialog.item("path")->property("truncated").toBool());
-
-    press(file);
-    dialog.awaitFrame();
-
-    QVERIFY(!dialog.item("path")->property("truncated").toBool());
-    QCOMPARE(dialog.answers(), 0);
-}
-
-void DialogAccessibilityTest::cancelHasTheFocus()
-{
-    const ShownDialog dialog;
-
-    QCOMPARE(dialog.window()->activeFocusItem(), dialog.item("cancel"));
-    QCOMPARE(dialog.window()->contentItem()->nextItemInFocusChain(), dialog.item("cancel"));
-    QVERIFY(interfaceOf(dialog.item("cancel"))->state().focused);
-    QVERIFY(!interfaceOf(dialog.item("install"))->state().focused);
-    for (const char *item : {"cancel", "install", "file"}) {
-        QVERIFY(interfaceOf(dialog.item(item))->state().focusable);
+        QCOMPARE(page->role(), QAccessible::Dialog);
+        QCOMPARE(page->text(QAccessible::Name), QStringLiteral("Install this app?"));
+        QCOMPARE(page->text(QAccessible::Description),
+                 QStringLiteral("This app does not come from the store. Install it only if you trust its source.\n"
+                                "lighthouse-tides 2.4.1\n"
+                                "Tide tables and weather for small boats"));
     }
-}
 
-void DialogAccessibilityTest::tabMovesFocus()
-{
-    const ShownDialog dialog;
+    void namesAreTranslated()
+    {
+        setLocale(QLocale(QLocale::German));
+        const ShownDialog dialog;
 
-    for (const char *next : {"install", "file", "cancel"}) {
-        QTest::keyClick(dialog.window(), Qt::Key_Tab);
-        QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(next));
+        QCOMPARE(interfaceOf(dialog.item("page"))->text(QAccessible::Name), QStringLiteral("Diese App installieren?"));
+        QCOMPARE(interfaceOf(dialog.item("cancel"))->text(QAccessible::Name), QStringLiteral("Abbrechen"));
+        QCOMPARE(interfaceOf(dialog.item("file"))->text(QAccessible::Description),
+                 QStringLiteral("Zeigt den vollständigen Pfad der Paketdatei an"));
     }
-    for (const char *previous : {"file", "install", "cancel"}) {
-        QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(previous));
+
+    void textsAreRead()
+    {
+        const ShownDialog dialog;
+
+        const PackageTexts *texts = PackageTexts::ordinary();
+        QStringList read;
+        appendTexts(interfaceOf(dialog.window()), &read);
+
+        QCOMPARE(read,
+                 QStringList({QStringLiteral("Install this app?"),
+                              QStringLiteral("This app does not come from the store. "
+                                             "Install it only if you trust its source."),
+                              texts->name, texts->version, texts->summary}));
     }
-}
 
-void DialogAccessibilityTest::arrowsMoveFocusBetweenActions_data()
-{
-    QTest::addColumn<QLocale>("locale");
+    void actionsHaveRoleAndName()
+    {
+        const ShownDialog dialog;
 
-    QTest::newRow("left to right") << QLocale::c();
-    QTest::newRow("right to left") << QLocale(QLocale::Arabic);
-}
+        QCOMPARE(interfaceOf(dialog.item("cancel"))->role(), QAccessible::Button);
+        QCOMPARE(interfaceOf(dialog.item("cancel"))->text(QAccessible::Name), QStringLiteral("Cancel"));
+        QCOMPARE(interfaceOf(dialog.item("install"))->role(), QAccessible::Button);
+        QCOMPARE(interfaceOf(dialog.item("install"))->text(QAccessible::Name), QStringLiteral("Install"));
+    }
 
-void DialogAccessibilityTest::arrowsMoveFocusBetweenActions()
-{
-    QFETCH(QLocale, locale);
-    setLocale(locale);
-    const ShownDialog dialog;
+    void actionsCanBePressed_data()
+    {
+        QTest::addColumn<QByteArray>("action");
+        QTest::addColumn<bool>("accepts");
 
-    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left}) {
-        for (const char *next : {"install", "cancel"}) {
-            QTest::keyClick(dialog.window(), key);
-            QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(next));
+        QTest::newRow("cancel") << QByteArray("cancel") << false;
+        QTest::newRow("install") << QByteArray("install") << true;
+    }
+
+    void actionsCanBePressed()
+    {
+        QFETCH(QByteArray, action);
+        QFETCH(bool, accepts);
+        const ShownDialog dialog;
+
+        press(interfaceOf(dialog.item(action.constData())));
+        press(interfaceOf(dialog.item("cancel")));
+        press(interfaceOf(dialog.item("install")));
+
+        QCOMPARE(dialog.requested(), accepts ? 1 : 0);
+        QCOMPARE(dialog.dismissed(), accepts ? 0 : 1);
+    }
+
+    void pathIsReadInFullAndOpens()
+    {
+        PackageTexts texts;
+        texts.fileName = QLatin1Char('/') + QStringLiteral("folder/").repeated(50) + QStringLiteral("package.rpm");
+        const ShownDialog dialog(&texts);
+        QAccessibleInterface *file = interfaceOf(dialog.item("file"));
+
+        QCOMPARE(file->role(), QAccessible::Button);
+        QCOMPARE(file->text(QAccessible::Name), texts.fileName);
+        QCOMPARE(file->text(QAccessible::Description), QStringLiteral("Shows the whole path of the package file"));
+        QVERIFY(dialog.item("path")->property("truncated").toBool());
+
+        press(file);
+        dialog.awaitFrame();
+
+        QVERIFY(!dialog.item("path")->property("truncated").toBool());
+        QCOMPARE(dialog.answers(), 0);
+    }
+
+    void cancelHasTheFocus()
+    {
+        const ShownDialog dialog;
+
+        QCOMPARE(dialog.window()->activeFocusItem(), dialog.item("cancel"));
+        QCOMPARE(dialog.window()->contentItem()->nextItemInFocusChain(), dialog.item("cancel"));
+        QVERIFY(interfaceOf(dialog.item("cancel"))->state().focused);
+        QVERIFY(!interfaceOf(dialog.item("install"))->state().focused);
+        for (const char *item : {"cancel", "install", "file"}) {
+            QVERIFY(interfaceOf(dialog.item(item))->state().focusable);
         }
     }
-}
+
+    void tabMovesFocus()
+    {
+        const ShownDialog dialog;
+
+        for (const char *next : {"install", "file", "cancel"}) {
+            QTest::keyClick(dialog.window(), Qt::Key_Tab);
+            QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(next));
+        }
+        for (const char *previous : {"file", "install", "cancel"}) {
+            QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
+            QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(previous));
+        }
+    }
+
+    void arrowsMoveFocusBetweenActions_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+
+        QTest::newRow("left to right") << QLocale::c();
+        QTest::newRow("right to left") << QLocale(QLocale::Arabic);
+    }
+
+    void arrowsMoveFocusBetweenActions()
+    {
+        QFETCH(QLocale, locale);
+        setLocale(locale);
+        const ShownDialog dialog;
+
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left}) {
+            for (const char *next : {"install", "cancel"}) {
+                QTest::keyClick(dialog.window(), key);
+                QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(next));
+            }
+        }
+    }
+};
 
 DIALOG_TEST_MAIN(DialogAccessibilityTest)
 

@@ -109,170 +109,161 @@ class DialogAnswersTest : public DialogTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void waitsToBeShown();
-    void answers_data();
-    void answers();
-    void answersOnce_data();
-    void answersOnce();
-    void listenerThatClosesCausesNoSecondAnswer();
-    void twoFingersGiveOneAnswer();
-    void otherInputIsNoAnswer_data();
-    void otherInputIsNoAnswer();
-};
-
-void DialogAnswersTest::waitsToBeShown()
-{
-    const ShownDialog dialog;
-
-    QVERIFY(!dialog.wasVisibleEarly());
-    QVERIFY(dialog.window()->isVisible());
-    QCOMPARE(dialog.window()->title(), QStringLiteral("Install this app?"));
-    QCOMPARE(dialog.answers(), 0);
-}
-
-void DialogAnswersTest::answers_data()
-{
-    QTest::addColumn<Input>("input");
-    QTest::addColumn<bool>("accepts");
-
-    QTest::newRow("click on install") << click("install") << true;
-    QTest::newRow("tap on install") << tap("install") << true;
-    QTest::newRow("Tab, Enter") << type({Qt::Key_Tab, Qt::Key_Return}) << true;
-    QTest::newRow("Tab, Enter of the number pad") << type({Qt::Key_Tab, Qt::Key_Enter}) << true;
-    QTest::newRow("Tab, Space") << type({Qt::Key_Tab, Qt::Key_Space}) << true;
-    QTest::newRow("Right, Enter") << type({Qt::Key_Right, Qt::Key_Return}) << true;
-
-    QTest::newRow("click on cancel") << click("cancel") << false;
-    QTest::newRow("tap on cancel") << tap("cancel") << false;
-    QTest::newRow("Enter") << type({Qt::Key_Return}) << false;
-    QTest::newRow("Enter of the number pad") << type({Qt::Key_Enter}) << false;
-    QTest::newRow("Space") << type({Qt::Key_Space}) << false;
-    QTest::newRow("Escape") << type({Qt::Key_Escape}) << false;
-    QTest::newRow("Back") << type({Qt::Key_Back}) << false;
-    QTest::newRow("Tab, Escape") << type({Qt::Key_Tab, Qt::Key_Escape}) << false;
-    QTest::newRow("Tab, Back") << type({Qt::Key_Tab, Qt::Key_Back}) << false;
-    QTest::newRow("Tab, Tab, Escape") << type({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Escape}) << false;
-    QTest::newRow("close") << Input(close) << false;
-
-    for (const auto &key : AnsweringKeys) {
-        QTest::addRow("%s held", key.name) << hold(key.key, key.text) << key.accepts;
-    }
-}
-
-void DialogAnswersTest::answers()
-{
-    QFETCH(Input, input);
-    QFETCH(bool, accepts);
-    const ShownDialog dialog;
-
-    input(dialog);
-
-    QCOMPARE(dialog.requested(), accepts ? 1 : 0);
-    QCOMPARE(dialog.dismissed(), accepts ? 0 : 1);
-}
-
-void DialogAnswersTest::answersOnce_data()
-{
-    QTest::addColumn<Input>("first");
-    QTest::addColumn<Input>("second");
-    QTest::addColumn<bool>("accepts");
-
-    const struct
+    void waitsToBeShown()
     {
-        const char *name;
-        Input input;
-        bool accepts;
-    } answers[] = {
-            {"tap on install", tap("install"), true},
-            {"click on install", click("install"), true},
-            {"Enter on install", type({Qt::Key_Tab, Qt::Key_Return}), true},
-            {"tap on cancel", tap("cancel"), false},
-            {"Enter on cancel", type({Qt::Key_Return}), false},
-            {"Space on cancel", type({Qt::Key_Space}), false},
-            {"Escape", type({Qt::Key_Escape}), false},
-            {"Back", type({Qt::Key_Back}), false},
-            {"close", close, false},
-    };
-    for (const auto &first : answers) {
-        for (const auto &second : answers) {
-            QTest::addRow("%s, then %s", first.name, second.name) << first.input << second.input << first.accepts;
+        const ShownDialog dialog;
+
+        QVERIFY(!dialog.wasVisibleEarly());
+        QVERIFY(dialog.window()->isVisible());
+        QCOMPARE(dialog.window()->title(), QStringLiteral("Install this app?"));
+        QCOMPARE(dialog.answers(), 0);
+    }
+
+    void answers_data()
+    {
+        QTest::addColumn<Input>("input");
+        QTest::addColumn<bool>("accepts");
+
+        QTest::newRow("click on install") << click("install") << true;
+        QTest::newRow("tap on install") << tap("install") << true;
+        QTest::newRow("Tab, Enter") << type({Qt::Key_Tab, Qt::Key_Return}) << true;
+        QTest::newRow("Tab, Enter of the number pad") << type({Qt::Key_Tab, Qt::Key_Enter}) << true;
+        QTest::newRow("Tab, Space") << type({Qt::Key_Tab, Qt::Key_Space}) << true;
+        QTest::newRow("Right, Enter") << type({Qt::Key_Right, Qt::Key_Return}) << true;
+
+        QTest::newRow("click on cancel") << click("cancel") << false;
+        QTest::newRow("tap on cancel") << tap("cancel") << false;
+        QTest::newRow("Enter") << type({Qt::Key_Return}) << false;
+        QTest::newRow("Enter of the number pad") << type({Qt::Key_Enter}) << false;
+        QTest::newRow("Space") << type({Qt::Key_Space}) << false;
+        QTest::newRow("Escape") << type({Qt::Key_Escape}) << false;
+        QTest::newRow("Back") << type({Qt::Key_Back}) << false;
+        QTest::newRow("Tab, Escape") << type({Qt::Key_Tab, Qt::Key_Escape}) << false;
+        QTest::newRow("Tab, Back") << type({Qt::Key_Tab, Qt::Key_Back}) << false;
+        QTest::newRow("Tab, Tab, Escape") << type({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Escape}) << false;
+        QTest::newRow("close") << Input(close) << false;
+
+        for (const auto &key : AnsweringKeys) {
+            QTest::addRow("%s held", key.name) << hold(key.key, key.text) << key.accepts;
         }
     }
-}
 
-void DialogAnswersTest::answersOnce()
-{
-    QFETCH(Input, first);
-    QFETCH(Input, second);
-    QFETCH(bool, accepts);
-    const ShownDialog dialog;
+    void answers()
+    {
+        QFETCH(Input, input);
+        QFETCH(bool, accepts);
+        const ShownDialog dialog;
 
-    first(dialog);
-    second(dialog);
+        input(dialog);
 
-    QCOMPARE(dialog.requested(), accepts ? 1 : 0);
-    QCOMPARE(dialog.dismissed(), accepts ? 0 : 1);
-}
-
-void DialogAnswersTest::listenerThatClosesCausesNoSecondAnswer()
-{
-    const ShownDialog dialog;
-    connect(dialog.window(), SIGNAL(requestInstall()), dialog.window(), SLOT(close()));
-
-    tap("install")(dialog);
-
-    QVERIFY(!dialog.window()->isVisible());
-    QCOMPARE(dialog.requested(), 1);
-    QCOMPARE(dialog.dismissed(), 0);
-}
-
-void DialogAnswersTest::twoFingersGiveOneAnswer()
-{
-    const ShownDialog dialog;
-    const QPoint install = middle(dialog, "install");
-    const QPoint cancel = middle(dialog, "cancel");
-
-    QTest::touchEvent(dialog.window(), touchScreen()).press(0, install).press(1, cancel);
-    QTest::touchEvent(dialog.window(), touchScreen()).release(0, install).release(1, cancel);
-
-    QCOMPARE(dialog.answers(), 1);
-}
-
-void DialogAnswersTest::otherInputIsNoAnswer_data()
-{
-    QTest::addColumn<Input>("input");
-
-    QTest::newRow("other keys") << type({Qt::Key_A, Qt::Key_Y, Qt::Key_Tab, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Up,
-                                         Qt::Key_PageUp, Qt::Key_Left, Qt::Key_F1, Qt::Key_Menu});
-    QTest::newRow("right button") << Input([](const ShownDialog &dialog) {
-        QTest::mouseClick(dialog.window(), Qt::RightButton, {}, middle(dialog, "install"));
-    });
-    QTest::newRow("click beside the buttons") << Input(
-            [](const ShownDialog &dialog) { QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, QPoint(2, 2)); });
-    QTest::newRow("finger that slips off") << Input([](const ShownDialog &dialog) {
-        QTest::touchEvent(dialog.window(), touchScreen()).press(0, middle(dialog, "install"));
-        QTest::touchEvent(dialog.window(), touchScreen()).move(0, QPoint(2, 2));
-        QTest::touchEvent(dialog.window(), touchScreen()).release(0, QPoint(2, 2));
-    });
-    QTest::newRow("opening the path") << tap("file");
-    for (const auto &key : AnsweringKeys) {
-        QTest::addRow("%s released", key.name) << release(key.key, key.text);
-        QTest::addRow("%s held since before", key.name) << keepHolding(key.key, key.text);
+        QCOMPARE(dialog.requested(), accepts ? 1 : 0);
+        QCOMPARE(dialog.dismissed(), accepts ? 0 : 1);
     }
-}
 
-void DialogAnswersTest::otherInputIsNoAnswer()
-{
-    QFETCH(Input, input);
-    const ShownDialog dialog;
+    void answersOnce_data()
+    {
+        QTest::addColumn<Input>("first");
+        QTest::addColumn<Input>("second");
+        QTest::addColumn<bool>("accepts");
 
-    input(dialog);
+        const struct
+        {
+            const char *name;
+            Input input;
+            bool accepts;
+        } answers[] = {
+                {"tap on install", tap("install"), true},
+                {"click on install", click("install"), true},
+                {"Enter on install", type({Qt::Key_Tab, Qt::Key_Return}), true},
+                {"tap on cancel", tap("cancel"), false},
+                {"Enter on cancel", type({Qt::Key_Return}), false},
+                {"Space on cancel", type({Qt::Key_Space}), false},
+                {"Escape", type({Qt::Key_Escape}), false},
+                {"Back", type({Qt::Key_Back}), false},
+                {"close", close, false},
+        };
+        for (const auto &first : answers) {
+            for (const auto &second : answers) {
+                QTest::addRow("%s, then %s", first.name, second.name) << first.input << second.input << first.accepts;
+            }
+        }
+    }
 
-    QCOMPARE(dialog.answers(), 0);
-    QVERIFY(dialog.window()->isVisible());
-    tap("install")(dialog);
-    QCOMPARE(dialog.requested(), 1);
-}
+    void answersOnce()
+    {
+        QFETCH(Input, first);
+        QFETCH(Input, second);
+        QFETCH(bool, accepts);
+        const ShownDialog dialog;
+
+        first(dialog);
+        second(dialog);
+
+        QCOMPARE(dialog.requested(), accepts ? 1 : 0);
+        QCOMPARE(dialog.dismissed(), accepts ? 0 : 1);
+    }
+
+    void listenerThatClosesCausesNoSecondAnswer()
+    {
+        const ShownDialog dialog;
+        connect(dialog.window(), SIGNAL(requestInstall()), dialog.window(), SLOT(close()));
+
+        tap("install")(dialog);
+
+        QVERIFY(!dialog.window()->isVisible());
+        QCOMPARE(dialog.requested(), 1);
+        QCOMPARE(dialog.dismissed(), 0);
+    }
+
+    void twoFingersGiveOneAnswer()
+    {
+        const ShownDialog dialog;
+        const QPoint install = middle(dialog, "install");
+        const QPoint cancel = middle(dialog, "cancel");
+
+        QTest::touchEvent(dialog.window(), touchScreen()).press(0, install).press(1, cancel);
+        QTest::touchEvent(dialog.window(), touchScreen()).release(0, install).release(1, cancel);
+
+        QCOMPARE(dialog.answers(), 1);
+    }
+
+    void otherInputIsNoAnswer_data()
+    {
+        QTest::addColumn<Input>("input");
+
+        QTest::newRow("other keys") << type({Qt::Key_A, Qt::Key_Y, Qt::Key_Tab, Qt::Key_Down, Qt::Key_PageDown,
+                                             Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Left, Qt::Key_F1, Qt::Key_Menu});
+        QTest::newRow("right button") << Input([](const ShownDialog &dialog) {
+            QTest::mouseClick(dialog.window(), Qt::RightButton, {}, middle(dialog, "install"));
+        });
+        QTest::newRow("click beside the buttons") << Input([](const ShownDialog &dialog) {
+            QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, QPoint(2, 2));
+        });
+        QTest::newRow("finger that slips off") << Input([](const ShownDialog &dialog) {
+            QTest::touchEvent(dialog.window(), touchScreen()).press(0, middle(dialog, "install"));
+            QTest::touchEvent(dialog.window(), touchScreen()).move(0, QPoint(2, 2));
+            QTest::touchEvent(dialog.window(), touchScreen()).release(0, QPoint(2, 2));
+        });
+        QTest::newRow("opening the path") << tap("file");
+        for (const auto &key : AnsweringKeys) {
+            QTest::addRow("%s released", key.name) << release(key.key, key.text);
+            QTest::addRow("%s held since before", key.name) << keepHolding(key.key, key.text);
+        }
+    }
+
+    void otherInputIsNoAnswer()
+    {
+        QFETCH(Input, input);
+        const ShownDialog dialog;
+
+        input(dialog);
+
+        QCOMPARE(dialog.answers(), 0);
+        QVERIFY(dialog.window()->isVisible());
+        tap("install")(dialog);
+        QCOMPARE(dialog.requested(), 1);
+    }
+};
 
 DIALOG_TEST_MAIN(DialogAnswersTest)
 

@@ -14,23 +14,21 @@ class DialogDensityTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fingersFindTheirTargets();
-};
+    void fingersFindTheirTargets()
+    {
+        const Catalogues english;
+        const ShownDialog dialog(PackageTexts::ordinary(), QSize(1080, 1920));
 
-void DialogDensityTest::fingersFindTheirTargets()
-{
-    const Catalogues english;
-    const ShownDialog dialog(PackageTexts::ordinary(), QSize(1080, 1920));
-
-    for (const char *target : {"cancel", "install", "file"}) {
-        QVERIFY(dialog.item(target)->height() >= 2 * 44);
-        QVERIFY(dialog.item(target)->width() >= 2 * 44);
+        for (const char *target : {"cancel", "install", "file"}) {
+            QVERIFY(dialog.item(target)->height() >= 2 * 44);
+            QVERIFY(dialog.item(target)->width() >= 2 * 44);
+        }
+        const QRectF cancel = dialog.place("cancel");
+        const QRectF install = dialog.place("install");
+        QVERIFY(install.left() - cancel.right() >= 2 * 8);
+        QVERIFY(QRectF(0, 0, 1080, 1920).contains(cancel | install));
     }
-    const QRectF cancel = dialog.place("cancel");
-    const QRectF install = dialog.place("install");
-    QVERIFY(install.left() - cancel.right() >= 2 * 8);
-    QVERIFY(QRectF(0, 0, 1080, 1920).contains(cancel | install));
-}
+};
 
 int main(int argc, char **argv)
 {

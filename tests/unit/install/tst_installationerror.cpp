@@ -13,11 +13,70 @@ class InstallationErrorTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void describesWithoutCatalogue_data();
-    void describesWithoutCatalogue();
-    void describesWithCatalogue_data();
-    void describesWithCatalogue();
-    void asksTheCatalogueInstalledLast();
+    void describesWithoutCatalogue_data()
+    {
+        QTest::addColumn<QString>("errorName");
+        QTest::addColumn<QString>("description");
+        addRow("a.b.Failed", "zarn_installation_error_desc_Failed (code: Failed)");
+        addRow("a.b.Error.NoSpace", "zarn_installation_error_desc_NoSpace (code: NoSpace)");
+        addRow("Timeout", "zarn_installation_error_desc_Timeout (code: Timeout)");
+        addRow("a.b.", "zarn_installation_error_desc_ (code: )");
+        addRow("", "zarn_installation_error_desc_ (code: )");
+        addRow(".", "zarn_installation_error_desc_ (code: )");
+        addRow("...", "zarn_installation_error_desc_ (code: )");
+        addRow(".Failed", "zarn_installation_error_desc_Failed (code: Failed)");
+        addRow("a..Failed", "zarn_installation_error_desc_Failed (code: Failed)");
+        addRow("org.freedesktop.DBus.Error.NoReply", "zarn_installation_error_desc_NoReply (code: NoReply)");
+        addRow("a.b c-d_e", "zarn_installation_error_desc_b c-d_e (code: b c-d_e)");
+        addRow("a.Zu_groß_文", "zarn_installation_error_desc_Zu_groß_文 (code: Zu_groß_文)");
+        addRow("a.b．c", "zarn_installation_error_desc_b．c (code: b．c)");
+        // The identifier is the description here, and receives the code.
+        addRow("a.x%1y", "zarn_installation_error_desc_xx%1yy (code: %3)");
+
+        const QString code(10000, QLatin1Char('x'));
+        QTest::newRow("a long name") << "a."_s + code << "zarn_installation_error_desc_%1 (code: %1)"_s.arg(code);
+    }
+
+    void describesWithoutCatalogue()
+    {
+        QFETCH(QString, errorName);
+        QTEST(InstallationError::describe(errorName), "description");
+    }
+
+    void describesWithCatalogue_data()
+    {
+        QTest::addColumn<QString>("errorName");
+        QTest::addColumn<QString>("description");
+        addRow("a.b.Error.NoSpace", "No space left on the device (code: NoSpace)");
+        addRow("NoSpace", "No space left on the device (code: NoSpace)");
+        addRow("a.b.nospace", "zarn_installation_error_desc_nospace (code: nospace)");
+        addRow("a.NoSpace.Failed", "zarn_installation_error_desc_Failed (code: Failed)");
+        addRow("a.b.", "Nobody knows why (code: )");
+        addRow("", "Nobody knows why (code: )");
+        addRow("a.Zu_groß_文", "Dateien sind zu groß (code: Zu_groß_文)");
+        addRow("a.Lines", "First line\nsecond line (code: Lines)");
+        addRow("a.Percent", "100% full, %n files (code: Percent)");
+        // A placeholder with a number below 3 takes the code, which is missing from its own place then.
+        addRow("a.One", "Place One for it (code: %3)");
+        addRow("a.Two", "Place Two for it (code: %3)");
+        addRow("a.Three", "Place Three for it (code: Three)");
+        addRow("a.Four", "Place %4 for it (code: Four)");
+    }
+
+    void describesWithCatalogue()
+    {
+        QFETCH(QString, errorName);
+        const Texts catalogue(m_catalogue);
+        QTEST(InstallationError::describe(errorName), "description");
+    }
+
+    void asksTheCatalogueInstalledLast()
+    {
+        const Texts engineering(m_catalogue);
+        const Texts locale({{"zarn_installation_error_desc_NoSpace"_s, "Platz fehlt"_s}});
+        QCOMPARE(InstallationError::describe("a.NoSpace"_s), "Platz fehlt (code: NoSpace)"_s);
+        QCOMPARE(InstallationError::describe("a."_s), "Nobody knows why (code: )"_s);
+    }
 
 private:
     const QHash<QString, QString> m_catalogue{
@@ -40,71 +99,6 @@ void addRow(const char *name, const char *description)
     QTest::newRow(*name ? name : "no name") << name << description;
 }
 
-}
-
-void InstallationErrorTest::describesWithoutCatalogue_data()
-{
-    QTest::addColumn<QString>("errorName");
-    QTest::addColumn<QString>("description");
-    addRow("a.b.Failed", "zarn_installation_error_desc_Failed (code: Failed)");
-    addRow("a.b.Error.NoSpace", "zarn_installation_error_desc_NoSpace (code: NoSpace)");
-    addRow("Timeout", "zarn_installation_error_desc_Timeout (code: Timeout)");
-    addRow("a.b.", "zarn_installation_error_desc_ (code: )");
-    addRow("", "zarn_installation_error_desc_ (code: )");
-    addRow(".", "zarn_installation_error_desc_ (code: )");
-    addRow("...", "zarn_installation_error_desc_ (code: )");
-    addRow(".Failed", "zarn_installation_error_desc_Failed (code: Failed)");
-    addRow("a..Failed", "zarn_installation_error_desc_Failed (code: Failed)");
-    addRow("org.freedesktop.DBus.Error.NoReply", "zarn_installation_error_desc_NoReply (code: NoReply)");
-    addRow("a.b c-d_e", "zarn_installation_error_desc_b c-d_e (code: b c-d_e)");
-    addRow("a.Zu_groß_文", "zarn_installation_error_desc_Zu_groß_文 (code: Zu_groß_文)");
-    addRow("a.b．c", "zarn_installation_error_desc_b．c (code: b．c)");
-    // The identifier is the description here, and receives the code.
-    addRow("a.x%1y", "zarn_installation_error_desc_xx%1yy (code: %3)");
-
-    const QString code(10000, QLatin1Char('x'));
-    QTest::newRow("a long name") << "a."_s + code << "zarn_installation_error_desc_%1 (code: %1)"_s.arg(code);
-}
-
-void InstallationErrorTest::describesWithoutCatalogue()
-{
-    QFETCH(QString, errorName);
-    QTEST(InstallationError::describe(errorName), "description");
-}
-
-void InstallationErrorTest::describesWithCatalogue_data()
-{
-    QTest::addColumn<QString>("errorName");
-    QTest::addColumn<QString>("description");
-    addRow("a.b.Error.NoSpace", "No space left on the device (code: NoSpace)");
-    addRow("NoSpace", "No space left on the device (code: NoSpace)");
-    addRow("a.b.nospace", "zarn_installation_error_desc_nospace (code: nospace)");
-    addRow("a.NoSpace.Failed", "zarn_installation_error_desc_Failed (code: Failed)");
-    addRow("a.b.", "Nobody knows why (code: )");
-    addRow("", "Nobody knows why (code: )");
-    addRow("a.Zu_groß_文", "Dateien sind zu groß (code: Zu_groß_文)");
-    addRow("a.Lines", "First line\nsecond line (code: Lines)");
-    addRow("a.Percent", "100% full, %n files (code: Percent)");
-    // A placeholder with a number below 3 takes the code, which is missing from its own place then.
-    addRow("a.One", "Place One for it (code: %3)");
-    addRow("a.Two", "Place Two for it (code: %3)");
-    addRow("a.Three", "Place Three for it (code: Three)");
-    addRow("a.Four", "Place %4 for it (code: Four)");
-}
-
-void InstallationErrorTest::describesWithCatalogue()
-{
-    QFETCH(QString, errorName);
-    const Texts catalogue(m_catalogue);
-    QTEST(InstallationError::describe(errorName), "description");
-}
-
-void InstallationErrorTest::asksTheCatalogueInstalledLast()
-{
-    const Texts engineering(m_catalogue);
-    const Texts locale({{"zarn_installation_error_desc_NoSpace"_s, "Platz fehlt"_s}});
-    QCOMPARE(InstallationError::describe("a.NoSpace"_s), "Platz fehlt (code: NoSpace)"_s);
-    QCOMPARE(InstallationError::describe("a."_s), "Nobody knows why (code: )"_s);
 }
 
 VELMORA_TEST(InstallationErrorTest, Core)

@@ -33,46 +33,42 @@ class MDeclarativeCacheTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void makesTheApplicationFromTheCommandLine();
-    void makesANewApplicationEachTime();
-    void makesHiddenViewsWithEngines();
+    void makesTheApplicationFromTheCommandLine()
+    {
+        const Application application;
+        QCOMPARE(QCoreApplication::instance(), application.made.get());
+        QVERIFY(!application.made->parent());
+        QCOMPARE(QGuiApplication::platformName(), "offscreen"_s);
+        QCOMPARE(QCoreApplication::arguments(), QStringList({"handler"_s, "install"_s}));
+        QCOMPARE(application.count, 2);
+    }
+
+    void makesANewApplicationEachTime()
+    {
+        Application().made.reset();
+        QVERIFY(!QCoreApplication::instance());
+        const Application application;
+        QCOMPARE(QCoreApplication::instance(), application.made.get());
+    }
+
+    void makesHiddenViewsWithEngines()
+    {
+        const Application application;
+        const std::unique_ptr<QQuickView> view(MDeclarativeCache::qQuickView());
+        const std::unique_ptr<QQuickView> other(MDeclarativeCache::qQuickView());
+
+        QVERIFY(view != other);
+        QVERIFY(!view->QObject::parent());
+        QVERIFY(!view->isVisible());
+        QVERIFY(view->engine() != other->engine());
+
+        QQmlComponent component(view->engine());
+        component.setData("import QtQml 2.15\nQtObject { property int answer: 6 * 7 }", {});
+        const std::unique_ptr<QObject> object(component.create());
+        QVERIFY2(object, qPrintable(component.errorString()));
+        QCOMPARE(object->property("answer").toInt(), 42);
+    }
 };
-
-void MDeclarativeCacheTest::makesTheApplicationFromTheCommandLine()
-{
-    const Application application;
-    QCOMPARE(QCoreApplication::instance(), application.made.get());
-    QVERIFY(!application.made->parent());
-    QCOMPARE(QGuiApplication::platformName(), "offscreen"_s);
-    QCOMPARE(QCoreApplication::arguments(), QStringList({"handler"_s, "install"_s}));
-    QCOMPARE(application.count, 2);
-}
-
-void MDeclarativeCacheTest::makesANewApplicationEachTime()
-{
-    Application().made.reset();
-    QVERIFY(!QCoreApplication::instance());
-    const Application application;
-    QCOMPARE(QCoreApplication::instance(), application.made.get());
-}
-
-void MDeclarativeCacheTest::makesHiddenViewsWithEngines()
-{
-    const Application application;
-    const std::unique_ptr<QQuickView> view(MDeclarativeCache::qQuickView());
-    const std::unique_ptr<QQuickView> other(MDeclarativeCache::qQuickView());
-
-    QVERIFY(view != other);
-    QVERIFY(!view->QObject::parent());
-    QVERIFY(!view->isVisible());
-    QVERIFY(view->engine() != other->engine());
-
-    QQmlComponent component(view->engine());
-    component.setData("import QtQml 2.15\nQtObject { property int answer: 6 * 7 }", {});
-    const std::unique_ptr<QObject> object(component.create());
-    QVERIFY2(object, qPrintable(component.errorString()));
-    QCOMPARE(object->property("answer").toInt(), 42);
-}
 
 VELMORA_TEST(MDeclarativeCacheTest, None)
 

@@ -22,34 +22,31 @@ private Q_SLOTS:
     void init() { m_log.emplace(&m_journal); }
     void cleanup() { m_log.reset(); }
 
-    void losesANotificationInSilence();
-    void takesTheDisplayForOn();
+    void losesANotificationInSilence()
+    {
+        Notification notification;
+        notification.setBody("text"_s);
+        notification.publish();
+        QVERIFY(!QDBusConnection::sessionBus().isConnected());
+        QCOMPARE(notification.body(), "text"_s);
+        QCOMPARE(m_journal.entries(), QStringList());
+    }
+
+    void takesTheDisplayForOn()
+    {
+        const QMceDisplay display;
+        connect(&display, &QMceDisplay::stateChanged, this, [this] { m_journal.add("changed"_s); });
+        QVERIFY(!QDBusConnection::systemBus().isConnected());
+
+        QCoreApplication::processEvents();
+        QCOMPARE(display.state(), QMceDisplay::DisplayOn);
+        QCOMPARE(m_journal.entries(), QStringList());
+    }
 
 private:
     Journal m_journal;
     std::optional<MessageLog> m_log;
 };
-
-void PlatformWithoutBusTest::losesANotificationInSilence()
-{
-    Notification notification;
-    notification.setBody("text"_s);
-    notification.publish();
-    QVERIFY(!QDBusConnection::sessionBus().isConnected());
-    QCOMPARE(notification.body(), "text"_s);
-    QCOMPARE(m_journal.entries(), QStringList());
-}
-
-void PlatformWithoutBusTest::takesTheDisplayForOn()
-{
-    const QMceDisplay display;
-    connect(&display, &QMceDisplay::stateChanged, this, [this] { m_journal.add("changed"_s); });
-    QVERIFY(!QDBusConnection::systemBus().isConnected());
-
-    QCoreApplication::processEvents();
-    QCOMPARE(display.state(), QMceDisplay::DisplayOn);
-    QCOMPARE(m_journal.entries(), QStringList());
-}
 
 VELMORA_TEST(PlatformWithoutBusTest, Core)
 
