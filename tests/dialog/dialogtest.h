@@ -3,14 +3,47 @@
 
 #pragma once
 
-#include "catalogues.h"
-
+#include <QCoreApplication>
 #include <QFont>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QPalette>
 #include <QTest>
+#include <QTranslator>
 
 #include <memory>
+
+/** Loads the catalogues of a locale as the service does, the locale's own over the English, for the object's lifetime.
+ */
+class Catalogues
+{
+public:
+    explicit Catalogues(const QLocale &locale = QLocale::c())
+    {
+        const QString folder = QStringLiteral("/usr/share/translations");
+        const QString name = QStringLiteral("velmora-installationhandler");
+        QLocale::setDefault(locale);
+        if (!m_english.load(name + QLatin1String("_eng_en"), folder)) {
+            qFatal("No engineering English");
+        }
+        QCoreApplication::installTranslator(&m_english);
+        if (m_own.load(locale, name, QStringLiteral("-"), folder)) {
+            QCoreApplication::installTranslator(&m_own);
+        }
+    }
+
+    ~Catalogues() { QLocale::setDefault(m_before); }
+
+    /** Whether the locale has a catalogue of its own. */
+    bool hasOwn() const { return !m_own.isEmpty(); }
+
+private:
+    Q_DISABLE_COPY_MOVE(Catalogues)
+
+    QLocale m_before;
+    QTranslator m_english;
+    QTranslator m_own;
+};
 
 /** A test of the installed dialog, in English and in the C locale. It fails if the program logs anything. */
 class DialogTest : public QObject
@@ -19,16 +52,47 @@ class DialogTest : public QObject
 
 protected:
     /** Changes the language of dialogs that are shown later. */
-    void setLocale(const QLocale &locale);
+    void setLocale(const QLocale &locale)
+    {
+        m_catalogues.reset();
+        m_catalogues = std::make_unique<Catalogues>(locale);
+    }
 
     /** Changes the font size of dialogs that are shown later. */
-    void setFontSize(double pixels);
+    void setFontSize(double pixels)
+    {
+        QFont font = m_font;
+        font.setPixelSize(qRound(pixels));
+        QGuiApplication::setFont(font);
+    }
 
 protected Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        setLocale(QLocale::c());
+        s_log.clear();
+        s_previous = qInstallMessageHandler(recordMessage);
+    }
+
+    void cleanup()
+    {
+        qInstallMessageHandler(s_previous);
+        m_catalogues.reset();
+        QGuiApplication::setFont(m_font);
+        QGuiApplication::setPalette(m_palette);
+        QCOMPARE(s_log, QStringList());
+    }
 
 private:
+    static void recordMessage(QtMsgType level, const QMessageLogContext &context, const QString &text)
+    {
+        s_log.append(text);
+        s_previous(level, context, text);
+    }
+
+    static inline QStringList s_log;
+    static inline QtMessageHandler s_previous = nullptr;
+
     std::unique_ptr<Catalogues> m_catalogues;
     QFont m_font = QGuiApplication::font();
     QPalette m_palette = QGuiApplication::palette();

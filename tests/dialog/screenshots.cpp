@@ -4,7 +4,7 @@
 // dialogscreenshots FOLDER: takes pictures of the installed dialog in many languages, sizes and colours, for people to
 // look at. Runs on a device.
 
-#include "catalogues.h"
+#include "dialogtest.h"
 #include "showndialog.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-#include "catalogues.h"
+#include "dialogtest.h"
 #include "showndialog.h"
 
 #include <QGuiApplication>

@@ -3,7 +3,7 @@
 
 #include "fakerpm.h"
 
-#include "literals.h"
+#include "texts.h"
 
 #include <QtGlobal>
 

@@ -5,7 +5,7 @@
 
 #include "rpminfo.h"
 
-#include "literals.h"
+#include "texts.h"
 
 #include <QStringList>
 

@@ -3,9 +3,16 @@
 
 #include "installationerror.h"
 
-#include "literals.h"
 #include "testrunner.h"
-#include "texts.h"
+
+namespace {
+
+void addRow(const char *name, const char *description)
+{
+    QTest::newRow(*name ? name : "no name") << name << description;
+}
+
+}
 
 /** Known behaviour 64, 65, 66. */
 class InstallationErrorTest : public QObject
@@ -91,15 +98,6 @@ private:
             {"zarn_installation_error_desc_Lines"_s, "First line\nsecond line"_s},
     };
 };
-
-namespace {
-
-void addRow(const char *name, const char *description)
-{
-    QTest::newRow(*name ? name : "no name") << name << description;
-}
-
-}
 
 VELMORA_TEST(InstallationErrorTest, Core)
 

@@ -4,8 +4,6 @@
 #include "transactionfixture.h"
 
 #include "devicefile.h"
-#include "methodsof.h"
-#include "roundtrip.h"
 #include "testrunner.h"
 
 #include <QDBusPendingCallWatcher>

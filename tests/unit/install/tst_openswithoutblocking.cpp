@@ -3,7 +3,6 @@
 
 #include "openswithoutblocking.h"
 
-#include "literals.h"
 #include "processstate.h"
 #include "specialfiles.h"
 #include "testrunner.h"

@@ -4,10 +4,6 @@
 #include "rpminfo.h"
 
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
-#include "methodsof.h"
-#include "nobody.h"
 #include "processstate.h"
 #include "rpmenvironment.h"
 #include "rpminfotext.h"

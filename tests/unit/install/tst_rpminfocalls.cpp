@@ -3,8 +3,6 @@
 
 #include "fakerpm.h"
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
 #include "rpmhandle.h"
 #include "rpminfotext.h"
 #include "testrunner.h"

@@ -4,8 +4,6 @@
 #include "transactionview.h"
 
 #include "installationfixture.h"
-#include "literals.h"
-#include "methodsof.h"
 #include "rpminfo.h"
 #include "testrunner.h"
 

@@ -4,7 +4,6 @@
 #include "aboutsettings.h"
 
 #include "devicefile.h"
-#include "literals.h"
 #include "testrunner.h"
 
 #include <optional>

@@ -5,10 +5,7 @@
 
 #include "devicefile.h"
 #include "journal.h"
-#include "listeningsocket.h"
-#include "literals.h"
-#include "messagelog.h"
-#include "nobody.h"
+#include "specialfiles.h"
 #include "processstate.h"
 #include "testrunner.h"
 

@@ -3,7 +3,6 @@
 
 #include "mdeclarativecache.h"
 
-#include "literals.h"
 #include "testrunner.h"
 
 #include <QGuiApplication>

@@ -4,8 +4,6 @@
 #include "mdesktopentry.h"
 
 #include "devicefile.h"
-#include "literals.h"
-#include "nobody.h"
 #include "processstate.h"
 #include "specialfiles.h"
 #include "testrunner.h"

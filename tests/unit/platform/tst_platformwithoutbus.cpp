@@ -5,8 +5,6 @@
 #include "qmcedisplay.h"
 
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
 #include "testrunner.h"
 
 #include <QDBusConnection>

@@ -5,12 +5,8 @@
 
 #include "busmonitor.h"
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
 #include "recordingpeer.h"
-#include "roundtrip.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QDBusConnectionInterface>
 

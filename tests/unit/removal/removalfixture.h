@@ -4,8 +4,7 @@
 #pragma once
 
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
+#include "texts.h"
 #include "packagekitpeer.h"
 #include "waitfor.h"
 

@@ -4,9 +4,7 @@
 #include "desktopownerresolver.h"
 #include "devicefile.h"
 #include "handlerremovalfixture.h"
-#include "roundtrip.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QDBusPendingCallWatcher>
 

@@ -3,11 +3,9 @@
 
 #include "desktopfiles.h"
 #include "devicefile.h"
-#include "literals.h"
 #include "processstate.h"
 #include "rpmenvironment.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QDir>
 #include <QProcess>

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "desktopfiles.h"
-#include "literals.h"
 #include "testrunner.h"
 
 #include <QScopeGuard>

@@ -3,7 +3,6 @@
 
 #include "devicefile.h"
 #include "handlerremovalfixture.h"
-#include "roundtrip.h"
 #include "testrunner.h"
 
 #include <QDBusPendingCallWatcher>

@@ -4,11 +4,8 @@
 #include "desktopownerresolver.h"
 #include "devicefile.h"
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
 #include "testrunner.h"
 #include "uninstalltransactionpkgkit.h"
-#include "waitfor.h"
 
 #include <QDBusConnection>
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "desktopownerresolver.h"
-#include "literals.h"
-#include "methodsof.h"
 #include "testrunner.h"
 #include "uninstalltransactionpkgkit.h"
 

@@ -6,7 +6,7 @@
 #include "handlerinternals.h"
 #include "installationfixture.h"
 #include "installationhandler.h"
-#include "literals.h"
+#include "texts.h"
 
 /** The handler with an engine for its dialog. Its signals are in the journal. */
 class HandlerFixture : public InstallationFixture

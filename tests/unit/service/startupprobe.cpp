@@ -8,7 +8,7 @@
 // "occupied" the object path is taken before the start-up.
 
 #include "installationhandler.h"
-#include "literals.h"
+#include "texts.h"
 #include "startup.h"
 
 #include <QDBusConnection>

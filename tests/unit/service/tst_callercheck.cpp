@@ -5,10 +5,7 @@
 #include "callercheck.h"
 #include "devicefile.h"
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusContext>

@@ -3,7 +3,6 @@
 
 #include "handlerfixture.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QDBusMessage>
 #include <QDBusMetaType>

@@ -6,7 +6,6 @@
 #include "installtransaction.h"
 #include "rpminfo.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QElapsedTimer>
 #include <QPointer>

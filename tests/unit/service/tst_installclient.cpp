@@ -3,8 +3,6 @@
 
 #include "installclient.h"
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
 #include "recordingpeer.h"
 #include "testrunner.h"
 

@@ -4,11 +4,9 @@
 #include "busmonitor.h"
 #include "devicefile.h"
 #include "journal.h"
-#include "literals.h"
 #include "recordingpeer.h"
 #include "testdialog.h"
 #include "testrunner.h"
-#include "waitfor.h"
 
 #include <QDBusConnection>
 #include <QProcess>

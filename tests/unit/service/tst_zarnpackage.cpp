@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "journal.h"
-#include "literals.h"
 #include "recordingpeer.h"
 #include "testrunner.h"
-#include "waitfor.h"
 #include "zarnpackage.h"
 
 #include <QAssociativeIterable>

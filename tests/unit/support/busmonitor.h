@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "literals.h"
+#include "texts.h"
 #include "waitfor.h"
 
 #include <QByteArray>

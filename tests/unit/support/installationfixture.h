@@ -4,12 +4,11 @@
 #pragma once
 
 #include "journal.h"
-#include "literals.h"
-#include "messagelog.h"
+#include "texts.h"
 #include "recordingpeer.h"
-#include "roundtrip.h"
-#include "testdialog.h"
+#include "rpmenvironment.h"
 #include "waitfor.h"
+#include "testdialog.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -98,9 +97,6 @@ protected:
 
     void note(const QString &entry) { m_journal.add(entry); }
     QStringList entries() const { return m_journal.entries(); }
-
-    /** The path of a good package, "plain" or "translated". */
-    static QString packageFile(const QString &name) { return QStringLiteral(PACKAGE_FILES "/%1.rpm").arg(name); }
 
     /** Journal entries. */
     static QString beginRequest(const QString &name)

@@ -5,7 +5,7 @@
 #include <gio/gio.h>
 
 #include "journal.h"
-#include "literals.h"
+#include "texts.h"
 #include "recordingpeer.h"
 
 #include <QHash>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "devicefile.h"
-#include "literals.h"
+#include "texts.h"
 
 #include <QCoreApplication>
 #include <QEvent>

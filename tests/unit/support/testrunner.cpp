@@ -3,9 +3,6 @@
 
 #include "testrunner.h"
 
-#include "literals.h"
-#include "waitfor.h"
-
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QFile>

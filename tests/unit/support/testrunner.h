@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include "texts.h"
+#include "waitfor.h"
+
 #include <QTest>
 
 /** The application object that exists while a test class runs. */
