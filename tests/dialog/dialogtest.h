@@ -13,8 +13,7 @@
 
 #include <memory>
 
-/** Loads the catalogues of a locale as the service does, the locale's own over the English, for the object's lifetime.
- */
+/** Loads a locale's catalogue over the English one, as the service does, for as long as the object lives. */
 class Catalogues
 {
 public:

@@ -46,8 +46,8 @@ class ShownDialog
 {
 public:
     /**
-     * texts: the package to show, borrowed; may be null. size: of the window, in pixels.
-     * Aborts the program if the dialog cannot be created or shown.
+     * texts: the package to show, borrowed; may be null. size: of the window, in pixels. Aborts the program if the
+     * dialog cannot be created or shown.
      */
     explicit ShownDialog(PackageTexts *texts = PackageTexts::ordinary(), const QSize &size = QSize(540, 960));
 

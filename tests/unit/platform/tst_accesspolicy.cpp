@@ -5,8 +5,8 @@
 
 #include "devicefile.h"
 #include "journal.h"
-#include "specialfiles.h"
 #include "processstate.h"
+#include "specialfiles.h"
 #include "testrunner.h"
 
 #include <QTemporaryDir>

@@ -10,9 +10,8 @@
 #include <memory>
 
 /**
- * The handler between all peers of a removal: PackageKit, the package manager on
- * the system bus and the home screen on the session bus. The handler's signals
- * are in the journal.
+ * The handler between all peers of a removal: PackageKit, the package manager on the system bus and the home screen on
+ * the session bus. The handler's signals are in the journal.
  */
 class HandlerRemovalFixture : public RemovalFixture
 {

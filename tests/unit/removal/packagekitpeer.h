@@ -15,9 +15,8 @@
 #include <QEvent>
 
 /**
- * A scripted PackageKit daemon on the system bus. It notes the calls that it
- * receives in the journal. Its transactions are counted from 0 and emit only the
- * signals that the test asks for.
+ * A scripted PackageKit daemon on the system bus. It notes the calls that it receives in the journal. Its transactions
+ * are counted from 0 and emit only the signals that the test asks for.
  */
 class PackageKitPeer
 {

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "journal.h"
-#include "texts.h"
 #include "packagekitpeer.h"
+#include "texts.h"
 #include "waitfor.h"
 
 #include <QCoreApplication>
@@ -61,8 +61,8 @@ protected Q_SLOTS:
 
 protected:
     /**
-     * Waits for these entries of the journal and forgets them. Prints the entries
-     * when others come. The order of the entries of `anywhere` among them is open.
+     * Waits for these entries of the journal and forgets them. Prints the entries when others come. The order of the
+     * entries of `anywhere` among them is open.
      */
     bool happens(const Entries &expected, const Entries &anywhere = {})
     {

@@ -12,8 +12,8 @@
 #include <optional>
 
 /**
- * Without a system bus there is no PackageKit. Removals and searches end all the
- * same, though not inside the call that starts them. Known behaviour 9, 42.
+ * Without a system bus there is no PackageKit. Removals and searches end all the same, though not inside the call that
+ * starts them. Known behaviour 9, 42.
  */
 class RemovalWithoutBusTest : public QObject
 {

@@ -6,8 +6,8 @@
 #include "installationhandler.h"
 
 /**
- * The private members of the handler. The idle exit takes half a minute, so the
- * tests look at the count and the timer that it depends on.
+ * The private members of the handler. The idle exit takes half a minute, so the tests look at the count and the timer
+ * that it depends on.
  */
 namespace HandlerInternals {
 

@@ -1,15 +1,14 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// The service mode with an observer inside. Once the event loop runs, the
-// observer prints what has been set up, a line for each thing, and ends the loop
-// with the status 42. It reports other events by calls on the system bus, where
-// their order among the handler's own messages shows. With the argument
-// "occupied" the object path is taken before the start-up.
+// The service mode with an observer inside. Once the event loop runs, the observer prints what has been set up, a line
+// for each thing, and ends the loop with the status 42. It reports other events by calls on the system bus, where their
+// order among the handler's own messages shows. With the argument "occupied" the object path is taken before the
+// start-up.
 
 #include "installationhandler.h"
-#include "texts.h"
 #include "startup.h"
+#include "texts.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

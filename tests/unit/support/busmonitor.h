@@ -13,8 +13,8 @@
 #include <QProcess>
 
 /**
- * Reads all messages of a bus, in another process. Among them are messages that
- * reach no peer, such as calls of absent services and subscriptions to signals.
+ * Reads all messages of a bus, in another process. Among them are messages that reach no peer, such as calls of absent
+ * services and subscriptions to signals.
  */
 class BusMonitor
 {
@@ -36,8 +36,8 @@ public:
     }
 
     /**
-     * All messages so far in the order of the bus, as dbus-monitor prints them: a line
-     * for the message and an indented line for each argument.
+     * All messages so far in the order of the bus, as dbus-monitor prints them: a line for the message and an indented
+     * line for each argument.
      */
     QByteArray traffic()
     {

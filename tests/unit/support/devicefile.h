@@ -10,9 +10,8 @@
 #include <QString>
 
 /**
- * A file at one of the device's absolute paths, with the folders that it needs,
- * for as long as the object lives. An earlier file at the path is restored
- * afterwards.
+ * A file at one of the device's absolute paths, with the folders that it needs, for as long as the object lives. An
+ * earlier file at the path is restored afterwards.
  */
 class DeviceFile
 {

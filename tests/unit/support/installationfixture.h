@@ -4,11 +4,11 @@
 #pragma once
 
 #include "journal.h"
-#include "texts.h"
 #include "recordingpeer.h"
 #include "rpmenvironment.h"
-#include "waitfor.h"
 #include "testdialog.h"
+#include "texts.h"
+#include "waitfor.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -22,10 +22,9 @@
 #include <vector>
 
 /**
- * The surroundings of an installation: one peer that is the package manager, the
- * developer mode and MCE, and answers all calls with success; a dialog that the
- * test answers; and a journal of all that happens. Tests derive from it and call
- * setUp() and tearDown() in their init() and cleanup().
+ * The surroundings of an installation: one peer that is the package manager, the developer mode and MCE, and answers
+ * all calls with success; a dialog that the test answers; and a journal of all that happens. Tests derive from it and
+ * call setUp() and tearDown() in their init() and cleanup().
  */
 class InstallationFixture : public QObject
 {

@@ -42,9 +42,8 @@ private:
 };
 
 /**
- * Notes every line of the process's log in a journal for as long as it lives,
- * for example "warning: text". Lines of a category other than "default" name it:
- * "debug(category): text". The test's own output shows them too. No two objects
+ * Notes every line of the process's log in a journal for as long as it lives, for example "warning: text". Lines of a
+ * category other than "default" name it: "debug(category): text". The test's own output shows them too. No two objects
  * may live at the same time.
  */
 class MessageLog

@@ -5,8 +5,8 @@
 #include <gio/gio.h>
 
 #include "journal.h"
-#include "texts.h"
 #include "recordingpeer.h"
+#include "texts.h"
 
 #include <QHash>
 #include <QSet>

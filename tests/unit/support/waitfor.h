@@ -25,9 +25,8 @@ bool waitFor(Condition condition, const char *what)
 }
 
 /**
- * Calls a peer and waits for its answer. All messages that the process has sent
- * to the peer before have arrived then, and all that the peer has sent before
- * have been delivered to the process's objects. False when the peer does not
+ * Calls a peer and waits for its answer. All messages that the process has sent to the peer before have arrived then,
+ * and all that the peer has sent before have been delivered to the process's objects. False when the peer does not
  * answer.
  */
 inline bool roundTrip(const QDBusConnection &bus, const QString &service)
