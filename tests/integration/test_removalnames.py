@@ -73,9 +73,12 @@ def test_any_name_gets_to_the_package_manager(manager, local_service, client, si
 
 def test_any_name_gets_to_packagekit(both, standins, local_service, client, signals):
     """All names arrive unchanged, in any order. Known behaviour 18."""
-    client.remove(NAMES)
+    # Few at a time: each removal waits for several replies at once, and the bus limits their number.
+    for begin in range(0, len(NAMES), 20):
+        end = min(begin + 20, len(NAMES))
+        client.remove(NAMES[begin:end])
+        signals.wait('removalFinished', end)
 
-    signals.wait('removalFinished', len(NAMES))
     local_service.barrier()
     assert signals.arguments('removalFinished') == [(True, '')] * len(NAMES)
     assert [call.arguments for call in standins.package_manager.calls('GetPackage')] == [(name,) for name in NAMES]
@@ -109,8 +112,11 @@ def ends(service):
 
 def wait_ends(processes, service, names):
     """Waits until each removal has succeeded at last, and returns all ends."""
-    processes.wait_until(lambda: all(None in ends(service).get(name, [])
-                         for name in names), 'the end of every removal', 60)
+    def all_ended():
+        ended = ends(service)
+        return all(None in ended.get(name, []) for name in names)
+
+    processes.wait_until(all_ended, 'the end of every removal', 60)
     service.barrier()
     return ends(service)
 
@@ -143,16 +149,16 @@ def test_removals_that_the_bus_refuses(both, processes, standins, service, clien
     manager.configure('installs', 'nothing')
     manager.answer('GetPackage', KNOWN, times=PENDING)
     manager.hang('Remove', PENDING)
-    taken, refused = THOUSAND[:PENDING], THOUSAND[PENDING:]
+    taken, refused = THOUSAND[:PENDING], THOUSAND[PENDING:PENDING + 100]
 
-    client.remove(THOUSAND)
+    client.remove(taken + refused)
 
     ended = wait_ends(processes, service, refused)
     assert ended == dict.fromkeys(refused, [TOO_MANY, None])
     assert [call.arguments for call in manager.calls('Remove')] == [(name, {}) for name in taken]
     assert not standins.package_kit.calls()
     manager.release('Remove')
-    ended = wait_ends(processes, service, THOUSAND)
+    ended = wait_ends(processes, service, taken + refused)
     assert ended == {**dict.fromkeys(taken, [None]), **dict.fromkeys(refused, [TOO_MANY, None])}
     check_overrun(service, client, signals, ended)
 

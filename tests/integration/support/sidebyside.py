@@ -18,10 +18,11 @@ import traceback
 import pytest
 from _pytest.runner import runtestprotocol
 
-# All that tests change on the device; each one gets a copy.
+# All that tests change on the device; each one gets a copy. mount writes nothing below /run (-n), which another test may
+# be copying.
 FOLDERS = ('/etc', '/run', '/usr/share/applications', '/usr/share/translations',
            '/usr/share/velmora-installationhandler', '/var/lib/rpm')
-COPY = 'mount -t tmpfs -o mode=755 tmpfs /mnt && cp -a "$1/." /mnt && mount --move /mnt "$1"'
+COPY = 'mount -n -t tmpfs -o mode=755 tmpfs /mnt && cp -a "$1/." /mnt && mount -n --move /mnt "$1"'
 CLONE_NEWNS = 0x00020000
 
 
@@ -91,6 +92,8 @@ def run(item):
     if ctypes.CDLL(None, use_errno=True).unshare(CLONE_NEWNS):
         raise OSError(ctypes.get_errno(), 'unshare')
     for folder in FOLDERS:
-        subprocess.run(['sh', '-ec', COPY, 'sh', folder], check=True)
+        copy = subprocess.run(['sh', '-ec', COPY, 'sh', folder], capture_output=True, text=True)
+        if copy.returncode:
+            raise OSError(f'{folder} could not be copied: {copy.stderr}')
     return [item.config.hook.pytest_report_to_serializable(config=item.config, report=report)
             for report in runtestprotocol(item, log=False, nextitem=None)]
