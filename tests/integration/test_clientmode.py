@@ -88,14 +88,12 @@ def test_service_that_leaves_without_an_answer_fails(session_bus, run_client):
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
 
 
-def test_own_service_takes_no_single_string(service, session_bus, session_monitor, run_client):
+def test_own_service_takes_no_single_string(service, session_messages, run_client):
     """Known behaviour 1."""
     assert run_client('install', '/tmp/a.rpm') == (1, [FAILURE])
 
-    owner = session_bus.name_of_process(service.process.pid)
-    (error,) = session_monitor.messages(owner, 'error')
+    (error,) = session_messages('error')
     assert error.error_name == 'org.freedesktop.DBus.Error.UnknownMethod'
-    service.barrier()
     assert service.log() == []
 
 

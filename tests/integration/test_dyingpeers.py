@@ -7,7 +7,6 @@ from typing import Callable
 
 import pytest
 
-REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 ASKED = ('"Unable install package without confirm: The installation is not running in sdk mode. '
          'Silent software instalation is not allowed"')
 UNKNOWN = 'Could not fetch developer mode state:  '
@@ -100,7 +99,7 @@ def test_fault(peer, standins, program, client, signals, dialog, device, install
     row = installation_table.begin(peer.method, fault)
     dialog.use('Confirming')
     if peer.method == 'Notify':
-        device.set_policy(REFUSING_POLICY)
+        device.forbid_installing()
     start_standins(standins, peer, what)
 
     # The display's state is asked for at the start, everything else for a request.

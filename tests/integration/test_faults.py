@@ -7,8 +7,8 @@ import os
 import pytest
 from harness.client import INTERFACE, PATH
 from standin.remoteerror import RemoteError
+from support.faults import CALL_FAULTS, CRASH, NO_REPLY
 from support.faulttable import written
-from support.removalfaults import CALL_FAULTS, CRASH, NO_REPLY
 from support.removalrequests import (ALL, ANDROID_LAUNCHER, DELETED, MANAGED_LAUNCHER, MANAGED_PACKAGE, NATIVE_LAUNCHER,
                                      NATIVE_PACKAGE, OWN_LAUNCHER, REMOVED, SDK_MODE, SEARCHED_IN_VAIN, End)
 

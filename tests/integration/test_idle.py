@@ -8,6 +8,7 @@ from pathlib import Path
 import pytest
 from gi.repository import GLib
 from harness.client import NAME
+from support.devicestate import REFUSING_POLICY
 from support.removalrequests import KNOWN
 from support.transactionsignals import error_code, finished, package_found
 
@@ -22,7 +23,6 @@ SHORT = 6
 
 FOLDER = Path('/usr/share/applications')
 TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
-REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 ASKED = ('warning default: "Unable install package without confirm: The installation is not running in sdk mode. '
          'Silent software instalation is not allowed"')
 NO_DEVELOPER_MODE = ('warning default: Could not fetch developer mode state:  '
@@ -138,8 +138,8 @@ def test_after_removals_of_every_outcome(pass_time, standins, manager, service, 
         [(False, 'No.'), (False, 'No.'), (False, 'in use')] + [(True, '')] * 3
 
 
-def test_after_removals_by_launcher(pass_time, standins, manager, service, client, remove_launcher_and_wait, signals,
-                                    applications, idle):
+def test_after_removals_by_launcher(pass_time, standins, manager, service, client, remove_launcher_and_wait, applications,
+                                    idle):
     """No way to remove leaves the count raised."""
     android, packagekit, _ = standins.start('android-support', 'package-kit', 'runtime-manager')
     own = applications / 'own.desktop'
@@ -150,8 +150,7 @@ def test_after_removals_by_launcher(pass_time, standins, manager, service, clien
     pass_time(SHORT)
 
     client.remove_launcher(own)
-    client.remove_launcher(FOLDER / 'known.desktop')
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_launcher_and_wait(FOLDER / 'known.desktop') == (True, '')
     packagekit.script('SearchFiles', [package_found('native;1-1;noarch;installed'), finished()], times=1)
     assert remove_launcher_and_wait(FOLDER / 'native.desktop') == (True, '')
     with idle:
@@ -199,7 +198,7 @@ def test_after_every_fault_of_the_peers(platform, service, client, signals, dial
         peer.answer(method, GLib.Variant('(a{sv})', ({},)), times=1)
     request(success=True)
 
-    device.set_policy(REFUSING_POLICY)
+    device.forbid_installing()
     platform.notifications.refuse('Notify', 'a.b.Refused')
     request(success=False)
     platform.notifications.exit_on('Notify', 'before')
@@ -264,15 +263,14 @@ def test_below_forgotten_dialog(manager, service, client, signals, dialog, idle,
     assert log_without_dialog(service) == [NO_DEVELOPER_MODE] * 2
 
 
-def test_not_after_search_that_finds_nobody(pass_time, standins, service, client, signals, announced):
+def test_not_after_search_that_finds_nobody(pass_time, standins, service, client, remove_and_wait, announced):
     """Other removals that end do not change that. Known behaviour 22."""
     packagekit = standins.start('package-kit')
     launcher = FOLDER / 'nobodys.desktop'
     launcher.touch()
     client.remove_launcher(launcher)
     packagekit.wait_call('SearchFiles')
-    client.remove(['absent'])
-    assert signals.wait('removalFinished') == (True, '')
+    assert remove_and_wait(['absent']) == (True, '')
 
     pass_time(LONG)
 

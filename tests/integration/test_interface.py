@@ -53,28 +53,24 @@ def test_descriptions_of_the_interface(service, client):
 
 
 @pytest.mark.parametrize('signature, arguments', [('as', ([],)), ('asb', ([], True)), ('asbb', ([], True, True))])
-def test_method_takes(service, client, signals, session_bus, session_monitor, signature, arguments):
+def test_method_takes(service, client, signals, session_monitor, session_messages, signature, arguments):
     assert client.call('installFiles', f'({signature})', *arguments) == ()
 
     assert signals.wait('installFinished') == (True, '')
-    service.barrier()
-    name = session_bus.name_of_process(service.process.pid)
     (call,) = [message for message in session_monitor.messages(kind='method-call') if message.member == 'installFiles']
     assert call.signature == signature
-    (reply,) = [message for message in session_monitor.messages(name) if message.reply_serial == call.serial]
+    (reply,) = [message for message in session_messages() if message.reply_serial == call.serial]
     assert (reply.kind, reply.signature) == ('method-return', '')
 
 
-def test_reply_may_be_left_out(service, client, signals, session_bus, session_monitor):
+def test_reply_may_be_left_out(service, client, signals, session_messages):
     message = Gio.DBusMessage.new_method_call(NAME, PATH, INTERFACE, 'installFiles')
     message.set_body(GLib.Variant('(as)', ([],)))
     message.set_flags(Gio.DBusMessageFlags.NO_REPLY_EXPECTED)
     client.connection.send_message(message, Gio.DBusSendMessageFlags.NONE)
 
     assert signals.wait('installFinished') == (True, '')
-    service.barrier()
-    sent = session_monitor.messages(session_bus.name_of_process(service.process.pid))
-    assert message.get_serial() not in [reply.reply_serial for reply in sent]
+    assert message.get_serial() not in [reply.reply_serial for reply in session_messages()]
 
 
 @pytest.mark.parametrize('signature, flags, sdk_mode', [
@@ -93,15 +89,14 @@ def test_first_flag_means_sdk_mode(standins, service, client, signals, dialog, s
     assert ('needConfirm' in signals.names()) == (not sdk_mode)
 
 
-def test_signals_are_for_everybody(standins, service, install_and_wait, dialog, session_bus, session_monitor):
+def test_signals_are_for_everybody(standins, service, install_and_wait, dialog, session_messages):
     """They do not say which request they end: Known behaviour 5."""
     standins.start('package-manager', installs='nothing')
     dialog.use('Confirming')
 
     install_and_wait(['/absent.rpm'])
-    owner = session_bus.name_of_process(service.process.pid)
     assert [(signal.destination, signal.path, signal.interface, signal.member, signal.signature, signal.arguments)
-            for signal in session_monitor.messages(owner, 'signal')] == [
+            for signal in session_messages('signal')] == [
         (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'needConfirm', '', ()),
         (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler', 'installFinished', 'bs',
          (True, ''))]

@@ -96,16 +96,14 @@ def test_package_manager_is_asked_again(manager, packagekit, launcher, service, 
     assert arguments(packagekit, 'Resolve') == [(4, ['foo.bar'])]
 
 
-def test_package_manager_removes_for_real(standins, launcher, service, client, signals, install_and_wait, dialog,
-                                          device, package):
+def test_package_manager_removes_for_real(standins, launcher, service, install_and_wait, remove_launcher_and_wait,
+                                          dialog, device, package):
     standins.start('package-manager')
     dialog.use('Confirming')
     assert install_and_wait([package('foo.bar')]) == REMOVED
     assert device.packages() == ['foo.bar']
 
-    client.remove_launcher(launcher)
-
-    assert signals.wait('removalFinished') == REMOVED
+    assert remove_launcher_and_wait(launcher) == REMOVED
     assert device.packages() == []
     assert not launcher.exists()
 

@@ -57,23 +57,19 @@ def test_all_files_of_a_request_are_installed_in_order(silent, lean, announced, 
     assert lean.log() == ['warning default: ' + NO_SDK] * count
 
 
-def test_every_failure_of_many_files_is_told(silent, lean, client, signals):
+def test_every_failure_of_many_files_is_told(silent, lean, install_and_wait):
     silent.refuse('Install', 'a.b.NoSpace')
 
-    client.install(['/absent.rpm'] * 1000)
-
     description = 'zarn_installation_error_desc_NoSpace (code: NoSpace)'
-    assert signals.wait('installFinished') == (False, '\n'.join([description] * 1000))
+    assert install_and_wait(['/absent.rpm'] * 1000) == (False, '\n'.join([description] * 1000))
 
 
-def test_other_requests_are_answered_while_many_files_are_installed(silent, lean, client, signals):
+def test_other_requests_are_answered_while_many_files_are_installed(silent, lean, client, signals, install_and_wait):
     silent.hang('Install', 1)
     client.install(['/absent.rpm'] * 1000)
     silent.wait_call('Install')
 
-    client.install([])
-
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([]) == (True, '')
     assert len(silent.calls('Install')) == 1
     silent.release('Install')
     assert signals.wait('installFinished', 2) == (True, '')
@@ -109,7 +105,7 @@ def test_many_requests_behind_a_dialog(standins, lean, client, signals, dialog, 
     dialog.use('Controlled')
     client.install(['/absent.rpm'])
     dialog.wait_shown()
-    device.set_policy('[Applications]\nInstallationEnabled=false\n')
+    device.forbid_installing()
     for _ in range(1000):
         client.call('installFiles', '(as)', ['/absent.rpm'])
     assert signals.names() == ['needConfirm']

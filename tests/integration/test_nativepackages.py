@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""RPM packages that the real PackageKit removes, by name and by launcher."""
+"""RPM packages that the real PackageKit removes, by name and by launcher, or does not while it is absent or killed."""
 
 from pathlib import Path
 
@@ -17,6 +17,9 @@ ANDROID_ENTRY = f'{ENTRY}X-zindro-apkfile={APK}\n'
 
 REMOVED = (True, '')
 LOCKED = 'Unable to remove locked: Locked package.'
+ABSENT = 'The name org.freedesktop.PackageKit was not provided by any .service files'
+CRASHED = 'The PackageKit daemon has crashed'
+OUT_OF_SYNC = 'Transaction count out of sync!'
 NEEDED = 'needing-1.0-1.noarch requires needed, but this requirement cannot be provided'
 
 
@@ -65,17 +68,22 @@ def finished(name):
 NATIVE = {'files': {FIRST: ENTRY, SECOND: ENTRY}}
 
 
-@pytest.mark.parametrize('keep_userdata', [False, True])
-def test_by_name(installed, service, signals, remove_and_wait, device, told_launcher_model, asked_packagekit,
-                 keep_userdata):
-    """PackageKit ignores whether user data is to be kept. Known behaviour 16."""
+@pytest.mark.parametrize('ask, searches', [
+    (lambda client: client.remove(['native']), []),
+    (lambda client: client.remove(['native'], keep_userdata=True), []),
+    *((lambda client, path=path: client.remove_launcher(path), [search(path)]) for path in (FIRST, SECOND)),
+], ids=['by name', 'keeping user data', 'by launcher', 'by another launcher'])
+def test_removal(installed, service, client, signals, device, told_launcher_model, asked_packagekit, ask, searches):
+    """Any launcher of the package will do. PackageKit ignores whether user data is to be kept. Known behaviour 16."""
     installed('native', **NATIVE)
 
-    assert remove_and_wait(['native'], keep_userdata) == REMOVED
+    ask(client)
+
+    assert signals.wait('removalFinished') == REMOVED
     assert device.packages() == ['keeper']
     assert not Path(FIRST).exists() and not Path(SECOND).exists()
     assert told_launcher_model() == [started('native', FIRST), started('native', SECOND), finished('native')]
-    assert asked_packagekit() == [resolve('native'), remove('native')]
+    assert asked_packagekit() == [*searches, resolve('native'), remove('native')]
     assert signals.names() == ['removalFinished']
     log = service.log()
     assert log.pop(3).startswith(
@@ -87,21 +95,6 @@ def test_by_name(installed, service, signals, remove_and_wait, device, told_laun
         '"The application native"',
         'debug default: Uninstalled "native"',
         'debug default: deleting UninstallTransactionPkgKit']
-
-
-@pytest.mark.parametrize('launcher', [FIRST, SECOND])
-def test_by_launcher(installed, service, signals, remove_launcher_and_wait, device, told_launcher_model,
-                     asked_packagekit, launcher):
-    """Any launcher of the package will do."""
-    installed('native', **NATIVE)
-
-    assert remove_launcher_and_wait(launcher) == REMOVED
-    assert device.packages() == ['keeper']
-    assert not Path(FIRST).exists() and not Path(SECOND).exists()
-    assert told_launcher_model() == [started('native', FIRST), started('native', SECOND), finished('native')]
-    assert asked_packagekit() == [search(launcher), resolve('native'), remove('native')]
-    assert signals.names() == ['removalFinished']
-    assert service.warnings() == []
 
 
 def test_launcher_is_told_of_before_the_removal_starts(installed, service, client, signals, scriptlet,
@@ -230,3 +223,97 @@ def test_android_application_in_a_native_package(installed, service, remove_laun
     assert told_launcher_model() == [started(ANDROID_PACKAGE, ANDROID_LAUNCHER), finished(ANDROID_PACKAGE)]
     assert service.warnings() == []
     launcher.unlink(missing_ok=True)
+
+
+@pytest.fixture
+def held_up(installed, scriptlet):
+    """The package that is removed first, when the scriptlet has been released, and the package of the next request."""
+    installed('native', scripts={'preun': scriptlet.commands})
+    installed('next')
+
+
+@pytest.fixture
+def check_next_request(service, client, signals, device):
+    """The fault has left no trace."""
+    def check():
+        signals.all.clear()
+        client.remove(['next'])
+        assert signals.wait('removalFinished') == REMOVED
+        service.barrier()
+        assert 'next' not in device.packages()
+        assert signals.names() == ['removalFinished']
+    return check
+
+
+@pytest.fixture(params=['absent', 'killed'])
+def ask_in_vain(request, held_up, packagekit, service, scriptlet, asked_packagekit):
+    """Makes a request at a PackageKit that is absent or is killed meanwhile; the code and the text of the error."""
+    def ask(make_request, method):
+        if request.param == 'absent':
+            packagekit.make_absent()
+            make_request()
+            return 'ErrorInternalError', ABSENT
+        packagekit.run_in_next_request(scriptlet.commands)
+        make_request()
+        scriptlet.wait_running()
+        assert [member for member, *_ in asked_packagekit()] == [method]
+        packagekit.kill()
+        return 'ErrorProcessKill', CRASHED
+    return ask
+
+
+def test_while_resolving(ask_in_vain, packagekit, service, client, signals, device, check_next_request):
+    """The failure is reported, and then the end as a success. Each lowers the count. Known behaviour 25."""
+    code, text = ask_in_vain(lambda: client.remove(['native']), 'Resolve')
+
+    signals.wait('removalFinished', 2)
+    service.barrier()
+    assert signals.arguments('removalFinished') == [(False, text), REMOVED]
+    assert service.debugs() == [
+        'Uninstall "native" via RPM',
+        'UninstallTransactionPkgKit::start: ("native")',
+        f'Resolve Error: ("native") PackageKit::Transaction::{code} "{text}"',
+        f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{text}"',
+        f'Failed to uninstall "native" "{text}"',
+        'Uninstalled "native"',
+        'deleting UninstallTransactionPkgKit']
+    assert service.warnings() == [OUT_OF_SYNC]
+    assert 'native' in device.packages()
+    packagekit.repair()
+    check_next_request()
+
+
+def test_killed_while_removing(held_up, packagekit, service, client, signals, announced, device, scriptlet,
+                               check_next_request):
+    """The failure is reported once: the end that follows is not a success. The run of rpm goes on alone."""
+    client.remove(['native'])
+    scriptlet.wait_running()
+    packagekit.kill()
+
+    assert signals.wait('removalFinished') == (False, CRASHED)
+    assert announced() == ['removalFinished']
+    assert service.debugs()[3:] == [
+        f'Uninstall Error: ("native") PackageKit::Transaction::ErrorProcessKill "{CRASHED}"',
+        f'void Package::UninstallTransactionPkgKit::giveUp(const QString&) "{CRASHED}"',
+        f'Failed to uninstall "native" "{CRASHED}"',
+        'slotUninstallFinished: ("native") PackageKit::Transaction::ExitKilled 0',
+        'deleting UninstallTransactionPkgKit']
+    assert service.warnings() == []
+    assert 'native' in device.packages()
+    scriptlet.finish()
+    assert 'native' not in device.packages()
+    check_next_request()
+
+
+def test_while_searching(ask_in_vain, packagekit, service, client, signals, device, check_next_request):
+    code, text = ask_in_vain(lambda: client.remove_launcher(SECOND), 'SearchFiles')
+
+    service.wait_for_log('Error on resolving desktop file owner')
+    service.barrier()
+    assert service.log() == [
+        f'warning default: Error on resolving desktop file owner PackageKit::Transaction::{code} "{text}"']
+    assert signals.names() == []
+    assert 'native' in device.packages()
+    assert Path(SECOND).is_file()
+    packagekit.repair()
+    check_next_request()

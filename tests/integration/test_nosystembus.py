@@ -50,7 +50,7 @@ def test_emulator_installs_nothing_either(lonely_service, signals, install_and_w
 
 
 def test_policy_still_holds(lonely_service, install_and_wait, device, session_monitor):
-    device.set_policy('[Applications]\nInstallationEnabled=false\n')
+    device.forbid_installing()
 
     assert install_and_wait(['/absent.rpm'])[0] is False
     assert 'Notify' in [message.member for message in session_monitor.messages(kind='method-call')]
@@ -182,7 +182,8 @@ def test_bus_is_lost_between_packagekits_answers(peers, processes, system_bus, s
     check_next_request(service, client, signals)
 
 
-def test_bus_is_lost_while_packagekit_searches(peers, processes, system_bus, service, client, signals):
+def test_bus_is_lost_while_packagekit_searches(
+        peers, processes, system_bus, service, client, signals, install_and_wait):
     """The library does not notice, so the removal has no end."""
     peers.package_kit.script('Resolve', [package_found(A)])
     client.remove(['a'])
@@ -190,8 +191,7 @@ def test_bus_is_lost_while_packagekit_searches(peers, processes, system_bus, ser
 
     processes.kill(system_bus.process)
 
-    client.install([])
-    assert signals.wait('installFinished') == (True, '')
+    assert install_and_wait([]) == (True, '')
     assert signals.names() == ['installFinished']
     check_next_request(service, client, signals)
 

@@ -13,7 +13,6 @@ ONE_FAILS, TWO_FAILS = 'org.example.Error.NoSpace', 'org.example.Error.Conflict'
 NO_SPACE = 'zarn_installation_error_desc_NoSpace (code: NoSpace)'
 CONFLICT = 'zarn_installation_error_desc_Conflict (code: Conflict)'
 
-
 # The fate of each file, in turn; the outcome; the files that the package manager gets.
 DECLINED, INSTALLED = 'declined', 'installed'
 CASES = [
@@ -83,12 +82,24 @@ def test_files_are_really_installed(platform, service, install_and_wait, dialog,
     assert sorted(device.packages()) == ['fine', 'good']
 
 
-def test_one_file_goes_this_way(platform, service, install_and_wait, dialog, package, system_calls):
+def test_one_file_goes_this_way(platform, service, client, signals, dialog, device, package, system_calls):
     """Known behaviour 49, 62."""
-    dialog.use('Confirming')
-    file = package('traced', version='3.4', summary='Leaves traces')
+    dialog.use('Controlled')
+    file = package('traced', version='3.4', summary='Leaves <b>traces</b>')
 
-    assert install_and_wait([file]) == (True, '')
+    client.install([file])
+
+    assert signals.wait('needConfirm') == ()
+    assert dialog.wait_shown() == {'name': 'traced', 'version': '3.4', 'summary': 'Leaves <b>traces</b>',
+                                   'fileName': str(file)}
+    assert service.warnings() == [NOT_SDK_NOT_SILENT]
+    service.barrier()
+    assert not platform.package_manager.calls()
+    assert [call.arguments for call in platform.mce.calls('notification_begin_req')] == [('traced', 30000, 30000)]
+
+    dialog.answer('requestInstall')
+
+    assert signals.wait('installFinished') == (True, '')
     calls = system_calls()
     assert [(call.destination, call.path, call.interface, call.member, call.signature, call.arguments)
             for call in calls if call.member != 'get_display_status'] == [
@@ -99,31 +110,10 @@ def test_one_file_goes_this_way(platform, service, install_and_wait, dialog, pac
         ('com.nokia.mce', '/com/nokia/mce/request', 'com.nokia.mce.request', 'notification_end_req', 'si',
          ('traced', 3000000))]
     assert [line for line in service.log() if ' qml: ' not in line] == [
-        'debug default: RPM Package info: "traced" "3.4" "Leaves traces"',
+        'debug default: RPM Package info: "traced" "3.4" "Leaves <b>traces</b>"',
         f'warning default: {NOT_SDK_NOT_SILENT}']
-
-
-def test_accepted_package_is_installed(platform, service, client, signals, dialog, device, package):
-    dialog.use('Controlled')
-    file = package('wanted', version='1.2', summary='Does <b>things</b>')
-
-    client.install([file])
-
-    assert signals.wait('needConfirm') == ()
-    assert dialog.wait_shown() == {'name': 'wanted', 'version': '1.2', 'summary': 'Does <b>things</b>',
-                                   'fileName': str(file)}
-    assert service.warnings() == [NOT_SDK_NOT_SILENT]
-    service.barrier()
-    assert not platform.package_manager.calls()
-    assert [call.arguments for call in platform.mce.calls('notification_begin_req')] == [('wanted', 30000, 30000)]
-
-    dialog.answer('requestInstall')
-
-    assert signals.wait('installFinished') == (True, '')
-    service.barrier()
-    assert [call.arguments for call in platform.mce.calls('notification_end_req')] == [('wanted', 3000000)]
     assert signals.names() == ['needConfirm', 'installFinished']
-    assert device.packages() == ['wanted']
+    assert device.packages() == ['traced']
 
 
 def test_mce_is_looked_at_before_each_request(platform, service, install_and_wait, dialog, system_bus, system_monitor,

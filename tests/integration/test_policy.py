@@ -5,16 +5,16 @@
 import platform as machine
 
 import pytest
-from support.preremoval import besides_removals
+from support.devicestate import REFUSING_POLICY
+from support.records import besides_removals
 
-REFUSING = '[Applications]\nInstallationEnabled=false\n'
-ALLOWING = '[Applications]\nInstallationEnabled=true\n'
+ALLOWING_POLICY = '[Applications]\nInstallationEnabled=true\n'
 TEXT = f'Installing applications is disabled by the {machine.freedesktop_os_release()["NAME"]} device policy'
 
 
 def test_user_and_caller_are_told(standins, service, signals, install_and_wait, device, package, system_calls):
     standins.start('notifications')
-    device.set_policy(REFUSING)
+    device.forbid_installing()
 
     assert install_and_wait([package('forbidden')]) == (False, TEXT)
     notification = standins.notifications.wait_call('Notify')
@@ -33,7 +33,7 @@ def test_user_and_caller_are_told(standins, service, signals, install_and_wait, 
 def test_nothing_else_matters(standins, service, client, signals, device, files, sdk_mode, emulator):
     standins.start('developer-mode', silent_installation=True)
     standins.start('package-kit')
-    device.set_policy(REFUSING)
+    device.forbid_installing()
     if emulator:
         device.mark_as_emulator()
 
@@ -47,7 +47,7 @@ def test_nothing_else_matters(standins, service, client, signals, device, files,
 
 
 def test_policy_is_read_for_each_request(service, client, signals, device):
-    for policy in (REFUSING, ALLOWING, REFUSING, None):
+    for policy in (REFUSING_POLICY, ALLOWING_POLICY, REFUSING_POLICY, None):
         device.set_policy(policy)
         client.install([])
 
@@ -69,7 +69,7 @@ def test_policy_that_makes_no_sense_forbids(service, install_and_wait, device):
 ])
 def test_text_is_in_the_users_language(standins, program, client, signals, device, language, text):
     standins.start('notifications')
-    device.set_policy(REFUSING)
+    device.forbid_installing()
     program.start(environment={'LANG': language})
 
     client.install([])

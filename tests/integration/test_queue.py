@@ -1,8 +1,9 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Requests that come while others are at work, and two that both receive each answer of the user."""
+"""Requests that come while others are at work, that end inside their own start, or that share the user's answers."""
 
 import pytest
+from support.devicestate import REFUSING_POLICY
 
 INSTALLED = (True, '')
 CANCELLED = (False, 'The user cancelled the installation')
@@ -145,7 +146,7 @@ def test_policy_is_asked_when_a_request_starts(service, client, outcomes, signal
     client.install(['/first.rpm', '/second.rpm'])
     client.install(['/third.rpm'])
     dialog.wait_shown(1)
-    device.set_policy('[Applications]\nInstallationEnabled=false\n')
+    device.forbid_installing()
 
     dialog.answer('requestInstall', number=1)
     dialog.wait_shown(2)
@@ -226,3 +227,57 @@ def test_next_file_of_the_first_puts_a_dialog_over_that_of_the_second(two_reques
     standins.package_manager.wait_call('Install', 3)
     service.barrier()
     assert handed_over(standins) == ['/first.rpm', '/next.rpm', '/second.rpm']
+
+
+@pytest.fixture
+def sent(service, session_monitor, session_messages):
+    """The service's signals and replies to installFiles, in the order of the bus."""
+    def in_order():
+        calls = [message.serial for message in session_monitor.messages(kind='method-call')
+                 if message.member == 'installFiles']
+        return [message.member or 'reply'
+                for message in session_messages() if message.kind == 'signal' or message.reply_serial in calls]
+    return in_order
+
+
+def test_outcome_of_an_installation_comes_after_the_reply(install_and_wait, device, sent):
+    device.mark_as_emulator()
+
+    install_and_wait(['/absent.rpm'])
+    assert sent() == ['reply', 'installFinished']
+
+
+def test_dialog_comes_before_the_reply_which_does_not_wait_for_its_answer(client, dialog, sent):
+    client.install(['/absent.rpm'])
+
+    dialog.wait_shown()
+    assert sent() == ['needConfirm', 'reply']
+
+
+@pytest.mark.parametrize('allowed', [True, False], ids=['empty', 'refused'])
+def test_many_in_a_row_end_one_by_one(service, client, signals, device, sent, allowed):
+    """Requests that end inside their own start: each outcome comes before the reply. Known behaviour 2."""
+    device.set_policy('' if allowed else REFUSING_POLICY)
+
+    calls = [client.start('installFiles', '(asbb)', [], False, False) for _ in range(20)]
+
+    for call in calls:
+        assert call.wait() == ()
+    service.barrier()
+    assert [success for success, _ in signals.arguments('installFinished')] == [allowed] * 20
+    assert sent() == ['installFinished', 'reply'] * 20
+    assert service.warnings() == []
+
+
+def test_nothing_remains_of_them(service, client, signals, announced, device, dialog):
+    """The next request is asked about as the first one would have been."""
+    dialog.use('Dismissing')
+    client.install([])
+    device.forbid_installing()
+    client.install(['/absent.rpm'])
+    device.set_policy(None)
+
+    client.install(['/absent.rpm'])
+
+    assert signals.wait('installFinished', 3) == (False, 'The user cancelled the installation')
+    assert announced() == ['installFinished', 'installFinished', 'needConfirm', 'installFinished']

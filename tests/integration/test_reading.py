@@ -51,9 +51,8 @@ def test_unreadable_file_is_shown_with_what_was_read_before(service, signals, de
     assert first.startswith('could not read rpm: 1 "')
     assert good_one == 'RPM Package info: "good" "1.0" "The one before"'
     assert second.startswith('could not read rpm: 1 "')
-    assert signals.arguments('installFinished') == [(False, '\n'.join(
-        f'zarn_installation_error_desc_{code} (code: {code})'
-        for code in ('NotAPackage', 'NotAPackage', 'FileNotFound')))]
+    assert signals.arguments('installFinished') == [
+        (False, '\n'.join(FAILED.format(code) for code in ('NotAPackage', 'NotAPackage', 'FileNotFound')))]
     assert device.packages() == ['good']
 
 
@@ -89,8 +88,7 @@ def test_signature_that_does_not_match_changes_nothing(service, signals, ask, pa
     assert ask(file)[0]['name'] == 'tampered'
 
     assert service.debugs() == ['RPM Package info: "tampered" "1.0" "The application tampered"']
-    assert signals.arguments('installFinished') == \
-        [(False, 'zarn_installation_error_desc_DamagedPackage (code: DamagedPackage)')]
+    assert signals.arguments('installFinished') == [(False, FAILED.format('DamagedPackage'))]
 
 
 def test_known_key_verifies(service, ask, package, tmp_path):

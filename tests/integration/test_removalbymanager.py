@@ -5,10 +5,8 @@
 import pytest
 from gi.repository import GLib
 from harness.client import Client
-from support.callorder import calls_in_order
+from support.records import calls_in_order
 from support.removalrequests import KNOWN
-
-NOTHING = GLib.Variant('()', ())
 
 
 @pytest.fixture
@@ -33,8 +31,8 @@ def own_launcher(applications):
     ('asb', (False,), {}),
     ('asb', (True,), {'KeepUserData': True}),
 ])
-def test_package_is_asked_about_and_removed(service, client, signals, manager, session_bus, session_monitor, signature,
-                                            flags, options, system_calls):
+def test_package_is_asked_about_and_removed(service, client, signals, manager, session_monitor, session_messages,
+                                            signature, flags, options, system_calls):
     """The key is missing where the data may go; it is never false."""
     assert client.call('removePackages', f'({signature})', ['a.b'], *flags) == ()
 
@@ -45,15 +43,13 @@ def test_package_is_asked_about_and_removed(service, client, signals, manager, s
         ('ru.quon.ZARN', '/ru/quon/ZARN', 'ru.quon.ZARN', 'Remove', 'sa{sv}', ('a.b', options))]
     # A number would be equal to the boolean.
     assert str(manager.calls('Remove')[0].arguments) == str(('a.b', options))
-    own_name = session_bus.name_of_process(service.process.pid)
     (call,) = [message for message in session_monitor.messages(kind='method-call')
                if message.member == 'removePackages']
-    (reply,) = [message for message in session_monitor.messages(own_name) if message.reply_serial == call.serial]
+    (reply,) = [message for message in session_messages() if message.reply_serial == call.serial]
     assert (call.signature, reply.kind, reply.signature) == (signature, 'method-return', '')
 
 
-def test_home_screen_hears_of_it(service, remove_and_wait, manager, launcher_model, own_launcher, session_bus,
-                                 session_monitor):
+def test_home_screen_hears_of_it(service, remove_and_wait, manager, launcher_model, own_launcher, session_messages):
     """It is called before the package manager, and hears of the end before everybody else."""
     path = own_launcher('a.b')
 
@@ -61,13 +57,10 @@ def test_home_screen_hears_of_it(service, remove_and_wait, manager, launcher_mod
     assert calls_in_order(manager, launcher_model) == [
         ('GetPackage', ('a.b',)), ('updatingStarted', ('a.b', '', '', path)), ('Remove', ('a.b', {})),
         ('updatingFinished', ('a.b',))]
-    service.barrier()
-    sent = session_monitor.messages(session_bus.name_of_process(service.process.pid))
     target = ('org.orrinmobile.rozzle', '/LauncherModel', 'org.orrinmobile.rozzle.LauncherModel')
     own = (None, '/org/velmoraos/installationhandler', 'org.velmoraos.installationhandler')
     assert [(message.kind, message.destination, message.path, message.interface, message.member, message.signature,
-             message.arguments) for message in sent
-            if message.interface in (target[2], own[2])] == [
+             message.arguments) for message in session_messages() if message.interface in (target[2], own[2])] == [
         ('method-call', *target, 'updatingStarted', 'ssss', ('a.b', '', '', path)),
         ('method-call', *target, 'updatingFinished', 's', ('a.b',)),
         ('signal', *own, 'removalFinished', 'bs', (True, ''))]
@@ -177,18 +170,15 @@ def test_refusal_is_told_in_its_own_words(service, remove_and_wait, announced, m
     assert calls_in_order(launcher_model) == [('updatingFinished', ('a',))]
 
 
-def test_refusal_without_words_counts_as_success(service, remove_and_wait, manager):
-    """Only the text of an error counts. Known behaviour 34."""
-    manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', '')
+@pytest.mark.parametrize('plan', [lambda manager: manager.refuse('Remove', 'ru.quon.ZARN.Error.Busy', ''),
+                                  lambda manager: manager.answer('Remove', GLib.Variant('(bs)', (False, 'no')))],
+                         ids=['refusal without words', 'answer with values'])
+def test_only_the_text_of_an_error_counts(service, remove_and_wait, manager, plan):
+    """Known behaviour 34."""
+    plan(manager)
 
     assert remove_and_wait(['a']) == (True, '')
     assert service.debugs() == ['Uninstall "a" via ZARN', 'Uninstalled "a"']
-
-
-def test_answer_with_values_is_a_success(service, remove_and_wait, manager):
-    manager.answer('Remove', GLib.Variant('(bs)', (False, 'no')))
-
-    assert remove_and_wait(['a'])[0] is True
 
 
 def test_no_names_no_removal(service, client, announced, manager, launcher_model):

@@ -6,9 +6,9 @@ from pathlib import Path
 
 import pytest
 from gi.repository import GLib
-from support.callorder import calls_in_order
+from support.records import calls_in_order
 from support.packagekit import install
-from support.transactionsignals import (EXIT_FAILED, error_code, finished, item_progress, package_found, packages_found)
+from support.transactionsignals import EXIT_FAILED, error_code, finished, item_progress, package_found, packages_found
 
 APPLICATIONS = Path('/usr/share/applications')
 TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
@@ -96,14 +96,8 @@ def test_home_screen_hears_of_every_launcher_first(standins, packagekit, launche
 def test_first_of_two_versions_speaks_for_both(packagekit, launcher_model, service, remove_and_wait, package, device):
     """The first header that the database returns is read. Known behaviour 19."""
     for version in ('1', '2'):
-        install(
-            package(
-                'a',
-                version=version,
-                files={
-                    f'/usr/share/applications/a{version}.desktop': 'x'}),
-            '-i',
-            '--force')
+        files = {f'/usr/share/applications/a{version}.desktop': 'x'}
+        install(package('a', version=version, files=files), '-i', '--force')
 
     remove_and_wait(['a'])
     assert len(launcher_model.calls('updatingStarted')) == 1
@@ -208,8 +202,8 @@ def test_two_names_end_as_their_answers_come(packagekit, service, client, signal
     calls = {call.arguments[1][0]: number for number, call in enumerate(packagekit.calls('Resolve'))}
     packagekit.release_refusing('Resolve', 'a.b.Busy', 'second is busy', which=calls['second'])
     assert signals.wait('removalFinished')[0] is False
-    assert [line for line in service.debugs() if line.startswith(
-        'Failed')][0].startswith('Failed to uninstall "second" ')
+    (failure,) = [line for line in service.debugs() if line.startswith('Failed')]
+    assert failure.startswith('Failed to uninstall "second" ')
     packagekit.release('Resolve')
     service.wait_for_log('Uninstalled "first"')
 

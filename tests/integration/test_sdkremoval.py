@@ -4,11 +4,9 @@
 
 import pytest
 from harness.client import Client
-from support.callorder import calls_in_order
+from support.records import calls_in_order
 from support.packagekit import install
 from support.removalrequests import KNOWN
-
-REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 
 
 @pytest.fixture(autouse=True)
@@ -163,7 +161,7 @@ def test_failed_removal_does_not_stop_the_installation(service, client, signals,
 def test_installed_version_goes_even_where_installing_is_forbidden(service, signals, install_and_wait, manager, device,
                                                                    package):
     """The policy is read when the installation begins. Known behaviour 15."""
-    device.set_policy(REFUSING_POLICY)
+    device.forbid_installing()
 
     assert install_and_wait([package('app')], sdk_mode=True)[0] is False
     assert signals.wait('removalFinished') == (True, '')

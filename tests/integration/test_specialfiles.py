@@ -10,7 +10,7 @@ import pytest
 from harness.client import NAME
 from harness.service import PROGRAM
 from packages import damage, handmade
-from support.preremoval import besides_removals
+from support.records import besides_removals
 from support.sockets import make_socket
 
 # A driver for local use: nobody has it.

@@ -18,11 +18,10 @@ def asked(monitor):
             if message.destination != 'org.freedesktop.DBus']
 
 
-def test_name_is_asked_for_once_and_not_for_others_to_take(program, session_bus, session_monitor):
+def test_name_is_asked_for_once_and_not_for_others_to_take(program, session_bus, session_messages):
     program.start()
 
-    sender = session_bus.name_of_process(program.process.pid)
-    requests = [message.arguments for message in session_monitor.messages(sender) if message.member == 'RequestName']
+    requests = [message.arguments for message in session_messages() if message.member == 'RequestName']
     do_not_queue = 4
     assert requests == [('org.velmoraos.installationhandler', do_not_queue)]
     replace_existing, exists = 2, 3

@@ -8,6 +8,7 @@ ABORTED = 'installationhandler-user-aborted'
 OURS, OURS_GERMAN = 'velmora-installationhandler_eng_en', 'velmora-installationhandler-de'
 PREFIX = 'zarn_installation_error_desc_'
 ZARN, ZARN_GERMAN = 'zarn_eng_en', 'zarn-de'
+ENGLISH, GERMAN = 'The user cancelled the installation', 'Die Installation wurde vom Benutzer abgebrochen'
 
 
 @pytest.fixture
@@ -22,19 +23,15 @@ def text_of_a_refusal(dialog, program, client, signals):
 
 
 @pytest.mark.parametrize('language, text', [
-    ('C.UTF-8', 'The user cancelled the installation'),
-    ('en_GB.UTF-8', 'The user cancelled the installation'),
-    ('tlh.UTF-8', 'The user cancelled the installation'),
-    ('de_DE.UTF-8', 'Die Installation wurde vom Benutzer abgebrochen'),
-    ('de_AT.UTF-8', 'Die Installation wurde vom Benutzer abgebrochen'),
-    ('de_CH@euro', 'Die Installation wurde vom Benutzer abgebrochen'),
+    *((language, ENGLISH) for language in ('C.UTF-8', 'en_GB.UTF-8', 'tlh.UTF-8')),
+    *((language, GERMAN) for language in ('de_DE.UTF-8', 'de_AT.UTF-8', 'de_CH@euro')),
 ])
 def test_installed_catalogues_speak(text_of_a_refusal, language, text):
     assert text_of_a_refusal(language) == text
 
 
 def test_session_may_choose_another_language_than_its_region(text_of_a_refusal):
-    assert text_of_a_refusal('en_US.UTF-8', LANGUAGE='de') == 'Die Installation wurde vom Benutzer abgebrochen'
+    assert text_of_a_refusal('en_US.UTF-8', LANGUAGE='de') == GERMAN
 
 
 @pytest.mark.parametrize('present, speaks', [

@@ -7,6 +7,7 @@ import subprocess
 from pathlib import Path
 
 POLICY_FILE = Path('/etc/velmora/access-policy.conf')
+REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 EMULATOR_MARKER = Path('/etc/velmoraos-emulator')
 INIT = 'sandbox/init'
 
@@ -55,6 +56,10 @@ class DeviceState:
             POLICY_FILE.unlink(missing_ok=True)
         else:
             POLICY_FILE.write_text(text, encoding='utf-8')
+
+    def forbid_installing(self):
+        """The policy forbids it from now on."""
+        self.set_policy(REFUSING_POLICY)
 
     def mark_as_emulator(self):
         """The device is an emulator from now on."""

@@ -18,9 +18,8 @@ from packages import build_package
 from .catalogues import Catalogues
 from .devicestate import DeviceState, is_device
 from .dialog import Dialog
-from .packagekit import PackageKit, install
+from .packagekit import PackageKit, WaitingScriptlet, install
 from .scriptedbus import ScriptedBus
-from .scriptlet import WaitingScriptlet
 
 PROCESSES = pytest.StashKey[Processes]()
 
@@ -215,6 +214,15 @@ def session_calls(session_bus, session_monitor, program):
         program.barrier()
         return session_monitor.calls(session_bus.name_of_process(program.process.pid))
     return made
+
+
+@pytest.fixture
+def session_messages(session_bus, session_monitor, program):
+    """The messages that the service has sent on the session bus up to now."""
+    def sent(kind=None):
+        program.barrier()
+        return session_monitor.messages(session_bus.name_of_process(program.process.pid), kind)
+    return sent
 
 
 @pytest.fixture

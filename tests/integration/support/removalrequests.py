@@ -101,8 +101,7 @@ NATIVE_LAUNCHER = Request(
 OWN_LAUNCHER = Request('own launcher', ('OnRemove',), 'OnRemove', remove_launcher(lambda removal: removal.own_launcher),
                        End(call='OnRemove'))
 ANDROID_LAUNCHER = Request(
-    'launcher of an Android application', ('GetPackage', 'CreateTransaction',
-                                           'SearchFiles', 'removeFile'), 'removeFile',
-    remove_launcher(lambda _: ANDROID), End(call='removeFile'))
+    'launcher of an Android application', ('GetPackage', 'CreateTransaction', 'SearchFiles', 'removeFile'),
+    'removeFile', remove_launcher(lambda _: ANDROID), End(call='removeFile'))
 
 ALL = [MANAGED_PACKAGE, NATIVE_PACKAGE, OWN_LAUNCHER, MANAGED_LAUNCHER, NATIVE_LAUNCHER, ANDROID_LAUNCHER, SDK_MODE]
