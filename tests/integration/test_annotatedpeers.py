@@ -16,7 +16,7 @@ METHODS = {
     'package-manager': ('ru.quon.ZARN', ['GetPackage']),
     'runtime-manager': ('ru.quon.ZARN.Hooks', ['OnRemove']),
     'android-support': ('com.zelka.zindro', ['removeFile']),
-    'launcher-model': ('org.orrinmobile.rozzle.LauncherModel', ['updatingFinished']),
+    'launcher-model': ('org.orrinmobile.rozzle.LauncherModel', ['updatingStarted', 'updatingFinished']),
     'mce': ('com.nokia.mce.request', ['notification_begin_req', 'notification_end_req']),
 }
 
@@ -91,11 +91,14 @@ def test_android_support(annotated, standins, program, client):
 
 def test_launcher_model(annotated, standins, program, session_bus, session_monitor, remove_and_wait):
     annotated('launcher-model')
-    standins.start('package-kit')
+    standins.start('package-manager', installs='nothing').answer('GetPackage', KNOWN)
+    LAUNCHER.touch()
     program.start()
 
     assert remove_and_wait(['foo']) == (True, '')
-    assert answered(session_monitor, session_bus, program, METHODS['launcher-model'][0]) == ['updatingFinished']
+    LAUNCHER.unlink()
+    interface, methods = METHODS['launcher-model']
+    assert answered(session_monitor, session_bus, program, interface) == methods
 
 
 def test_mce(annotated, standins, program, system_bus, system_monitor, install_and_wait, dialog):
