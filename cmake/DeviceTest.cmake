@@ -39,7 +39,7 @@ function(add_device_test)
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 300)
     endif()
-    # A test that waits for time to pass leaves the processors to the others, four of which run at once by the presets.
+    # The presets run 12 jobs. An ordinary test counts as three of them, a slow one, which mostly waits, as one.
     set(processors 3)
     if("slow" IN_LIST TEST_LABELS)
         set(processors 1)

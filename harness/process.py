@@ -47,7 +47,7 @@ class Process:
         self._popen.send_signal(number)
 
     def stop(self):
-        """Ends it, if it still runs, and takes its last words."""
+        """Ends the program if it still runs, and keeps the rest of its output."""
         if not self.alive:
             return
         self.send_signal(signal.SIGTERM)

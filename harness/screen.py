@@ -12,7 +12,7 @@ from .windowmanager import ask_to_close
 # The Xvfb options of a phone: 360 by 640 density-independent pixels.
 PHONE = ('-screen', '0', '540x960x24', '-dpi', '240')
 
-# Where no theme says otherwise, the toolkit's colour of what stands out: of all large areas, the button "Install".
+# Qt's default highlight colour. The button "Install" is the only large area that has it.
 HIGHLIGHT = bytes((48, 140, 198))
 
 # A window that has not been painted yet has one colour; text alone has dozens, from its smooth edges.

@@ -43,7 +43,7 @@ class StandIn(ControlClient):
         self._processes.wait_end(self.process)
 
     def last_words(self):
-        """What should not have happened; nothing of one that has been told to die and has just left the bus."""
+        """The unexpected calls; none if the stand-in was told to exit and has left the bus."""
         try:
             return self.unexpected()
         except RemoteError:

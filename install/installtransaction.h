@@ -16,8 +16,8 @@ Q_DECLARE_METATYPE(InstallPackageTransaction *)
 
 /**
  * One installation request in progress. Its creator owns it, attaches the dialog
- * controller, starts it once, and releases it after transactionFinished(). This
- * signal comes at most once, and may come inside start().
+ * controller, and starts it once. At the first transactionFinished(), which may
+ * come inside start(), the creator disconnects and releases it.
  */
 class InstallTransaction : public QObject
 {

@@ -8,9 +8,8 @@
 #include <QVariant>
 
 /**
- * The header values of one RPM package file that this service needs, readable
- * from QML. One object can read several files one after the other. The change
- * signals are never emitted, since the object is filled before it is published.
+ * The header values that this service needs of the RPM package file that was read
+ * last, readable from QML. The change signals are never emitted, since the object is filled before it is published.
  */
 class RpmInfo : public QObject
 {

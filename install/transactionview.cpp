@@ -20,9 +20,9 @@
 
 namespace {
 
-// MCE keeps the display on for this long, and prolongs it by this long after
-// input; in milliseconds.
+// MCE keeps the display on for this long, in milliseconds.
 constexpr qint32 DisplayOnDuration = 30000;
+// Input prolongs that time by this long, in milliseconds.
 constexpr qint32 DisplayOnRenewal = 30000;
 
 // The display stays on for this long after the dialog has gone. MCE receives a

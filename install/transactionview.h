@@ -18,7 +18,8 @@ class RpmInfo;
  * going off counts as a refusal.
  *
  * Each showConfirmation() is followed by installationConfirmed() or
- * installationCancelled(). If the dialog cannot be loaded, a warning is logged and
+ * installationCancelled(), unless closeWindow() or another showing takes its
+ * place (Known behaviour 58). If the dialog cannot be loaded, a warning is logged and
  * no signal follows (Known behaviour 52).
  */
 class TransactionView : public QObject

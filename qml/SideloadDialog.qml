@@ -21,7 +21,7 @@ Window {
 
     readonly property QtObject info: typeof rpmInfo === "undefined" ? null : rpmInfo
 
-    // A density-independent pixel is a 160th of an inch, rounded to quarters so that four of them are a whole number.
+    // A density-independent pixel is a 160th of an inch, in pixels, rounded to a quarter, so that 4 dp are whole pixels.
     // The bounds are for displays that report a wrong size.
     readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40))) / 4
     readonly property real gap: 16 * dp
@@ -122,7 +122,7 @@ Window {
     height: Screen.height
     onClosing: answer(dismissed)
     // A dialog that cannot be painted counts as dismissed; without a handler Qt would end the whole program. The answer
-    // is given later: it opens the next file's dialog, and the error may come while this one is still being shown.
+    // is deferred: it may open the next file's dialog, and the error may come inside of showFullScreen().
     onSceneGraphError: Qt.callLater(answer, dismissed)
 
     SystemPalette { id: palette }
@@ -140,7 +140,7 @@ Window {
         width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.fontSize))
         height: dialog.width > width ? Math.min(dialog.height, needed) : dialog.height
         focus: true
-        // The direction of a control is that of the locale; the application's is that of Qt's own catalogue.
+        // A control is mirrored by the locale, the application only if Qt's own catalogue of the language is installed.
         LayoutMirroring.enabled: cancel.mirrored
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.Dialog

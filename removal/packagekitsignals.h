@@ -9,8 +9,8 @@
  * before every request to PackageKit, while the system bus is connected.
  *
  * PackageKit-Qt subscribes to each transaction by itself, with some twenty match
- * rules. The bus allows 512 match rules for a connection, so it refuses those of
- * all but two dozen transactions side by side. One rule for all transactions
- * takes the place of the refused ones.
+ * rules. The bus allows 512 match rules for a connection, which is enough for about
+ * 24 concurrent transactions, and refuses the rules of further ones. One rule for
+ * all transactions takes their place.
  */
 void subscribeToPackageKitSignals();

@@ -16,7 +16,8 @@ class QDBusInterface;
  * manager, or PackageKit for native packages. The home screen's launcher model
  * hears which launchers are affected.
  *
- * Each removal is reported by started() and later by finished(). The service
+ * Each removal is reported by started() and later, usually once, by finished();
+ * PackageKit may cause none or several (Known behaviour 20, 25, 28). The service
  * object owns the instance, as its parent.
  */
 class PackageRemoval : public QObject
@@ -41,7 +42,7 @@ Q_SIGNALS:
     /** A back end has been asked to remove a package. */
     void started();
 
-    /** A back end has answered; errorString is its text, and empty when the package is gone. */
+    /** A back end has answered. errorString is empty on success and for an error without a text (Known behaviour 34). */
     void finished(const QString &packageName, const QString &errorString);
 
 private:

@@ -75,8 +75,8 @@ void UninstallTransactionPkgKit::slotResolveFinished(PackageKit::Transaction::Ex
 
 void UninstallTransactionPkgKit::uninstall(const QStringList &ids)
 {
-    // PackageKit-Qt connects to signals at once, and QtDBus ends the process when
-    // the bus has gone.
+    // removePackages() connects to D-Bus signals, and QtDBus ends the process if
+    // this happens on a bus that has been lost.
     if (!SystemBus::isConnected()) {
         slotUninstallError(PackageKit::Transaction::ErrorInternalError, SystemBus::NotConnected);
         return;

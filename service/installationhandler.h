@@ -25,12 +25,13 @@ class QQmlEngine;
  * that ends the process, and the D-Bus proxies and the dialog controller that it
  * lends out. The transactions and the removals do the work and report by signals.
  *
- * Requests return nothing and are answered before their outcome, which follows
- * as a signal. Removals are the exception, including that of an installation in
- * sdk mode. They are answered after every "GetPackage" (up to 15 minutes a name),
- * "updatingStarted" and "OnRemove" (up to 25 seconds a call) that comes before
- * the removal, and other requests wait meanwhile. Every invokable method and
- * every signal is part of the bus interface.
+ * Requests return nothing. A signal reports the outcome, usually after the reply;
+ * a request that fails early is reported before it (Known behaviour 2). Removals,
+ * including that of an installation in sdk mode, are answered after every
+ * "GetPackage" (up to 15 minutes a name), "updatingStarted" and "OnRemove" (up to
+ * 25 seconds a call) that comes before the removal, and other requests wait
+ * meanwhile (Known behaviour 3, 4). Every invokable method and every signal is part
+ * of the bus interface.
  */
 class InstallationHandler : public QObject, protected QDBusContext
 {
@@ -71,7 +72,7 @@ Q_SIGNALS:
     /** A package removal has ended; errorString is the back end's text. */
     void removalFinished(bool success, const QString &errorString);
 
-    /** The confirmation dialog asks the user now. */
+    /** The confirmation dialog is about to be loaded. If it is broken, nobody is asked (Known behaviour 52). */
     void needConfirm();
 
 private Q_SLOTS:

@@ -20,7 +20,7 @@
 
 namespace {
 
-// A missing catalogue is no error, since another one has the text.
+// A missing catalogue is no error: another one has the text, or the identifier is shown.
 std::unique_ptr<QTranslator> installCatalogue(const QString &name)
 {
     auto translator = std::make_unique<QTranslator>();

@@ -13,8 +13,8 @@
 class QQuickWindow;
 
 /**
- * The service's methods, one request at a time: the same calls on the buses, of librpm and of PackageKit's library, and
- * nothing else.
+ * The service's installFiles and removePackages, one request at a time: the same calls on the buses, of librpm and of
+ * PackageKit's library, and nothing else.
  */
 class FloorService : public QObject
 {

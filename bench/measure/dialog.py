@@ -68,6 +68,6 @@ class Dialogs:
 
 
 def turn_display(state):
-    """The service takes its dialog away when the display goes off."""
+    """Turns the display on or off; turning it off makes the service close its dialog."""
     Client(SYSTEM.connection, PROCESSES).call('TurnDisplay', '(s)', state, name='com.nokia.mce',
                                               path='/com/nokia/mce/request', interface='com.nokia.mce.request')

@@ -49,7 +49,7 @@ def verdict(value, limit):
 
 
 def middle_half(samples):
-    """The quartiles; of few samples all."""
+    """The range between the quartiles; of fewer than four samples the whole range."""
     ordered = sorted(samples)
     rest = len(ordered) // 4
     return f'{number(ordered[rest])}–{number(ordered[-1 - rest])}' if len(ordered) > 1 else ''

@@ -41,7 +41,7 @@ def figures():
 
 
 def tail(rounds):
-    """That of the calmest part: another program's work is in some of them, the product's own in each."""
+    """The 99th percentile of the calmest part. Other programs disturb some parts; delays of the product show in all."""
     parts = [times[start:start + PART] for times in rounds for start in range(0, len(times), PART)]
     return [min(quantiles(part, n=100)[-1] / median(part) for part in parts)]
 

@@ -16,7 +16,7 @@ from harness.standins import SIMULATOR
 
 
 class Device:
-    """The display is that of the person who starts the demo, if there is one, and else one in memory."""
+    """The demo's device: buses, display, stand-ins and client. The display is the caller's, or Xvfb if there is none."""
 
     def __init__(self):
         self.processes = Processes()

@@ -20,7 +20,7 @@ public:
     /**
      * Returns a new application object made from the command line; the caller owns it.
      *
-     * Qt removes its own options from @p argv and lowers @p argc. Both must outlive
+     * Qt removes its own options from argv and lowers argc. Both must outlive
      * the application object.
      */
     static QGuiApplication *qApplication(int &argc, char **argv);

@@ -13,7 +13,7 @@
 
 namespace {
 
-// A launcher with translations into all languages is far smaller.
+// Far more than a launcher needs, even with translations into all languages.
 constexpr int SizeLimit = 4 * 1024 * 1024;
 
 // A name with a zero byte is refused, because the system would read only the part before it.

@@ -22,10 +22,10 @@ class MDesktopEntry
 public:
     explicit MDesktopEntry(const QString &fileName);
 
-    /** Whether the entry has @p key. */
+    /** Whether the entry has key. */
     bool contains(const QString &key) const;
 
-    /** The value of @p key with escape sequences resolved; empty if it is absent or not UTF-8 text. */
+    /** The value of key with escape sequences resolved; empty if it is absent or not UTF-8 text. */
     QString value(const QString &key) const;
 
 private:

@@ -24,10 +24,10 @@ class AccessPolicy : public QObject
     Q_OBJECT
 
 public:
-    /** Asks the device's policy, /etc/velmora/access-policy.conf. */
+    /** The device's policy, /etc/velmora/access-policy.conf. */
     explicit AccessPolicy(QObject *parent = nullptr);
 
-    /** Asks the policy in the file @p path. */
+    /** The policy in the file at path. */
     explicit AccessPolicy(const QString &path, QObject *parent = nullptr);
 
     /**

@@ -324,7 +324,7 @@ def test_not_while_installing(pass_time, manager, service, client, signals, devi
 
 
 def test_not_while_removing(pass_time, standins, manager, service, signals, remove_and_wait, idle):
-    """However long the back ends take, and though other removals end meanwhile. No time-out of the bus library ends the
+    """However long the back ends take, and though other removals end meanwhile. No time-out of QtDBus ends the
     removals: Known behaviour 33."""
     packagekit = standins.start('package-kit')
     manager.answer('GetPackage', KNOWN, times=1)

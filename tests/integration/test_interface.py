@@ -158,7 +158,7 @@ def test_refused(service, client, announced, signals, kind):
 
 
 def test_name_that_the_toolkit_gives_objects_means_nothing(service, client, signals):
-    """The name can be set from outside, as on every object of the toolkit."""
+    """The name can be set from outside, as on every object of Qt."""
     client.call('Set', '(ssv)', INTERFACE, 'objectName', VALUE, interface=PROPERTIES)
 
     assert client.call('GetAll', '(s)', INTERFACE, interface=PROPERTIES) == ({},)

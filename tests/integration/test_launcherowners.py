@@ -196,7 +196,7 @@ FALSE = ['(false,)', "('false',)", "('0',)", "('',)", '(0,)', '()', '([true],)',
 
 @pytest.mark.parametrize('values', [*TRUE, *FALSE, None])
 def test_answer_of_android_support(packagekit, android, android_launcher, service, client, signals, values):
-    """It is true if the toolkit can convert it to a true boolean. A refusal counts as false."""
+    """It is true if Qt can convert it to a true boolean. A refusal counts as false."""
     if values:
         android.answer('removeFile', GLib.Variant.parse(None, values, None, None))
     else:

@@ -120,7 +120,7 @@ def test_launcher_of_the_user_goes_without_its_hook(lonely_service, client, sign
 
 @pytest.fixture
 def peers(standins):
-    """Both back ends, whose ends nobody minds."""
+    """Both back ends; their exit does not fail the test."""
     both = standins.start('package-manager', 'package-kit')
     for peer in both:
         peer.process.end_awaited = True

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Peers that never answer: the bus library's time-out ends the call. All cases wait at the same time."""
+"""Peers that never answer: QtDBus's time-out ends the call. All cases wait at the same time."""
 
 import time
 from pathlib import Path
@@ -12,7 +12,7 @@ from support.transactionsignals import finished, package_found
 
 pytestmark = pytest.mark.side_by_side
 
-# The bus library waits 25 seconds for a reply. Other programs measure a little less when they begin later.
+# QtDBus waits 25 seconds for a reply. Other programs measure a little less when they begin later.
 SHORTEST = 24
 
 LAUNCHER = Path('/usr/share/applications/foo.desktop')
@@ -29,7 +29,7 @@ def own_launcher(applications):
 
 
 class Silence:
-    """A `with` block that lasts as long as the bus library waits for a reply."""
+    """A `with` block that lasts as long as QtDBus waits for a reply."""
 
     def __enter__(self):
         self._before = time.monotonic()

@@ -29,7 +29,7 @@ def variant(text):
 
 
 def test_developer_mode_answers(standins, manager, service, client, signals, dialog):
-    """An answer that the toolkit converts to true allows installing; anything else does not."""
+    """An answer that Qt converts to true allows installing; anything else does not."""
     developer_mode = standins.start('developer-mode')
     standins.start('package-kit')
     dialog.use('Confirming')

@@ -32,7 +32,7 @@ class DesktopFileRemovalTest : public HandlerRemovalFixture
     Q_OBJECT
 
 private:
-    // Requests the removal over the bus, because the caller is checked; and whether the reply is no error.
+    // Requests the removal over the bus, since the service checks the caller. Returns whether the call succeeded.
     bool request()
     {
         const QString name = "caller"_s;

@@ -19,7 +19,7 @@ namespace {
 
 const QString Applications = "/usr/share/applications/"_s;
 
-// Runs commands of the shell; and whether they succeed. Shows their output.
+// Runs shell commands, shows their output, and returns whether they succeeded.
 bool run(const QString &commands)
 {
     QProcess process;

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The floors of the product: service -> install, removal -> common -> platform. No include runs up or sideways.
+"""The layers of the product: service -> install, removal -> common -> platform. No include runs up or sideways.
 
 Each test compiles one include with the command that the build uses for a source file of the folder.
 """
@@ -67,7 +67,7 @@ def test_no_include_runs_up(folder, other):
 
 
 @pytest.mark.parametrize('folder, other', directions(allowed=True))
-def test_lower_floors_can_be_included(folder, other):
+def test_lower_layers_can_be_included(folder, other):
     header = headers(other)[0]
     result = compile_include(folder, header)
     assert result.returncode == 0, result.stderr
