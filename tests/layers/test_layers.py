@@ -36,7 +36,7 @@ def command(folder):
     entries = json.loads((BUILD / 'compile_commands.json').read_text(encoding='utf-8'))
     entry = next(entry for entry in entries if ROOT / folder in Path(entry['file']).parents)
     words = shlex.split(entry['command'])
-    # What follows the options is the output and the source; precompiled headers could hide a missing path.
+    # The output and the source follow the options. A precompiled header could hide a missing path.
     options = words[:words.index('-o')]
     while '-include' in options:
         position = options.index('-include')
