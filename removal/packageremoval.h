@@ -42,7 +42,10 @@ Q_SIGNALS:
     /** A back end has been asked to remove a package. */
     void started();
 
-    /** A back end has answered. errorString is empty on success and for an error without a text (Known behaviour 34). */
+    /**
+     * A back end has answered. errorString is empty on success and for an error
+     * without a text (Known behaviour 34).
+     */
     void finished(const QString &packageName, const QString &errorString);
 
 private:
