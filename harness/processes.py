@@ -10,7 +10,7 @@ from gi.repository import GLib
 from .process import Process
 
 # Seconds, for everything that is waited for. Only a failure takes that long.
-DEADLINE = 60
+DEADLINE = 180
 SANITIZER_REPORTS = (
     'ERROR: AddressSanitizer',
     'ERROR: LeakSanitizer',

@@ -11,7 +11,7 @@ import pytest
 
 PROJECT = Path(__file__).resolve().parents[2]
 DEVICE = str(PROJECT / 'sandbox/device')
-DEADLINE = 30
+DEADLINE = 120
 
 # A file in each folder that programs commonly write to. None of them may appear on the machine.
 STRAY_FILES = [f'{folder}/velmora-stray' for folder in (
