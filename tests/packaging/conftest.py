@@ -21,6 +21,12 @@ def build(pytestconfig):
 
 
 @pytest.fixture(scope='session')
+def builds(build):
+    """A folder that is kept for the next run of the tests."""
+    return build / 'builds'
+
+
+@pytest.fixture(scope='session')
 def source():
     return SOURCE
 
