@@ -23,8 +23,8 @@ from .scriptedbus import ScriptedBus
 
 PROCESSES = pytest.StashKey[Processes]()
 
-# A client ends while QtDBus's own thread may still hold a message, which is no leak of the client's own.
-NO_LEAK_CHECK = {'ASAN_OPTIONS': 'detect_leaks=0'}
+# QtDBus's thread may still hold a message when a client ends. Only whole stacks tell such a leak from the client's own.
+WHOLE_STACKS = {'ASAN_OPTIONS': 'fast_unwind_on_malloc=0'}
 
 
 def pytest_sessionstart():
@@ -128,7 +128,7 @@ def second_program(processes, system_bus, session_bus, environment):
 def run_client(processes, environment):
     """Runs the program in client mode: `run_client('install', file)`, its exit status and its lines."""
     def run(*arguments, **variables):
-        process = processes.start('client', [PROGRAM, *arguments], {**environment, **NO_LEAK_CHECK, **variables})
+        process = processes.start('client', [PROGRAM, *arguments], {**environment, **WHOLE_STACKS, **variables})
         return processes.wait_end(process), process.lines()
     return run
 
