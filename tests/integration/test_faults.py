@@ -15,7 +15,6 @@ from support.removalrequests import (ALL, ANDROID_LAUNCHER, DELETED, MANAGED_LAU
 pytestmark = pytest.mark.side_by_side(2 * os.cpu_count())
 
 UNKNOWN_OWNER = End(log='Error on resolving desktop file owner')
-HOOK_FAILED = End(log="Failed to call ZARN hook 'OnRemove'")
 ANDROID_FAILED = End(log='failed to remove android app:')
 NO_PACKAGE_KIT = 'The name org.freedesktop.PackageKit was not provided by any .service files'
 WRONG_TYPE = 'Unexpected reply signature: got "a{sv}", expected "o"'
@@ -25,6 +24,11 @@ def without_manager(end):
     """The end of all that happens because the answer of the package manager is missing."""
     return {('any', 'absent'): end, **{('GetPackage', fault): end for fault in CALL_FAULTS},
             ('Remove', 'dies'): End(((False, NO_REPLY),))}
+
+
+def hook_failed(text):
+    """The launcher is gone, and the log tells the error of the runtime manager in the library's words."""
+    return End(log=f"Failed to call ZARN hook 'OnRemove' for Runtime Manager service:  \"{text}\"")
 
 
 def reported_twice(text):
@@ -62,7 +66,10 @@ ENDS = {
         ('Resolve', 'wrong type'): End(call='Resolve'),
         ('RemovePackages', 'wrong type'): End(call='RemovePackages'),
     },
-    (OWN_LAUNCHER.name, 'runtime-manager'): {('any', 'absent'): HOOK_FAILED, ('OnRemove', 'dies'): HOOK_FAILED},
+    (OWN_LAUNCHER.name, 'runtime-manager'): {
+        ('any', 'absent'): hook_failed('The name ru.quon.RuntimeManager was not provided by any .service files'),
+        ('OnRemove', 'dies'): hook_failed(NO_REPLY),
+    },
     # The search never ends. Known behaviour 31.
     (ANDROID_LAUNCHER.name, 'package-kit'): {('SearchFiles', 'wrong type'): SEARCHED_IN_VAIN},
     (ANDROID_LAUNCHER.name, 'android-support'): {
@@ -73,7 +80,7 @@ ENDS = {
 }
 
 # The ends of removals at a system bus that is lost, and at one that never was there. Known behaviour 42.
-LOST_BUS = {OWN_LAUNCHER.name: HOOK_FAILED, ANDROID_LAUNCHER.name: ANDROID_FAILED}
+LOST_BUS = {OWN_LAUNCHER.name: hook_failed('Not connected to D-Bus server'), ANDROID_LAUNCHER.name: ANDROID_FAILED}
 ABSENT_BUS = {**LOST_BUS, MANAGED_LAUNCHER.name: UNKNOWN_OWNER, NATIVE_LAUNCHER.name: UNKNOWN_OWNER}
 
 

@@ -41,6 +41,13 @@ def test_user_is_asked_and_nothing_can_be_installed(lonely_service, signals, ins
     assert lonely_service.warnings() == [UNKNOWN]
 
 
+def test_user_may_decline(lonely_service, install_and_wait, dialog):
+    dialog.use('Dismissing')
+
+    assert install_and_wait(['/absent.rpm']) == (False, 'The user cancelled the installation')
+    assert lonely_service.warnings() == [UNKNOWN]
+
+
 def test_emulator_installs_nothing_either(lonely_service, signals, install_and_wait, device):
     device.mark_as_emulator()
 
