@@ -5,6 +5,7 @@
 import os
 import signal
 import subprocess
+import time
 from pathlib import Path
 
 import pytest
@@ -39,9 +40,9 @@ def mounts():
 class Running:
     """A device that runs a shell script."""
 
-    def __init__(self, script):
-        self.process = subprocess.Popen([DEVICE, '--', 'bash', '-c', script], text=True, stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE)
+    def __init__(self, script, *options):
+        self.process = subprocess.Popen([DEVICE, *options, '--', 'bash', '-c', script], text=True,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
     def line(self):
         """Waits for the next line of the script's output."""
@@ -193,6 +194,38 @@ def test_environment_is_the_devices():
 
 def test_display_of_the_caller_on_request_only():
     assert output('sh', '-c', 'echo $DISPLAY', options=['--display'], env={**os.environ, 'DISPLAY': ':77'}) == ':77\n'
+
+
+# Control groups
+
+def test_control_group_belongs_to_the_sessions_user():
+    """Programs of root stay in the group above it."""
+    script = 'cat /proc/self/cgroup; cd /sys/fs/cgroup; stat -c "%n %u" . velmora velmora/cgroup.procs'
+    assert output('sh', '-c', script, options=['--no-buses', '--cgroup']).splitlines()[-4:] == [
+        '0::/', '. 0', 'velmora 100000', 'velmora/cgroup.procs 100000']
+
+
+def has_group(process):
+    """Whether the machine has the control group of a device."""
+    script = f'mount -n -t cgroup2 cgroup2 /mnt; cd /mnt; umount -n --lazy /mnt; find . -name velmora-device-{process}'
+    return subprocess.run(['unshare', '--mount', '--propagation', 'unchanged', 'sh', '-ec', script], check=True, text=True,
+                          capture_output=True).stdout != ''
+
+
+@pytest.mark.parametrize('number', [None, signal.SIGTERM, signal.SIGKILL])
+def test_control_group_vanishes_with_the_device(number):
+    script = 'mkdir /sys/fs/cgroup/velmora/below; echo ready; read line'
+    with Running(script, '--no-buses', '--cgroup') as running:
+        assert running.line() == 'ready'
+        assert has_group(running.process.pid)
+        if number:
+            running.process.send_signal(number)
+        running.vanish()
+        end = time.monotonic() + DEADLINE
+        # Nothing announces that a group has been removed.
+        while has_group(running.process.pid) and time.monotonic() < end:
+            time.sleep(0.05)
+        assert not has_group(running.process.pid)
 
 
 # Folders of the machine
