@@ -5,8 +5,12 @@ import QtQuick 2.15
 import QtQuick.Window 2.15
 import QtQuick.Templates 2.15 as T
 
-// Asks whether a package is to be installed. Its creator publishes the package's details as the context property
-// "rpmInfo", shows the window full screen and destroys it after the answer.
+// Asks whether a package is to be installed. Its creator shows the window full screen and destroys it after the answer.
+//
+// An upgrade may replace this file while the program of the version before runs, so their interface keeps its names:
+//   requestInstall(), dismissed()  the signals of the root object, a Window
+//   rpmInfo                        the package's details, a context property of the program: an object with the strings
+//                                  name, version, summary and fileName
 //
 // A user waits while this file is loaded, so it is lean: few bindings, one large font beside the application's own, and
 // no inline components, because the engine does not cache a compiled file that has them.

@@ -4,6 +4,8 @@
 #include "dialogtest.h"
 #include "showndialog.h"
 
+#include <QMetaMethod>
+
 #include <functional>
 
 using Input = std::function<void(const ShownDialog &dialog)>;
@@ -117,6 +119,21 @@ private Q_SLOTS:
         QVERIFY(dialog.window()->isVisible());
         QCOMPARE(dialog.window()->title(), QStringLiteral("Install this app?"));
         QCOMPARE(dialog.answers(), 0);
+    }
+
+    // A program of another version, which runs during an upgrade, connects these signals by their names.
+    void hasTheSignalsOfItsInterface()
+    {
+        const ShownDialog dialog;
+        const QMetaObject *type = dialog.window()->metaObject();
+        QList<QByteArray> declared;
+        for (int i = type->methodOffset(); i < type->methodCount(); ++i) {
+            const QMetaMethod method = type->method(i);
+            if (method.methodType() == QMetaMethod::Signal && !method.name().endsWith("Changed")) {
+                declared.append(method.methodSignature());
+            }
+        }
+        QCOMPARE(declared, QList<QByteArray>({"requestInstall()", "dismissed()"}));
     }
 
     void answers_data()
