@@ -11,10 +11,7 @@ add_compile_options(
     -Wshadow
     -Wcast-qual
     -Wnon-virtual-dtor
-    -Woverloaded-virtual
-    # Nothing that is installed may name the place where it was built.
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=
-    -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+    -Woverloaded-virtual)
 
 add_compile_definitions(
     QT_NO_CAST_FROM_ASCII

@@ -3,7 +3,10 @@
 """Builds of the product, as packagers make them."""
 
 import os
+import shutil
 import subprocess
+
+LEFTOVERS = shutil.ignore_patterns('.git', '.pytest_cache', '__pycache__', 'build', 'stage')
 
 
 def run(command, folder=None, **variables):
