@@ -4,7 +4,7 @@
 
 Put the project's folder and `simulator` on PYTHONPATH; then:
 
-- `processes.Processes` starts programs and waits for what they do, with a deadline;
+- `processes.Processes` starts programs, as root or in the session, and waits for what they do, with a deadline;
 - `bus.Bus` is a bus of the device, `bus.PrivateBus` one that the caller starts;
 - `busmonitor.BusMonitor` records what goes over a bus;
 - `service.Service` is the installed program as a process, `client.Client` calls it, `signalrecorder.SignalRecorder`

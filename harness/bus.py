@@ -13,31 +13,39 @@ from .processes import DEADLINE
 SYSTEM_CONFIGURATION = Path(__file__).parents[1] / 'sandbox/system-bus.conf'
 SESSION_CONFIGURATION = Path(__file__).with_name('session-bus.conf')
 SYSTEM_ADDRESS = 'unix:path=/run/dbus/system_bus_socket'
-SESSION_ADDRESS = 'unix:path=/run/test-session-bus'
+SESSION_ADDRESS = 'unix:path=/run/user/100000/bus'
 SERVICE_FILE = Path('/usr/share/dbus-1/services/org.velmoraos.installationhandler.service')
 ACTIVATION_FOLDER = Path('/run/test-session-services')
+
+ROOT, SESSION_USER = 0, 100000
 
 DAEMON = ('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus')
 FLAGS = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
 
 
 class Bus:
-    """A running message bus and a connection to it."""
+    """A running message bus and a connection to it.
 
-    def __init__(self, address, processes):
+    This process runs as root, whom the session bus refuses. It therefore connects there as the session's user. The service
+    still sees a caller of root's, to whom all of its methods are open.
+    """
+
+    def __init__(self, address, user, processes):
+        """`user` is the id of the user to connect as."""
         self.address = address
+        self._user = user
         self._processes = processes
         self.connection = self.connect()
 
     @classmethod
     def device_system(cls, processes):
         """The system bus that the device has started."""
-        return cls(Gio.dbus_address_get_for_bus_sync(Gio.BusType.SYSTEM), processes)
+        return cls(SYSTEM_ADDRESS, ROOT, processes)
 
     @classmethod
     def device_session(cls, processes):
         """The session bus that the device has started."""
-        return cls(Gio.dbus_address_get_for_bus_sync(Gio.BusType.SESSION), processes)
+        return cls(SESSION_ADDRESS, SESSION_USER, processes)
 
     @property
     def alive(self):
@@ -46,7 +54,11 @@ class Bus:
 
     def connect(self):
         """One more connection, with a name of its own on the bus."""
-        return Gio.DBusConnection.new_for_address_sync(self.address, FLAGS, None, None)
+        os.seteuid(self._user)
+        try:
+            return Gio.DBusConnection.new_for_address_sync(self.address, FLAGS, None, None)
+        finally:
+            os.seteuid(ROOT)
 
     def ask(self, method, signature, *arguments):
         """The answer of the bus daemon itself."""
@@ -92,28 +104,25 @@ class Bus:
 class PrivateBus(Bus):
     """A bus daemon of its own, which only the caller knows."""
 
-    def __init__(self, name, address, configuration, processes, environment=None):
-        socket = Path(address.partition('=')[2])
-        socket.parent.mkdir(parents=True, exist_ok=True)
-        socket.unlink(missing_ok=True)
-        command = ['dbus-daemon', f'--config-file={configuration}', '--nofork', '--nopidfile', '--nosyslog',
-                   '--print-address']
-        self.process = processes.start(name, command, environment)
-        processes.wait_until(lambda: address in self.process.text, f'start of the {name}')
-        super().__init__(address, processes)
+    def __init__(self, address, user, process, processes):
+        """`process` is the daemon, which says its address when it can be called."""
+        self.process = process
+        processes.wait_until(lambda: address in process.text, f'start of the {process.name}')
+        super().__init__(address, user, processes)
 
     @classmethod
     def system(cls, processes):
         """A system bus at the standard path, open to everybody."""
-        return cls('system bus', SYSTEM_ADDRESS, SYSTEM_CONFIGURATION, processes)
+        process = processes.start('system bus', daemon(SYSTEM_ADDRESS, SYSTEM_CONFIGURATION))
+        return cls(SYSTEM_ADDRESS, ROOT, process, processes)
 
     @classmethod
     def session(cls, processes, environment):
         """A session bus without activation; its services would get this environment."""
         shutil.rmtree(ACTIVATION_FOLDER, ignore_errors=True)
         ACTIVATION_FOLDER.mkdir()
-        return cls('session bus', SESSION_ADDRESS, SESSION_CONFIGURATION, processes,
-                   {**environment, 'DBUS_SESSION_BUS_ADDRESS': SESSION_ADDRESS})
+        process = processes.start_in_session('session bus', daemon(SESSION_ADDRESS, SESSION_CONFIGURATION), environment)
+        return cls(SESSION_ADDRESS, SESSION_USER, process, processes)
 
     @property
     def alive(self):
@@ -123,3 +132,9 @@ class PrivateBus(Bus):
         """From now on the bus knows the service's installed activation file."""
         os.symlink(SERVICE_FILE, ACTIVATION_FOLDER / SERVICE_FILE.name)
         self.ask('ReloadConfig', '()')
+
+
+def daemon(address, configuration):
+    """The command of a bus daemon, which takes the place of an older one."""
+    Path(address.partition('=')[2]).unlink(missing_ok=True)
+    return ['dbus-daemon', f'--config-file={configuration}', '--nofork', '--nopidfile', '--nosyslog', '--print-address']

@@ -6,6 +6,7 @@ import os
 import signal
 
 from gi.repository import GLib
+from standin.names import SESSION
 
 from .process import Process
 
@@ -33,6 +34,11 @@ class Processes:
         process = Process(name, [str(argument) for argument in arguments], {**os.environ, **(environment or {})}, log)
         self.all.append(process)
         return process
+
+    def start_in_session(self, name, arguments, environment=None):
+        """Starts a program of the session: as the session's user, in that user's environment plus the given variables."""
+        variables = [f'{variable}={value}' for variable, value in (environment or {}).items()]
+        return self.start(name, [SESSION, *variables, *arguments])
 
     def run(self, name, arguments, environment=None):
         """Runs a program to its end, which has to be a success, and returns its output."""

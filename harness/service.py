@@ -28,8 +28,8 @@ class Service:
 
     def launch(self, arguments=(), environment=None):
         """Starts it and does not wait for anything."""
-        self.process = self._processes.start('service', [PROGRAM, *arguments],
-                                             {**self._environment, **(environment or {})})
+        self.process = self._processes.start_in_session('service', [PROGRAM, *arguments],
+                                                        {**self._environment, **(environment or {})})
         return self
 
     @property

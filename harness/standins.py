@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The stand-ins of the platform services, as processes."""
+"""The stand-ins of the platform services, as processes: those on the session bus of the session's user, others of root."""
 
 from pathlib import Path
 
@@ -14,14 +14,15 @@ SIMULATOR = Path(__file__).resolve().parents[1] / 'simulator'
 class StandIn(ControlClient):
     """One stand-in: its process, and its control interface."""
 
-    def __init__(self, name, connection, processes, environment, settings):
+    def __init__(self, name, connection, processes, settings):
         super().__init__(connection, name)
         self.name = name
         self.seen = []
         self._processes = processes
         options = [part for parameter, value in settings.items() for part in ('--' + parameter, value)]
         self.watch(self.seen.append)
-        self.process = processes.start(name, [SIMULATOR / 'start', name, *options], environment)
+        start = processes.start_in_session if BUSES[name] == 'session' else processes.start
+        self.process = start(name, [SIMULATOR / 'start', name, *options])
 
     def wait_ready(self):
         """Waits until it can be called."""
@@ -60,10 +61,9 @@ class StandIn(ControlClient):
 class StandIns:
     """The stand-ins of a test, each an attribute once it is started: `standins.package_manager`."""
 
-    def __init__(self, processes, system_bus, session_bus, environment):
+    def __init__(self, processes, system_bus, session_bus):
         self._processes = processes
         self._connections = {'system': system_bus.connection, 'session': session_bus.connection}
-        self._environment = environment
         self._started = {}
 
     def start(self, *names, **settings):
@@ -74,7 +74,7 @@ class StandIns:
         """
         assert not settings or len(names) == 1, 'parameters are for one stand-in'
         parameters = {key.replace('_', '-'): written(value) for key, value in settings.items()}
-        started = [StandIn(name, self._connections[BUSES[name]], self._processes, self._environment, parameters)
+        started = [StandIn(name, self._connections[BUSES[name]], self._processes, parameters)
                    for name in names]
         for standin in started:
             standin.wait_ready()

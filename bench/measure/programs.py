@@ -12,6 +12,7 @@ from typing import NamedTuple
 from harness.bus import Bus
 from harness.client import Client
 from harness.processes import Processes
+from standin import names
 
 SOURCE = Path(__file__).resolve().parent.parent
 BUILD = Path(os.environ['VELMORA_BENCH_BUILD'])
@@ -48,8 +49,9 @@ UNHEARD = ('sh', '-c', 'exec "$@" >/dev/null 2>&1', 'sh')
 
 @contextmanager
 def running(program, environment=None, prefix=UNHEARD):
-    """Runs a program from when it has its name until the end of the block; the prefix is a command that starts it."""
-    process = PROCESSES.start(program.name, [*prefix, *program.command], environment)
+    """Runs a program of the session from when it has its name until the end of the block; the prefix is a command that
+    starts it."""
+    process = PROCESSES.start_in_session(program.name, [*prefix, *program.command], environment)
     SESSION.wait_owner(program.name)
     yield process
     process.stop()
@@ -73,8 +75,9 @@ def in_turn(rounds, function, *programs):
 
 
 def stopwatch(name, *arguments):
-    """Runs a stopwatch; a list of its results for each of its subjects."""
-    done = subprocess.run([tool(f'stopwatch-{name}'), *map(str, arguments)], capture_output=True, text=True)
+    """Runs a stopwatch in the session; a list of its results for each of its subjects."""
+    done = subprocess.run([names.SESSION, tool(f'stopwatch-{name}'),
+                          *map(str, arguments)], capture_output=True, text=True)
     if done.returncode != 0:
         raise RuntimeError(f'stopwatch-{name}: {done.stderr[-2000:]}')
     return [list(results) for results in zip(*(map(float, line.split()) for line in done.stdout.splitlines()))]

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Removals by name: through the package manager and through PackageKit."""
 
+import shutil
 from pathlib import Path
 from statistics import median, quantiles
 
@@ -66,5 +67,6 @@ def home_with_database():
     """A home folder whose owner's RPM uses one of the databases."""
     home = Path('/tmp/home')
     home.mkdir(exist_ok=True)
+    shutil.chown(home, 'velmora')
     (home / '.rpmmacros').write_text(f'%_dbpath {databases(100)[0]}\n')
     return str(home)

@@ -4,8 +4,11 @@
 
 from pathlib import Path
 
+from standin.names import SESSION
+
 SPEC = Path(__file__).parents[1] / 'application.spec'
 LAUNCHERS = Path('/usr/share/applications')
+HOME = Path('/home/velmora')
 
 # The application that the demo installs through the service. The package manager removes it.
 HELLO = 'velmora-hello'
@@ -16,15 +19,15 @@ NOTES, CLOCK = 'velmora-notes', 'velmora-clock'
 NOTES_LAUNCHER = LAUNCHERS / f'{NOTES}.desktop'
 
 # A launcher of the user's own, and one of an Android application.
-OWN_LAUNCHER = Path.home() / '.local/share/applications/org.example.Bookmark.desktop'
+OWN_LAUNCHER = HOME / '.local/share/applications/org.example.Bookmark.desktop'
 ANDROID_LAUNCHER = LAUNCHERS / 'zindro_launcher_org_example_Game.desktop'
 
 
 def build_package(processes, name, folder):
-    """Builds the package of an application into the folder and returns its path."""
-    folder.mkdir(parents=True, exist_ok=True)
+    """Builds the package of an application into the folder, as the session's user, and returns its path."""
+    processes.run('mkdir', [SESSION, 'mkdir', '--parents', folder])
     processes.run('rpmbuild', [
-        'rpmbuild', '-bb', '--quiet', '--define', f'application {name}', '--define', '_topdir /tmp/rpmbuild',
+        SESSION, 'rpmbuild', '-bb', '--quiet', '--define', f'application {name}', '--define', '_topdir /tmp/rpmbuild',
         '--define', f'_rpmdir {folder}', '--define', '_rpmfilename %{NAME}-%{VERSION}-%{RELEASE}.%{ARCH}.rpm', SPEC])
     return next(folder.glob(f'{name}-*.rpm'))
 
@@ -33,7 +36,7 @@ def add_removable(processes, folder):
     """Puts all applications but HELLO on the device."""
     for name in (NOTES, CLOCK):
         processes.run('rpm', ['rpm', '--upgrade', build_package(processes, name, folder)])
-    OWN_LAUNCHER.parent.mkdir(parents=True)
+    processes.run('mkdir', [SESSION, 'mkdir', '--parents', OWN_LAUNCHER.parent])
     OWN_LAUNCHER.write_text('[Desktop Entry]\nType=Link\nName=Bookmark\nURL=http://example.org\n', encoding='ascii')
     ANDROID_LAUNCHER.write_text('[Desktop Entry]\nType=Application\nName=Game\nExec=true\n'
                                 'X-zindro-apkfile=/data/app/org.example.Game.apk\n', encoding='ascii')

@@ -8,15 +8,22 @@ from threading import Thread
 from gi.repository import GLib
 from harness.bus import Bus
 from harness.busmonitor import BusMonitor
-from harness.client import NAME, Client
+from harness.client import INTERFACE, NAME, PATH, Client
 from harness.processes import Processes, WaitFailed
 from harness.screen import PHONE, Screen
 from harness.signalrecorder import SignalRecorder
 from harness.standins import SIMULATOR
+from standin.names import SESSION
+
+# What starts a program like the home screen, which may remove by launcher.
+HOME_SCREEN = [SESSION, '--group', 'privileged']
 
 
 class Device:
-    """The demo's device: buses, display, stand-ins and client. The display is the caller's, or Xvfb if there is none."""
+    """The demo's device: buses, display, stand-ins and client. The display is the caller's, or Xvfb if there is none.
+
+    The demo itself runs as root. It starts the stand-ins and watches what happens.
+    """
 
     def __init__(self):
         self.processes = Processes()
@@ -49,6 +56,11 @@ class Device:
         """Starts the stand-ins of the platform services, and waits until all of them can be called."""
         process = self.processes.start('stand-ins', [SIMULATOR / 'start-all'], log='/var/log/simulator.log')
         self.processes.wait_line(process, 'ready all'.__eq__, 'start of the stand-ins')
+
+    def call(self, method, argument):
+        """Calls the installation handler as the home screen does, and waits for the reply. The argument is GVariant text."""
+        self.processes.run('gdbus', [*HOME_SCREEN, 'gdbus', 'call', '--session', '--dest', NAME, '--object-path', PATH,
+                                     '--method', f'{INTERFACE}.{method}', argument])
 
     def service_process(self):
         """The process id of the installation handler, or None when it does not run."""

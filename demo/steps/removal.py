@@ -47,7 +47,7 @@ def show_removals(device):
             raise Failure(f'there is no launcher {removal.launcher}')
         messages.clear()
         with step(f'Removing the application of {removal.launcher.name}; {removal.back_end} does it'):
-            device.client.remove_launcher(removal.launcher)
+            device.call('removePackageByDesktopFile', f"'{removal.launcher}'")
             device.processes.wait_until(
                 lambda: not set(removal.messages) - {message.member for message in messages},
                 f'{", ".join(removal.messages)} on the buses')

@@ -4,6 +4,9 @@
 
 from pathlib import Path
 
+# Starts a program of the session's user.
+SESSION = Path(__file__).resolve().parents[2] / 'sandbox/session'
+
 CONTROL_INTERFACE = 'org.velmoraos.simulator.Control'
 CONTROL_PATH = '/org/velmoraos/simulator'
 

@@ -3,10 +3,12 @@
 """Stand-in of the package manager: installs packages with rpm, and removes those that it has installed."""
 
 import shutil
+import subprocess
 from pathlib import Path
 
 import dbus
 
+from standin.names import SESSION
 from standin.rpminstallation import RpmInstallation
 from standin.rpmremoval import remove_package
 
@@ -32,8 +34,8 @@ def unknown(name):
 
 
 def data_folder(name):
-    """Where an application keeps what it stores."""
-    return Path.home() / '.local/share' / name
+    """Where an application keeps what it stores, in the HOME of the session's user."""
+    return Path('/home/velmora/.local/share', name)
 
 
 @dbus.service.method(MAIN_IFACE, in_signature='sa{sv}', out_signature='', async_callbacks=('answer', 'refuse'))
@@ -48,7 +50,7 @@ def Install(self, path, _options, answer, refuse):
             return
         name, version = package
         self.installed[name] = version
-        data_folder(name).mkdir(parents=True, exist_ok=True)
+        subprocess.run([SESSION, 'mkdir', '--parents', data_folder(name)], check=True)
         answer()
 
     RpmInstallation(path, ended).start()

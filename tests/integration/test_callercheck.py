@@ -11,6 +11,7 @@ from gi.repository import Gio, GLib
 from support.removalrequests import KNOWN
 
 GROUPS, USERS = Path('/etc/group'), Path('/etc/passwd')
+RUNTIME_FOLDER = Path('/run/user/100000')
 GOING_CALLER = Path(support.__file__).with_name('goingcaller.py')
 REFUSED = 'removePackageByDesktopFile called from non-privileged process'
 BAD = 'void InstallationHandler::removePackageByDesktopFile(const QString&) bad desktop file: "{}"'
@@ -35,8 +36,10 @@ def lookalikes():
 
 @pytest.fixture
 def call_as(processes, session_bus):
-    """Calls a method in a process of its own; the process, which has ended."""
+    """Calls a method in a process of its own; the process, which has ended. Other users than the session's, too, may now
+    enter the folder of the bus, unlike on a device."""
     def call(user, group, method, argument, more_groups=()):
+        RUNTIME_FOLDER.chmod(0o711)
         groups = [f'--groups={",".join(map(str, more_groups))}'] if more_groups else ['--clear-groups']
         process = processes.start('caller', [
             'setpriv', f'--reuid={user}', f'--regid={group}', *groups,
@@ -45,7 +48,8 @@ def call_as(processes, session_bus):
             '--method', f'org.velmoraos.installationhandler.{method}', argument])
         processes.wait_end(process)
         return process
-    return call
+    yield call
+    RUNTIME_FOLDER.chmod(0o700)
 
 
 @pytest.mark.parametrize('user, group', [

@@ -3,6 +3,7 @@
 """The helpers that the other tests rely on notice failures."""
 
 import signal
+from pathlib import Path
 
 import pytest
 from harness.client import NAME, PATH
@@ -55,6 +56,19 @@ def test_barrier_comes_after_what_was_sent_before(standins, service, client, sig
 
     assert signals.names() == ['needConfirm', 'installFinished']
     assert [call.method for call in mce.calls()][-1] == 'notification_end_req'
+
+
+def test_session_is_the_users_and_the_system_is_roots(platform, service, session_bus, system_bus):
+    def user(process):
+        return Path(f'/proc/{process.pid}').owner()
+
+    session = [session_bus, service, platform.launcher_model, platform.notifications]
+    assert [user(program.process) for program in session] == ['velmora'] * 4
+    assert Path(f'/proc/{service.process.pid}').group() == 'velmora'
+    system = [system_bus, platform.package_manager, platform.runtime_manager, platform.developer_mode, platform.mce,
+              platform.android_support]
+    assert [user(program.process) for program in system] == ['root'] * 6
+    assert session_bus.ask('GetConnectionUnixUser', '(s)', session_bus.connection.get_unique_name()) == (100000,)
 
 
 def test_dead_service_stays_dead(service, session_bus, client):

@@ -6,10 +6,12 @@ import os
 from pathlib import Path
 
 import pytest
+from support.devicestate import make_own_folder
 from support.removalrequests import KNOWN
 from support.sockets import make_socket
 
 SYSTEM = Path('/usr/share/applications')
+USUAL_DATA_HOME = '/home/velmora/.local/share'
 
 
 def bad(path):
@@ -150,7 +152,7 @@ def test_detour_to_the_own_folder(searched, applications, detour):
 def test_neighbour_of_the_own_folder(hooks, removed, applications, name):
     """A path that begins like an own launcher is deleted as one. Known behaviour 38, 39."""
     neighbour = applications.parent / name
-    neighbour.parent.mkdir(exist_ok=True)
+    make_own_folder(neighbour.parent)
     neighbour.touch()
 
     assert removed(neighbour) == ([('OnRemove', (neighbour.stem,))], [])
@@ -160,10 +162,9 @@ def test_neighbour_of_the_own_folder(hooks, removed, applications, name):
 
 @pytest.fixture
 def write(tmp_path):
-    """Writes the launcher of a.b below a folder for data."""
+    """Writes the launcher of a.b below a folder for data, which may be an absolute path."""
     def write_launcher(folder):
-        launcher = tmp_path / folder / 'applications/a.b.desktop'
-        launcher.parent.mkdir(parents=True)
+        launcher = make_own_folder(tmp_path / folder / 'applications') / 'a.b.desktop'
         launcher.write_text('[Desktop Entry]\n', encoding='ascii')
         return launcher
     return write_launcher
@@ -192,7 +193,7 @@ def test_own_launcher_is_below_the_data_home(standins, start, write, client, sig
     assert (service.log(), signals.all) == ([], [])
 
 
-@pytest.mark.parametrize('folder', ['home/.local/share', 'shared'], ids=['usual data home', 'data of everybody'])
+@pytest.mark.parametrize('folder', [USUAL_DATA_HOME, 'shared'], ids=['usual data home', 'data of everybody'])
 def test_every_other_launcher_is_one_of_the_system(standins, start, write, client, signals, folder):
     hooks, manager, packagekit = standins.start('runtime-manager', 'package-manager', 'package-kit')
     service = start('data', 'shared')
@@ -210,7 +211,7 @@ def test_every_other_launcher_is_one_of_the_system(standins, start, write, clien
 
 @pytest.mark.parametrize('folders, told', [
     (('shared',), 'shared'), (('local', 'shared'), 'local'), (('shared', 'data'), 'data'),
-    (('home/.local/share',), None),
+    ((USUAL_DATA_HOME,), None),
 ], ids=['anywhere', 'in order', 'the data home first', 'not in the usual data home'])
 def test_home_screen_is_told_of_the_first(manager, launcher_model, start, write, remove_and_wait, folders, told):
     manager.answer('GetPackage', KNOWN)

@@ -4,6 +4,7 @@
 
 import pytest
 from gi.repository import GLib
+from support.devicestate import make_own_folder
 
 FAILED = "Failed to call ZARN hook 'OnRemove' for Runtime Manager service:  "
 ABSENT = FAILED + '"The name ru.quon.RuntimeManager was not provided by any .service files"'
@@ -39,7 +40,7 @@ def test_is_deleted_and_the_hook_called(standins, service, client, signals, appl
     nothing. Known behaviour 21, 40."""
     standins.start('runtime-manager', 'package-manager')
     path = applications / file
-    path.parent.mkdir(parents=True, exist_ok=True)
+    make_own_folder(path.parent)
     path.touch()
 
     assert client.remove_launcher(path) == ()

@@ -7,8 +7,6 @@ import re
 import stat
 
 import pytest
-from harness.client import NAME
-from harness.service import PROGRAM
 from packages import damage, handmade
 from support.records import besides_removals
 from support.sockets import make_socket
@@ -98,13 +96,8 @@ def test_terminal(service, client, signals, package_manager):
         os.close(terminal)
 
 
-def test_file_that_may_not_be_read(processes, program, environment, session_bus, client, signals, package_manager,
-                                   package):
-    """Root may read anything, except without these capabilities."""
+def test_file_that_may_not_be_read(service, client, signals, package_manager, package):
     path = package('secret')
     path.chmod(0)
-    command = ['setpriv', '--bounding-set', '-dac_override,-dac_read_search', PROGRAM]
-    program.process = processes.start('service', command, environment)
-    session_bus.wait_owner(NAME)
 
-    check_install(path, None, program, client, signals, package_manager)
+    check_install(path, None, service, client, signals, package_manager)

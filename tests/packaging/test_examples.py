@@ -7,7 +7,7 @@ import re
 
 import pytest
 
-SIGNALS = '/run/test-signals'
+SIGNALS = '/tmp/test-signals'
 INSTALLED = "org.velmoraos.installationhandler.installFinished (true, '')"
 REMOVED = "org.velmoraos.installationhandler.removalFinished (true, '')"
 FIND_DIALOG = 'xdotool search --sync --onlyvisible --class velmora-installationhandler'

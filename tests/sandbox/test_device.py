@@ -12,6 +12,7 @@ import pytest
 
 PROJECT = Path(__file__).resolve().parents[2]
 DEVICE = str(PROJECT / 'sandbox/device')
+SESSION = str(PROJECT / 'sandbox/session')
 DEADLINE = 120
 
 # A file in each folder that programs commonly write to. None of them may appear on the machine.
@@ -122,7 +123,7 @@ def test_arguments_pass_unchanged():
 def test_without_a_command_there_is_a_shell():
     result = subprocess.run([DEVICE, '--no-buses'], input='echo shell of $HOME\n', text=True, capture_output=True,
                             timeout=DEADLINE)
-    assert (result.returncode, result.stdout) == (0, 'shell of /home/velmora\n')
+    assert (result.returncode, result.stdout) == (0, 'shell of /root\n')
 
 
 # The contents of the device
@@ -137,11 +138,11 @@ def test_stage_may_be_anywhere(stage):
 
 
 def test_session_bus_starts_services_of_the_stage_only(stage):
-    listing = output('gdbus', 'call', '--session', '--dest', 'org.freedesktop.DBus', '--object-path', '/', '--method',
+    listing = output(SESSION, 'gdbus', 'call', '--session', '--dest', 'org.freedesktop.DBus', '--object-path', '/', '--method',
                      'org.freedesktop.DBus.ListActivatableNames', options=['--stage', stage])
     assert listing == "(['org.freedesktop.DBus', 'org.velmoraos.sample'],)\n"
 
-    started = output('sh', '-c', 'gdbus call --session --dest org.velmoraos.sample --object-path / --method a.b.C '
+    started = output(SESSION, 'sh', '-c', 'gdbus call --session --dest org.velmoraos.sample --object-path / --method a.b.C '
                      '>/dev/null 2>&1; cat /tmp/started', options=['--stage', stage])
     assert started == 'started\n'
 
@@ -154,8 +155,8 @@ def test_system_bus_is_at_its_place_and_open_to_all():
 
 
 def test_no_buses_unless_wanted():
-    script = 'ls /run/dbus; echo address: ${DBUS_SESSION_BUS_ADDRESS-none}'
-    assert output('sh', '-c', script, options=['--no-buses']) == 'address: none\n'
+    assert output('ls', '-A', '/run/dbus', '/run/user/100000',
+                  options=['--no-buses']) == '/run/dbus:\n\n/run/user/100000:\n'
 
 
 def test_only_own_processes_are_seen():
@@ -171,10 +172,10 @@ def test_rpm_database_is_private_and_empty():
 
 def test_private_folders_are_empty():
     """But for the project, which may lie in one of them."""
-    seen = output('sh', '-c', 'ls -A /tmp /home/velmora /dev/shm /usr/share/applications; ls -d /etc/velmora*',
+    seen = output('sh', '-c', 'ls -A /tmp /root /home/velmora /dev/shm /usr/share/applications; ls -d /etc/velmora*',
                   options=['--no-buses'], check=False).split()
     assert [name for name in seen if name not in Path(DEVICE).parts] == [
-        '/dev/shm:', '/home/velmora:', '/tmp:', '/usr/share/applications:']
+        '/dev/shm:', '/home/velmora:', '/root:', '/tmp:', '/usr/share/applications:']
 
 
 def test_users_and_groups_of_a_device():
@@ -184,9 +185,9 @@ def test_users_and_groups_of_a_device():
 
 def test_environment_is_the_devices():
     passed = {'QT_LOGGING_RULES': '*=true', 'ASAN_OPTIONS': 'a=1', 'CI': '1'}
-    replaced = {'HOME': '/home/velmora', 'LANG': 'C.UTF-8', 'XDG_RUNTIME_DIR': '/run/user/0'}
+    replaced = {'HOME': '/root', 'LANG': 'C.UTF-8', 'XDG_RUNTIME_DIR': '/run/user/0'}
     dropped = {'DISPLAY': ':77', 'SECRET': 'x', 'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/x'}
-    caller = {'PATH': os.environ['PATH'], 'HOME': '/root', 'LANG': 'de_DE.UTF-8', **passed, **dropped}
+    caller = {'PATH': os.environ['PATH'], 'HOME': '/home/user', 'LANG': 'de_DE.UTF-8', **passed, **dropped}
     seen = dict(line.split('=', 1) for line in output('env', env=caller, options=['--no-buses']).splitlines())
     assert seen.items() >= {**passed, **replaced}.items()
     assert not dropped.keys() & seen.keys()
@@ -226,6 +227,33 @@ def test_control_group_vanishes_with_the_device(number):
         while has_group(running.process.pid) and time.monotonic() < end:
             time.sleep(0.05)
         assert not has_group(running.process.pid)
+
+
+# The session
+
+def test_session_is_that_of_its_user():
+    script = 'id -nu; id -nG; echo $HOME $USER $LOGNAME $XDG_RUNTIME_DIR $DBUS_SESSION_BUS_ADDRESS $EXTRA "$@"'
+    said = output(SESSION, 'EXTRA=more', 'sh', '-c', script, 'sh', 'NAME=VALUE', 'two  words', options=['--no-buses'])
+    assert said.splitlines() == [
+        'velmora', 'velmora',
+        '/home/velmora velmora velmora /run/user/100000 unix:path=/run/user/100000/bus more NAME=VALUE two  words']
+
+
+def test_folders_of_the_session_are_its_users_alone():
+    assert output('stat', '-c', '%a %U %G %n', '/home/velmora', '/run/user/100000') == \
+        '700 velmora velmora /home/velmora\n700 velmora velmora /run/user/100000\n'
+
+
+def test_program_of_the_session_in_another_group():
+    said = output(SESSION, '--group', 'privileged', 'sh', '-c', 'id -nu; id -ng', options=['--no-buses'])
+    assert said == 'velmora\nprivileged\n'
+
+
+@pytest.mark.parametrize('who', [[], ['setpriv', '--reuid=65534', '--clear-groups']], ids=['root', 'another user'])
+def test_session_bus_refuses_others(who):
+    result = device(*who, 'dbus-send', '--bus=unix:path=/run/user/100000/bus', '--print-reply', '--dest=org.freedesktop.DBus',
+                    '/', 'org.freedesktop.DBus.ListNames', check=False)
+    assert (result.returncode, result.stdout) == (1, '')
 
 
 # Folders of the machine

@@ -22,10 +22,10 @@ ANDROID = {'name': 'com.zelka.zindro', 'path': '/com/zelka/zindro', 'interface':
 
 
 @pytest.fixture
-def run(processes, environment):
+def run(processes):
     """Runs a command of the simulator: its exit status and its lines."""
     def to_the_end(command, *arguments):
-        process = processes.start(command, [SIMULATOR / command, *arguments], environment)
+        process = processes.start(command, [SIMULATOR / command, *arguments])
         return processes.wait_end(process), process.lines()
     return to_the_end
 
@@ -134,9 +134,9 @@ def test_control_tells_what_is_wrong(standins, run):
 
 
 @pytest.fixture
-def everything(processes, environment, system_bus, session_bus):
+def everything(processes, system_bus, session_bus):
     """All stand-ins, started by one command."""
-    process = processes.start('start-all', [SIMULATOR / 'start-all'], environment)
+    process = processes.start('start-all', [SIMULATOR / 'start-all'])
     processes.wait_until(lambda: 'ready all' in process.lines(), 'all stand-ins')
     return process
 

@@ -6,15 +6,24 @@ import shutil
 import subprocess
 from pathlib import Path
 
+from standin.names import SESSION
+
 POLICY_FILE = Path('/etc/velmora/access-policy.conf')
 REFUSING_POLICY = '[Applications]\nInstallationEnabled=false\n'
 EMULATOR_MARKER = Path('/etc/velmoraos-emulator')
+HOME = Path('/home/velmora')
 INIT = 'sandbox/init'
 
 
 def is_device():
     """Whether this machine is a device in a sandbox: its first process says so."""
     return INIT in Path('/proc/1/cmdline').read_text(encoding='utf-8')
+
+
+def make_own_folder(path):
+    """Makes a folder of the session's user, with those above it, and returns its path."""
+    subprocess.run([SESSION, 'mkdir', '--parents', path], check=True)
+    return path
 
 
 class KeptFolder:
@@ -33,10 +42,11 @@ class KeptFolder:
 
 
 class DeviceState:
-    """The device's policy, emulator marker, HOME and installed packages."""
+    """The device's policy, emulator marker, HOME of the session's user and installed packages."""
 
-    def __init__(self, home):
-        self.home = home
+    home = HOME
+
+    def __init__(self):
         self.reset()
 
     def reset(self):
@@ -44,6 +54,9 @@ class DeviceState:
         if POLICY_FILE.parent.exists():
             shutil.rmtree(POLICY_FILE.parent)
         EMULATOR_MARKER.unlink(missing_ok=True)
+        shutil.rmtree(HOME)
+        HOME.mkdir(mode=0o700)
+        shutil.chown(HOME, 'velmora', 'velmora')
         packages = self.packages()
         if packages:
             subprocess.run(['rpm', '-e', '--nodeps', '--noscripts', '--allmatches', *packages], check=True,

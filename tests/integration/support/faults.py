@@ -171,8 +171,7 @@ class BusFaults:
                 self.kill(name)
         self._buses = {'system': PrivateBus.system(self._processes),
                        'session': PrivateBus.session(self._processes, self._environment)}
-        self.removal.start_peers(StandIns(self._processes, self._buses['system'], self._buses['session'],
-                                          self._environment))
+        self.removal.start_peers(StandIns(self._processes, self._buses['system'], self._buses['session']))
         self.start_service()
 
     def wait_settled(self):
@@ -185,9 +184,9 @@ class BusFaults:
 
 
 @pytest.fixture(scope='module')
-def app_package(tmp_path_factory):
+def app_package():
     """The package of the application, which has a launcher."""
-    return build_package(tmp_path_factory.mktemp('packages'), 'app')
+    return build_package('/tmp/packages', 'app')
 
 
 @pytest.fixture

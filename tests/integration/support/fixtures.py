@@ -2,10 +2,14 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The fixtures: a fresh pair of buses, HOME and device state for each test, and programs started on demand."""
 
+import os
+import shutil
+import tempfile
 from functools import partial
+from pathlib import Path
 
 import pytest
-from harness.bus import SESSION_ADDRESS, PrivateBus
+from harness.bus import PrivateBus
 from harness.busmonitor import BusMonitor
 from harness.client import Client
 from harness.processes import Processes
@@ -16,7 +20,7 @@ from harness.standins import StandIns
 from packages import build_package
 
 from .catalogues import Catalogues
-from .devicestate import DeviceState, is_device
+from .devicestate import DeviceState, is_device, make_own_folder
 from .dialog import Dialog
 from .packagekit import PackageKit, WaitingScriptlet, install
 from .scriptedbus import ScriptedBus
@@ -60,21 +64,27 @@ def processes(request):
 
 
 @pytest.fixture
-def device(tmp_path):
+def tmp_path():
+    """A folder of the session's user, who may not enter pytest's own ones."""
+    with tempfile.TemporaryDirectory() as folder:
+        os.chmod(folder, 0o755)
+        shutil.chown(folder, 'velmora')
+        yield Path(folder)
+
+
+@pytest.fixture
+def device():
     """The device's own state, as new."""
-    home = tmp_path / 'home'
-    home.mkdir()
-    state = DeviceState(home)
+    state = DeviceState()
     yield state
     state.reset()
 
 
 @pytest.fixture
 def environment(device):
-    """The variables of all programs of the session."""
+    """The variables of all programs of the session, besides those that every session has."""
     return {
-        'HOME': str(device.home), 'DBUS_SESSION_BUS_ADDRESS': SESSION_ADDRESS, 'QT_QPA_PLATFORM': 'offscreen',
-        'QT_QUICK_BACKEND': 'software', 'QT_FORCE_STDERR_LOGGING': '1',
+        'QT_QPA_PLATFORM': 'offscreen', 'QT_QUICK_BACKEND': 'software', 'QT_FORCE_STDERR_LOGGING': '1',
         'QT_MESSAGE_PATTERN': '%{type} %{category}: %{message}',
     }
 
@@ -92,9 +102,9 @@ def session_bus(processes, environment):
 
 
 @pytest.fixture
-def standins(processes, system_bus, session_bus, environment):
+def standins(processes, system_bus, session_bus):
     """The stand-ins, none of which runs yet. Calls that no stand-in offers fail the test."""
-    all_standins = StandIns(processes, system_bus, session_bus, environment)
+    all_standins = StandIns(processes, system_bus, session_bus)
     yield all_standins
     processes.run_pending()
     assert not all_standins.unexpected()
@@ -128,7 +138,8 @@ def second_program(processes, system_bus, session_bus, environment):
 def run_client(processes, environment):
     """Runs the program in client mode: `run_client('install', file)`, its exit status and its lines."""
     def run(*arguments, **variables):
-        process = processes.start('client', [PROGRAM, *arguments], {**environment, **WHOLE_STACKS, **variables})
+        process = processes.start_in_session('client', [PROGRAM, *arguments],
+                                             {**environment, **WHOLE_STACKS, **variables})
         return processes.wait_end(process), process.lines()
     return run
 
@@ -239,9 +250,7 @@ def launcher_model(standins):
 @pytest.fixture
 def applications(device):
     """The user's own folder of launchers."""
-    folder = device.home / '.local/share/applications'
-    folder.mkdir(parents=True)
-    return folder
+    return make_own_folder(device.home / '.local/share/applications')
 
 
 @pytest.fixture

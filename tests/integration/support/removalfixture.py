@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A device on which one kind of removal is asked for, again and again."""
 
+from .devicestate import make_own_folder
 from .faulttable import written
 from .packagekit import install
 from .removalrequests import ANDROID, KNOWN, MANAGER, METHODS, PACKAGE_KIT
@@ -54,7 +55,7 @@ class RemovalFixture:
 
     def set_up_files(self):
         """The launchers that a removal takes away."""
-        self.own_launcher.parent.mkdir(parents=True, exist_ok=True)
+        make_own_folder(self.own_launcher.parent)
         self.own_launcher.touch()
         ANDROID.write_text('[Desktop Entry]\nX-zindro-apkfile=/app.apk\n', encoding='ascii')
 

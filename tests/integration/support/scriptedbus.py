@@ -8,7 +8,7 @@ from gi.repository import Gio, GLib
 from harness.client import PendingCall
 
 DAEMON = 'org.freedesktop.DBus'
-SOCKET = Path('/run/user/0/scripted-bus')
+SOCKET = Path('/run/user/100000/scripted-bus')
 MEMBER = ':1.1'
 
 
@@ -26,10 +26,10 @@ class ScriptedBus:
         # The signature and values of the bus's own answers, by method.
         self.answers = {'Hello': ('(s)', MEMBER), 'AddMatch': ('()',), 'RemoveMatch': ('()',)}
         self._processes = processes
-        SOCKET.parent.mkdir(parents=True, exist_ok=True)
         SOCKET.unlink(missing_ok=True)
         self._server = Gio.DBusServer.new_sync(self.address, Gio.DBusServerFlags.NONE, Gio.dbus_generate_guid(), None,
                                                None)
+        SOCKET.chmod(0o666)
         self._server.connect('new-connection', self._connected)
         self._server.start()
 

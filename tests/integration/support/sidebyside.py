@@ -20,7 +20,7 @@ from _pytest.runner import runtestprotocol
 
 # All that tests change on the device; each one gets a copy. mount writes nothing below /run (-n), which another test may
 # be copying.
-FOLDERS = ('/etc', '/run', '/usr/share/applications', '/usr/share/translations',
+FOLDERS = ('/etc', '/home', '/run', '/usr/share/applications', '/usr/share/translations',
            '/usr/share/velmora-installationhandler', '/var/lib/rpm')
 COPY = 'mount -n -t tmpfs -o mode=755 tmpfs /mnt && cp -a "$1/." /mnt && mount -n --move /mnt "$1"'
 CLONE_NEWNS = 0x00020000
