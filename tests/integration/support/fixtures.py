@@ -86,6 +86,8 @@ def environment(device):
     return {
         'QT_QPA_PLATFORM': 'offscreen', 'QT_QUICK_BACKEND': 'software', 'QT_FORCE_STDERR_LOGGING': '1',
         'QT_MESSAGE_PATTERN': '%{type} %{category}: %{message}',
+        # The library of PackageKit complains about properties that the daemon may announce while it starts.
+        'QT_LOGGING_RULES': 'packagekitqt.offline=false',
     }
 
 
