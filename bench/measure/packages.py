@@ -14,7 +14,7 @@ def package(size):
     """An unsigned package with a payload of so many bytes (K, M)."""
     path = KEPT / f'{size}.rpm'
     if not path.exists():
-        build('payload.spec', KEPT, f'{size}.rpm.new', f'payload {size}', '_binary_payload w0.gzdio')
+        build('payload.rpmspec', KEPT, f'{size}.rpm.new', f'payload {size}', '_binary_payload w0.gzdio')
         path.with_suffix('.rpm.new').rename(path)
     return path
 
@@ -35,7 +35,7 @@ def databases(*sizes):
     missing = [size for size in sizes if not (KEPT / f'rpmdb-{size}').exists()]
     if missing:
         folder = Path('/tmp/installed')
-        build('installed.spec', folder, '%%{NAME}.rpm', f'packages {max(missing)}')
+        build('installed.rpmspec', folder, '%%{NAME}.rpm', f'packages {max(missing)}')
         packages = sorted(folder.glob('*.rpm'))
     for size in missing:
         new = KEPT / f'rpmdb-{size}.new'

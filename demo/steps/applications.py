@@ -6,7 +6,7 @@ from pathlib import Path
 
 from standin.names import SESSION
 
-SPEC = Path(__file__).parents[1] / 'application.spec'
+SPEC = Path(__file__).parents[1] / 'application.rpmspec'
 LAUNCHERS = Path('/usr/share/applications')
 HOME = Path('/home/velmora')
 

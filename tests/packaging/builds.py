@@ -32,3 +32,20 @@ def make(source, build, *options, **variables):
     run(configuring(source, build, *options), **variables)
     run(['cmake', '--build', build], **variables)
     return build
+
+
+def repository(source, folder):
+    """A repository with a copy of the source as its only commit, which is always the same for the same source."""
+    shutil.copytree(source, folder, ignore=LEFTOVERS)
+    run('git init --quiet && git add --all && git commit --quiet --message copy', folder,
+        **{f'GIT_{who}_{what}': value for who in ('AUTHOR', 'COMMITTER')
+           for what, value in (('NAME', 'tests'), ('EMAIL', 'tests@localhost'), ('DATE', '2026-01-01T00:00:00Z'))})
+    return folder
+
+
+def source_package(source, build):
+    """The path of the source package of a repository."""
+    run(configuring(source, build))
+    run(['cmake', '--build', build, '--target', 'package_source'])
+    (package,) = build.glob('*.tar.*')
+    return package

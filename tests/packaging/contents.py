@@ -12,6 +12,7 @@ INSTALLED = {
     'usr/lib/systemd/user/velmora-installationhandler.service': 0o644,
     'usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml': 0o644,
     'usr/share/dbus-1/services/org.velmoraos.installationhandler.service': 0o644,
+    'usr/share/man/man1/velmora-installationhandler.1': 0o644,
     'usr/share/translations/velmora-installationhandler_eng_en.qm': 0o644,
     **{f'usr/share/translations/velmora-installationhandler-{language}.qm': 0o644 for language in LANGUAGES},
     'usr/share/velmora-installationhandler/SideloadDialog.qml': 0o644,
