@@ -6,7 +6,8 @@
 include_guard(GLOBAL)
 include(DeviceTest)
 
-# add_device_pytest(<name> [ARGUMENTS <argument>...] [PACKAGEKIT] [TIMEOUT <seconds>] [LABELS <label>...])
+# add_device_pytest(<name> [ARGUMENTS <argument>...] [PACKAGEKIT] [CGROUP] [TIMEOUT <seconds>]
+#     [LABELS <label>...])
 #
 # Adds the tests of the file test_<name>.py in the current folder as one test, which has a device of its own and is called
 # after the folder and the file. The arguments are pytest's.

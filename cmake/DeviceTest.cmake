@@ -26,14 +26,14 @@ if(CMAKE_CXX_FLAGS MATCHES "--coverage")
     set(VELMORA_SHOW_BUILD --writable)
 endif()
 
-# add_device_test(NAME <name> COMMAND <program or target> [<argument>...] [PACKAGEKIT] [WRITABLE <folder>]
+# add_device_test(NAME <name> COMMAND <program or target> [<argument>...] [PACKAGEKIT] [CGROUP] [WRITABLE <folder>]
 #     [TIMEOUT <seconds>] [LABELS <label>...])
 #
 # The program sees the project and the build folder read-only, but the folder WRITABLE, which is made if it is absent. It
-# starts its own buses, and passes with exit status 0. With PACKAGEKIT there is a real PackageKit on the device. Without
-# TIMEOUT it may take 300 seconds.
+# starts its own buses, and passes with exit status 0. With PACKAGEKIT there is a real PackageKit on the device, and with
+# CGROUP the device can run systemd's user manager. Without TIMEOUT the program may take 300 seconds.
 function(add_device_test)
-    cmake_parse_arguments(PARSE_ARGV 0 TEST "PACKAGEKIT" "NAME;TIMEOUT;WRITABLE" "COMMAND;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 0 TEST "PACKAGEKIT;CGROUP" "NAME;TIMEOUT;WRITABLE" "COMMAND;LABELS")
     if(TEST_UNPARSED_ARGUMENTS OR NOT TEST_NAME OR NOT TEST_COMMAND)
         message(FATAL_ERROR "add_device_test: NAME and COMMAND are needed; not understood: ${TEST_UNPARSED_ARGUMENTS}")
     endif()
@@ -54,19 +54,21 @@ function(add_device_test)
         set(program "$<TARGET_FILE:${program}>")
     endif()
     set(fixtures stage)
-    set(packagekit)
+    set(options)
     if(TEST_PACKAGEKIT)
         list(APPEND fixtures packagekit)
-        set(packagekit --packagekit "${VELMORA_PACKAGEKIT}")
+        list(APPEND options --packagekit "${VELMORA_PACKAGEKIT}")
     endif()
-    set(writable)
+    if(TEST_CGROUP)
+        list(APPEND options --cgroup)
+    endif()
     if(TEST_WRITABLE)
         file(MAKE_DIRECTORY "${TEST_WRITABLE}")
-        set(writable --writable "${TEST_WRITABLE}")
+        list(APPEND options --writable "${TEST_WRITABLE}")
     endif()
     add_test(NAME "${TEST_NAME}"
-        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}" ${packagekit}
-            ${VELMORA_SHOW_BUILD} "${CMAKE_BINARY_DIR}" ${writable} --no-buses -- "${program}" ${TEST_COMMAND})
+        COMMAND "${CMAKE_SOURCE_DIR}/sandbox/device" --stage "${VELMORA_STAGE}" ${options}
+            ${VELMORA_SHOW_BUILD} "${CMAKE_BINARY_DIR}" --no-buses -- "${program}" ${TEST_COMMAND})
     set_tests_properties("${TEST_NAME}" PROPERTIES
         FIXTURES_REQUIRED "${fixtures}" TIMEOUT "${TEST_TIMEOUT}" LABELS "${TEST_LABELS}"
         PROCESSORS "${processors}")
