@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Tests of the installed files and of the examples in the documents, on a device in a sandbox."""
 
-import re
+from functools import partial
 from pathlib import Path
 
+import documents
 import pytest
 
 SOURCE = Path(__file__).resolve().parents[2]
@@ -32,11 +33,6 @@ def source():
 
 
 @pytest.fixture
-def examples(source):
-    """The indented blocks of a section of the README, each in the form that a user pastes into a shell."""
-    def blocks(title):
-        readme = (source / 'README.md').read_text(encoding='utf-8')
-        section = re.search(rf'^## {title}\n(.*?)(?=^## |\Z)', readme, re.MULTILINE | re.DOTALL)[1]
-        return [re.sub(r'^ {4}', '', block, flags=re.MULTILINE)
-                for block in re.findall(r'(?:^ {4}.*\n)+', section, re.MULTILINE)]
-    return blocks
+def examples():
+    """The examples in a section of the README."""
+    return partial(documents.examples, 'README.md')

@@ -2,10 +2,12 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The service does all of its work under the unit's restrictions."""
 
+import shutil
 import subprocess
 from pathlib import Path
 
 import pytest
+from harness.usermanager import SERVICE
 from packages import SigningKey
 from standin.names import SESSION
 from support.packagekit import install
@@ -24,6 +26,23 @@ def test_restrictions_are_in_force(client, unit):
 
 
 @pytest.fixture
+def drop_in(examples):
+    """Installs the drop-in of the example."""
+    comment, _, text = examples[1].partition('\n')
+    path = Path(comment.removeprefix('# '))
+    path.parent.mkdir(parents=True)
+    path.write_text(text, encoding='utf-8')
+    yield
+    shutil.rmtree(path.parent)
+
+
+def test_drop_in_allows_more(drop_in, client, unit):
+    client.install([])
+
+    assert unit.get('RestrictAddressFamilies', SERVICE) == (True, ['AF_NETLINK', 'AF_UNIX'])
+
+
+@pytest.fixture
 def signed_package(package, tmp_path):
     """A package with a signature of a key that the device knows."""
     file = package('signed')
@@ -34,9 +53,9 @@ def signed_package(package, tmp_path):
     return file
 
 
-def test_installation_with_the_dialog(platform, user_manager, screen, client, signals, unit, device, signed_package):
-    """The display is in the environment of the user manager, where the session has put it."""
-    user_manager.bus.ask('UpdateActivationEnvironment', '(a{ss})', screen.environment())
+def test_installation_with_the_dialog(platform, provide_display, user_manager, screen, client, signals, unit, device,
+                                      signed_package):
+    provide_display()
 
     client.install([signed_package])
 
