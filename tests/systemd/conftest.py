@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The service in a session as a device has one: systemd's user manager starts the session bus and the service."""
 
+from pathlib import Path
+
 import documents
 import pytest
 from harness.usermanager import UserManager
@@ -9,6 +11,10 @@ from standin.names import SESSION
 
 pytest_plugins = ['support.fixtures']
 UNIT = 'velmora-installationhandler.service'
+
+
+def pytest_addoption(parser):
+    parser.addoption('--stage', type=Path, help='the folder in which the product has been installed')
 
 
 @pytest.fixture
