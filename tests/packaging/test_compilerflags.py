@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Builds with the flags of distributions: they start, and they are the same wherever they are made."""
+"""Builds with the flags of distributions: they start, are the same wherever they are made, and can be packaged."""
 
 import shutil
 
+import debianpackage
 import pytest
-from builds import LEFTOVERS, make, run
+from builds import LEFTOVERS, attempt, make, run
 from contents import INSTALLED, found, naming
 from harness.service import PROGRAM
 
@@ -69,3 +70,10 @@ def test_place_of_the_build_makes_no_difference(optimised, optimised_elsewhere, 
     assert '.debug_info' in run(['readelf', '--sections', '--wide', one / PROGRAM[1:]])
     assert [name for name in INSTALLED if (one / name).read_bytes() != (other / name).read_bytes()] == []
     assert naming(one, [source]) == []
+
+
+def test_lintian_finds_no_error(hardened, source, tmp_path):
+    package = debianpackage.build(stage(hardened), source, tmp_path)
+
+    done = attempt(['lintian', '--allow-root', '--fail-on', 'error', package])
+    assert done.returncode == 0, done.stdout
