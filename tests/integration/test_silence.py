@@ -53,6 +53,7 @@ def test_of_developer_mode(standins, manager, service, client, signals, dialog):
         request.wait()
 
     signals.wait('installFinished', 2)
+    signals.wait('removalFinished', 2)
     other.wait()
     assert sorted(set(signals.names())) == ['installFinished', 'needConfirm', 'removalFinished']
     assert signals.arguments('installFinished') == [(True, '')] * 2
