@@ -95,6 +95,11 @@ class Screen:
         x, y = self.wait_for_install_button()
         return self._width - x, y
 
+    def colours(self):
+        """The number of colours on the screen."""
+        picture = self._picture()
+        return len({picture[start:start + 3] for start in range(0, len(picture), 3)})
+
     def _picture(self):
         """All pixels from left to right and top to bottom, three bytes each."""
         return self._run('import', '-window', 'root', '-depth', '8', 'rgb:-')

@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The callers that may remove by launcher: real processes, under real users and groups."""
 
+import os
+import shutil
 import sys
 from pathlib import Path
 
@@ -38,12 +40,12 @@ def lookalikes():
 def call_as(processes, session_bus):
     """Calls a method in a process of its own; the process, which has ended. Other users than the session's, too, may now
     enter the folder of the bus, unlike on a device."""
-    def call(user, group, method, argument, more_groups=()):
+    def call(user, group, method, argument, more_groups=(), program='gdbus'):
         RUNTIME_FOLDER.chmod(0o711)
         groups = [f'--groups={",".join(map(str, more_groups))}'] if more_groups else ['--clear-groups']
         process = processes.start('caller', [
             'setpriv', f'--reuid={user}', f'--regid={group}', *groups,
-            'gdbus', 'call', '--address', session_bus.address, '--dest', 'org.velmoraos.installationhandler',
+            program, 'call', '--address', session_bus.address, '--dest', 'org.velmoraos.installationhandler',
             '--object-path', '/org/velmoraos/installationhandler',
             '--method', f'org.velmoraos.installationhandler.{method}', argument])
         processes.wait_end(process)
@@ -58,6 +60,18 @@ def call_as(processes, session_bus):
 ])
 def test_privileged(service, call_as, user, group):
     caller = call_as(user, group, 'removePackageByDesktopFile', ABSENT)
+
+    assert (caller.returncode, caller.text) == (0, '()\n')
+    assert service.log() == ['warning default: ' + BAD.format(ABSENT)]
+
+
+def test_program_with_the_set_group_id_bit(service, call_as, tmp_path):
+    """The group in which it was started does not matter."""
+    program = shutil.copy('/usr/bin/gdbus', tmp_path)
+    os.chown(program, ROOT, PRIVILEGED)
+    os.chmod(program, 0o2755)
+
+    caller = call_as(VELMORA, VELMORA, 'removePackageByDesktopFile', ABSENT, program=program)
 
     assert (caller.returncode, caller.text) == (0, '()\n')
     assert service.log() == ['warning default: ' + BAD.format(ABSENT)]
