@@ -99,6 +99,6 @@ private:
     };
 };
 
-VELMORA_TEST(InstallationErrorTest, Core)
+VELMORA_TEST(InstallationErrorTest, Anywhere, Core)
 
 #include "tst_installationerror.moc"

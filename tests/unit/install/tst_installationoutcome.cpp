@@ -262,6 +262,6 @@ private:
     }
 };
 
-VELMORA_TEST(InstallationOutcomeTest, Gui)
+VELMORA_TEST(InstallationOutcomeTest, Device, Gui)
 
 #include "tst_installationoutcome.moc"

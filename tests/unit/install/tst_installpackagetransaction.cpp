@@ -247,6 +247,6 @@ private:
     }
 };
 
-VELMORA_TEST(InstallPackageTransactionTest, Gui)
+VELMORA_TEST(InstallPackageTransactionTest, Device, Gui)
 
 #include "tst_installpackagetransaction.moc"

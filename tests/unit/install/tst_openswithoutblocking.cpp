@@ -111,6 +111,6 @@ private:
     SpecialFiles m_files;
 };
 
-VELMORA_TEST(OpensWithoutBlockingTest, Core)
+VELMORA_TEST(OpensWithoutBlockingTest, Anywhere, Core)
 
 #include "tst_openswithoutblocking.moc"

@@ -215,6 +215,6 @@ private:
     std::optional<MessageLog> m_log;
 };
 
-VELMORA_TEST(RpmInfoCallsTest, Core)
+VELMORA_TEST(RpmInfoCallsTest, Anywhere, Core)
 
 #include "tst_rpminfocalls.moc"

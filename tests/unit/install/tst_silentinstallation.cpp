@@ -135,6 +135,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(SilentInstallationTest, Gui)
+VELMORA_TEST(SilentInstallationTest, Device, Gui)
 
 #include "tst_silentinstallation.moc"

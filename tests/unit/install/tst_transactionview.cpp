@@ -503,6 +503,6 @@ private:
     QQmlEngine *m_used = nullptr;
 };
 
-VELMORA_TEST(TransactionViewTest, Gui)
+VELMORA_TEST(TransactionViewTest, Device, Gui)
 
 #include "tst_transactionview.moc"

@@ -58,6 +58,6 @@ private:
     std::optional<DeviceFile> m_file;
 };
 
-VELMORA_TEST(AboutSettingsTest, Core)
+VELMORA_TEST(AboutSettingsTest, Device, Core)
 
 #include "tst_aboutsettings.moc"

@@ -242,6 +242,6 @@ private:
     std::optional<QTemporaryDir> m_folder;
 };
 
-VELMORA_TEST(AccessPolicyTest, Core)
+VELMORA_TEST(AccessPolicyTest, Device, Core)
 
 #include "tst_accesspolicy.moc"

@@ -69,6 +69,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(MDeclarativeCacheTest, None)
+VELMORA_TEST(MDeclarativeCacheTest, Anywhere, None)
 
 #include "tst_mdeclarativecache.moc"

@@ -196,8 +196,8 @@ private Q_SLOTS:
     void readsNothingThatIsSecret()
     {
         const DeviceFile file(path(), Good);
-        QVERIFY(QFile::setPermissions(path(), {}));
         QVERIFY(MDesktopEntry(path()).contains(Key));
+        QVERIFY(QFile::setPermissions(path(), {}));
         const QFile::Permissions open = QFile::permissions(m_folder.path()) | QFile::ReadOther | QFile::ExeOther;
         QVERIFY(QFile::setPermissions(m_folder.path(), open));
         const Nobody nobody;
@@ -229,6 +229,6 @@ private:
     SpecialFiles m_files;
 };
 
-VELMORA_TEST(MDesktopEntryTest, Core)
+VELMORA_TEST(MDesktopEntryTest, Anywhere, Core)
 
 #include "tst_mdesktopentry.moc"

@@ -185,6 +185,6 @@ private:
     std::unique_ptr<RecordingPeer> m_desktop;
 };
 
-VELMORA_TEST(NotificationTest, Gui)
+VELMORA_TEST(NotificationTest, Anywhere, Gui)
 
 #include "tst_notification.moc"

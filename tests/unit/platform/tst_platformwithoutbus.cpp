@@ -46,6 +46,6 @@ private:
     std::optional<MessageLog> m_log;
 };
 
-VELMORA_TEST(PlatformWithoutBusTest, Core)
+VELMORA_TEST(PlatformWithoutBusTest, Anywhere, Core)
 
 #include "tst_platformwithoutbus.moc"

@@ -369,6 +369,6 @@ private:
     QString m_announced;
 };
 
-VELMORA_TEST(QMceDisplayTest, Gui)
+VELMORA_TEST(QMceDisplayTest, Anywhere, Gui)
 
 #include "tst_qmcedisplay.moc"

@@ -152,6 +152,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(DesktopFileRemovalTest, Gui)
+VELMORA_TEST(DesktopFileRemovalTest, Device, Gui)
 
 #include "tst_desktopfileremoval.moc"

@@ -271,6 +271,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(DesktopFilesTest, Core)
+VELMORA_TEST(DesktopFilesTest, Device, Core)
 
 #include "tst_desktopfiles.moc"

@@ -203,6 +203,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(DesktopFilesCallsTest, Core)
+VELMORA_TEST(DesktopFilesCallsTest, Anywhere, Core)
 
 #include "tst_desktopfilescalls.moc"

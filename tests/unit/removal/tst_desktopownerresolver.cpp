@@ -223,6 +223,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(DesktopOwnerResolverTest, Gui)
+VELMORA_TEST(DesktopOwnerResolverTest, Device, Gui)
 
 #include "tst_desktopownerresolver.moc"

@@ -270,6 +270,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(PackageRemovalTest, Gui)
+VELMORA_TEST(PackageRemovalTest, Device, Gui)
 
 #include "tst_packageremoval.moc"

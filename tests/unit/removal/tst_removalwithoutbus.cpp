@@ -83,6 +83,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(RemovalWithoutBusTest, Core)
+VELMORA_TEST(RemovalWithoutBusTest, Device, Core)
 
 #include "tst_removalwithoutbus.moc"

@@ -99,6 +99,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(UninstallInterfaceTest, Core)
+VELMORA_TEST(UninstallInterfaceTest, Anywhere, Core)
 
 #include "tst_uninstallinterface.moc"

@@ -410,6 +410,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(UninstallTransactionPkgKitTest, Gui)
+VELMORA_TEST(UninstallTransactionPkgKitTest, Anywhere, Gui)
 
 #include "tst_uninstalltransactionpkgkit.moc"

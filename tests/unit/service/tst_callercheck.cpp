@@ -187,6 +187,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(CallerCheckTest, Gui)
+VELMORA_TEST(CallerCheckTest, Device, Gui)
 
 #include "tst_callercheck.moc"

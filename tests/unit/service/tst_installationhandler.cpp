@@ -228,6 +228,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(InstallationHandlerTest, Gui)
+VELMORA_TEST(InstallationHandlerTest, Device, Gui)
 
 #include "tst_installationhandler.moc"

@@ -415,6 +415,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(InstallationQueueTest, Gui)
+VELMORA_TEST(InstallationQueueTest, Device, Gui)
 
 #include "tst_installationqueue.moc"

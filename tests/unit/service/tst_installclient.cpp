@@ -97,6 +97,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(InstallClientTest, Gui)
+VELMORA_TEST(InstallClientTest, Anywhere, Gui)
 
 #include "tst_installclient.moc"

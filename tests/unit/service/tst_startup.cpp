@@ -231,6 +231,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(StartupTest, Gui)
+VELMORA_TEST(StartupTest, Device, Gui)
 
 #include "tst_startup.moc"

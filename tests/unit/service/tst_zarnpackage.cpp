@@ -196,6 +196,6 @@ private Q_SLOTS:
     }
 };
 
-VELMORA_TEST(ZarnPackageTest, Gui)
+VELMORA_TEST(ZarnPackageTest, Anywhere, Gui)
 
 #include "tst_zarnpackage.moc"

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstring>
@@ -51,6 +52,19 @@ void requireDevice()
     }
 }
 
+// The files and the language of the user who starts the tests make no difference.
+void leaveUser(const QString &home)
+{
+    for (const char *variable : {"HOME", "XDG_RUNTIME_DIR"}) {
+        qputenv(variable, QFile::encodeName(home));
+    }
+    for (const char *variable :
+         {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
+        qunsetenv(variable);
+    }
+    qputenv("LANG", "C.UTF-8");
+}
+
 int runInCoreApplication(TestRegistration::Run run, int argc, char **argv)
 {
     for (const char *variable : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"}) {
@@ -80,7 +94,15 @@ int runInGuiApplication(TestRegistration::Run run, int argc, char **argv)
 
 int TestRegistration::run(int argc, char **argv) const
 {
-    requireDevice();
+    const QTemporaryDir home;
+    switch (m_place) {
+    case TestPlace::Device:
+        requireDevice();
+        break;
+    case TestPlace::Anywhere:
+        leaveUser(home.path());
+        break;
+    }
     switch (m_application) {
     case TestApplication::None:
         break;
