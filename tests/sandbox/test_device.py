@@ -3,6 +3,7 @@
 """The device in a sandbox, seen from the machine that it runs on."""
 
 import os
+import shutil
 import signal
 import subprocess
 import time
@@ -242,6 +243,17 @@ def test_session_is_that_of_its_user():
 def test_folders_of_the_session_are_its_users_alone():
     assert output('stat', '-c', '%a %U %G %n', '/home/velmora', '/run/user/100000') == \
         '700 velmora velmora /home/velmora\n700 velmora velmora /run/user/100000\n'
+
+
+def test_project_that_the_sessions_user_cannot_read_is_refused(tmp_path):
+    project = tmp_path / 'project'
+    shutil.copytree(PROJECT / 'sandbox', project / 'sandbox')
+    project.chmod(0o700)
+    result = subprocess.run([project / 'sandbox/device', '--', 'true'],
+                            text=True, capture_output=True, timeout=DEADLINE)
+    assert (result.returncode, result.stderr) == (
+        125, f"sandbox/device: the session's user cannot read {project}/sandbox; everybody has to be able to read the "
+             "project's folder\n")
 
 
 def test_program_of_the_session_in_another_group():
