@@ -138,6 +138,15 @@ private Q_SLOTS:
         QCOMPARE(outcome.value("windows with a dialog"_s), "1"_s);
     }
 
+    void asksForNoNameWithoutItsObject()
+    {
+        BusMonitor monitor(QDBusConnection::sessionBus(), qgetenv("DBUS_SESSION_BUS_ADDRESS"));
+        QCOMPARE(start({"occupied"_s}).status, 1);
+        QVERIFY(!monitor.traffic().contains("RequestName"));
+        QCOMPARE(start().status, 42);
+        QVERIFY(monitor.traffic().contains("RequestName"));
+    }
+
     void handsItsArgumentsOver()
     {
         const Outcome outcome = start({"install"_s, "-x"_s, "a b"_s});
