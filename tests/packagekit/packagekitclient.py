@@ -34,7 +34,7 @@ class Request:
 
 
 class PackageKitClient:
-    """Runs the program packagekitclient. All methods wait for the end of their requests, except start()."""
+    """Runs the program packagekitclient in the session. All methods wait for the end of their requests, except start()."""
 
     def __init__(self, program, processes):
         self._program = program
@@ -43,7 +43,7 @@ class PackageKitClient:
     def start(self, *requests):
         """Makes requests at the same time, each a list such as ['resolve', NAME]."""
         words = [word for request in requests for word in ('+', *request)][1:]
-        process = self._processes.start('packagekitclient', [self._program, *words])
+        process = self._processes.start_in_session('packagekitclient', [self._program, *words])
         process.end_awaited = True
         return [Request(number, process) for number in range(len(requests))], process
 
