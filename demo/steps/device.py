@@ -3,6 +3,7 @@
 """The device that the demo runs on: its buses, its display, the stand-ins and the installation handler."""
 
 import os
+from contextlib import contextmanager
 from threading import Thread
 
 from gi.repository import GLib
@@ -66,12 +67,15 @@ class Device:
         """The process id of the installation handler, or None when it does not run."""
         return self._session_bus.process_of(NAME)
 
-    def monitor_buses(self):
-        """The messages of both buses from now on, as a list that grows."""
+    @contextmanager
+    def monitored_buses(self):
+        """The messages of both buses during the block, as a list that grows."""
         messages = []
-        for bus in (self._session_bus, self._system_bus):
-            BusMonitor(bus, self.processes, messages)
-        return messages
+        monitors = [BusMonitor(bus, self.processes, messages) for bus in (self._session_bus, self._system_bus)]
+        yield messages
+        # A message that came while Python ends would make GLib complain.
+        for monitor in monitors:
+            monitor.close()
 
     def read_output(self):
         """Reads the output of all programs in a thread, while the demo itself waits for a shell."""

@@ -41,25 +41,30 @@ REMOVALS = (
 
 def show_removals(device):
     """Removes one application after the other, and shows the bus messages and the files that are left."""
-    messages = device.monitor_buses()
     others = [name for name in installed_packages(device.processes) if name not in (HELLO, NOTES)]
-    for removal in REMOVALS:
-        if not removal.launcher.is_file():
-            raise Failure(f'there is no launcher {removal.launcher}')
-        messages.clear()
-        with step(f'Removing the application of {removal.launcher.name}; {removal.back_end} does it'):
-            device.call('removePackageByDesktopFile', f"'{removal.launcher}'")
-            device.processes.wait_until(
-                lambda: not set(removal.messages) - {message.member for message in messages},
-                f'{", ".join(removal.messages)} on the buses')
-            # The service answers after it has handled the end of the removal.
-            device.client.introspect()
-        show_messages([message for message in messages if message.interface in INTERFACES
-                       or (message.interface == PACKAGE_KIT and message.member in METHODS_OF_PACKAGE_KIT)])
-        check_files(removal, installed_packages(device.processes))
+    with device.monitored_buses() as messages:
+        for removal in REMOVALS:
+            messages.clear()
+            show_removal(device, removal, messages)
     left = installed_packages(device.processes)
     if left != others:
         raise Failure(f'only {others} should be installed, but the packages are {left}')
+
+
+def show_removal(device, removal, messages):
+    """Removes one application."""
+    if not removal.launcher.is_file():
+        raise Failure(f'there is no launcher {removal.launcher}')
+    with step(f'Removing the application of {removal.launcher.name}; {removal.back_end} does it'):
+        device.call('removePackageByDesktopFile', f"'{removal.launcher}'")
+        device.processes.wait_until(
+            lambda: not set(removal.messages) - {message.member for message in messages},
+            f'{", ".join(removal.messages)} on the buses')
+        # The service answers after it has handled the end of the removal.
+        device.client.introspect()
+    show_messages([message for message in messages if message.interface in INTERFACES
+                   or (message.interface == PACKAGE_KIT and message.member in METHODS_OF_PACKAGE_KIT)])
+    check_files(removal, installed_packages(device.processes))
 
 
 def show_messages(messages):
