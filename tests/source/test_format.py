@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""C++ is formatted as .clang-format says, Python as pyproject.toml says."""
+"""C and C++ are formatted as .clang-format says, Python as pyproject.toml says."""
 
 import subprocess
 
@@ -13,8 +13,8 @@ def check(*command):
     assert result.returncode == 0, result.stdout
 
 
-def test_cpp():
-    check('clang-format-19', '--dry-run', '-Werror', *files('*.cpp'), *files('*.h'))
+def test_c_and_cpp():
+    check('clang-format-19', '--dry-run', '-Werror', *files('*.c'), *files('*.cpp'), *files('*.h'))
 
 
 def test_python():
