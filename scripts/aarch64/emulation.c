@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
-// To be preloaded into programs under QEMU's emulation of processes. Before release 8 it has no file descriptors of processes,
-// but Qt finds that they are there, and then cannot start a process. Here Qt finds none, and starts processes as before them.
+// To be preloaded into programs under QEMU's emulation of processes. Before release 8 it has no file descriptors of
+// processes, but Qt finds that they are there, and then cannot start a process. Here Qt finds none, and starts
+// processes as before them.
 
 #define _GNU_SOURCE
 #include <dlfcn.h>
