@@ -3,11 +3,13 @@
 """The manual page."""
 
 import re
+import shutil
 import subprocess
 from pathlib import Path
 from xml.etree import ElementTree
 
 import pytest
+from builds import configuring, run
 from contents import INSTALLED
 
 MANUAL = Path('/usr/share/man/man1/velmora-installationhandler.1')
@@ -25,6 +27,14 @@ def text():
 
 def section(text, title):
     return re.search(rf'^{title}\n(.*?)(?=^\S|\Z)', text, re.MULTILINE | re.DOTALL)[1]
+
+
+def test_build_needs_no_scdoc(source, tmp_path):
+    hidden = shutil.move('/usr/bin/scdoc', tmp_path / 'scdoc')
+    try:
+        assert '-- No manual: scdoc is missing\n' in run(configuring(source, tmp_path / 'build'))
+    finally:
+        shutil.move(hidden, '/usr/bin/scdoc')
 
 
 def test_all_members_of_the_bus_interface_are_described(text):
