@@ -48,8 +48,10 @@ def test_unit_is_restricted_as_far_as_it_works():
 
 
 def test_documentation_exists():
-    _, _, path = keys(UNIT)['Unit']['Documentation'].partition('file://')
-    assert Path(path).is_file()
+    manual, description = keys(UNIT)['Unit']['Documentation'].split()
+    assert manual == 'man:velmora-installationhandler(1)'
+    assert Path('/usr/share/man/man1/velmora-installationhandler.1').is_file()
+    assert Path(description.removeprefix('file://')).is_file()
 
 
 def test_program_is_executable():
