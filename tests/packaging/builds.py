@@ -19,7 +19,7 @@ def run(command, folder=None, **variables):
 def attempt(command, folder=None, **variables):
     """Runs a command, or a script if it is a text. The output is all in stdout."""
     return subprocess.run(command, shell=isinstance(command, str), cwd=folder, env={**os.environ, **variables},
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=500, check=False)
+                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=1100, check=False)
 
 
 def configuring(source, build, *options):

@@ -19,14 +19,16 @@ NAME = 'velmora-installationhandler'
 
 @pytest.fixture(scope='module')
 def package(source, builds, tmp_path_factory):
-    """What rpmbuild makes of the source package. It is kept as long as the source is the same."""
+    """The package that rpmbuild makes of the source package. It is kept as long as the source is the same."""
     folder = tmp_path_factory.mktemp('rpm')
     sources = source_package(repository(source, folder / 'source'), folder / 'build')
     kept = builds / 'rpm' / hashlib.sha256(sources.read_bytes()).hexdigest()
     if not kept.exists():
         shutil.rmtree(kept.parent, ignore_errors=True)
         run(['rpmbuild', '-ta', '--define', f'_topdir {folder}/rpmbuild', '--define', 'packager the tests', sources])
-        shutil.move(folder / 'rpmbuild/RPMS', kept)
+        # A test that is stopped leaves no half of a package.
+        complete = shutil.copytree(folder / 'rpmbuild/RPMS', kept.with_suffix('.new'), dirs_exist_ok=True)
+        complete.rename(kept)
     (path,) = kept.glob('*/*.rpm')
     return path
 
@@ -67,7 +69,7 @@ def test_documents(query, source):
     assert licenses == ['LICENSE']
     documents = {path.partition('/doc/')[2].partition('/')[2]
                  for flags, _, path in marked if flags == 'd' and '/doc/' in path}
-    assert documents == {'ARCHITECTURE.md', 'NEWS.md', 'README.md'} \
+    assert documents == {'ARCHITECTURE.md', 'HACKING.md', 'NEWS.md', 'README.md'} \
         | {f'{folder.name}/{path.relative_to(folder)}' for folder in (source / 'docs', source / 'packaging/polkit')
            for path in folder.rglob('*') if path.is_file()}
     assert [path for flags, _, path in marked if flags == 'd' and '/man1/' in path]
@@ -115,7 +117,7 @@ def test_demo_installs_an_application(source, installed, tmp_path):
 
 
 def test_rpmlint_finds_no_error(package, source, tmp_path):
-    # Whoever publishes the package signs it.
+    # The publisher of the package signs it.
     (tmp_path / 'rpmlint.toml').write_text('Filters = ["no-signature"]\n', encoding='utf-8')
     done = subprocess.run(['rpmlint', '--config', tmp_path / 'rpmlint.toml', package,
                            source / 'packaging/velmora-installationhandler.spec'], capture_output=True, text=True, check=False)
