@@ -245,10 +245,11 @@ def test_folders_of_the_session_are_its_users_alone():
         '700 velmora velmora /home/velmora\n700 velmora velmora /run/user/100000\n'
 
 
-def test_project_that_the_sessions_user_cannot_read_is_refused(tmp_path):
+@pytest.mark.parametrize('mode', [0o700, 0o750])
+def test_project_that_the_sessions_user_cannot_read_is_refused(tmp_path, mode):
     project = tmp_path / 'project'
     shutil.copytree(PROJECT / 'sandbox', project / 'sandbox')
-    project.chmod(0o700)
+    project.chmod(mode)
     result = subprocess.run([project / 'sandbox/device', '--', 'true'],
                             text=True, capture_output=True, timeout=DEADLINE)
     assert (result.returncode, result.stderr) == (
