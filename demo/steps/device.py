@@ -16,7 +16,7 @@ from harness.signalrecorder import SignalRecorder
 from harness.standins import SIMULATOR
 from standin.names import SESSION
 
-# What starts a program like the home screen, which may remove by launcher.
+# This starts a program like the home screen, which may remove by launcher.
 HOME_SCREEN = [SESSION, '--group', 'privileged']
 
 
