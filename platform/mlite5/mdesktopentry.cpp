@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QHash>
 
 #include <glib.h>
 
@@ -57,6 +58,20 @@ struct KeyName
     const QByteArray key;
 };
 
+// GLib's own way with an unknown escape sequence depends on its version. Here it stays as it is, so that a path with a
+// single backslash still is one.
+QString withoutEscapes(const QString &text)
+{
+    static const QHash<QChar, QChar> escapes{{u's', u' '}, {u'n', u'\n'}, {u't', u'\t'}, {u'r', u'\r'}, {u'\\', u'\\'}};
+    QString result;
+    result.reserve(text.size());
+    for (int i = 0; i < text.size(); ++i) {
+        const bool isEscape = text[i] == u'\\' && i + 1 < text.size() && escapes.contains(text[i + 1]);
+        result += isEscape ? escapes[text[++i]] : text[i];
+    }
+    return result;
+}
+
 }
 
 MDesktopEntry::MDesktopEntry(const QString &fileName)
@@ -79,8 +94,11 @@ QString MDesktopEntry::value(const QString &key) const
 {
     const KeyName name(key);
     const std::unique_ptr<char, decltype(&g_free)> value(
-            g_key_file_get_string(m_keys.get(), name.group.constData(), name.key.constData(), nullptr), &g_free);
-    return QString::fromUtf8(value.get());
+            g_key_file_get_value(m_keys.get(), name.group.constData(), name.key.constData(), nullptr), &g_free);
+    if (!value || !g_utf8_validate(value.get(), -1, nullptr)) {
+        return {};
+    }
+    return withoutEscapes(QString::fromUtf8(value.get()));
 }
 
 void MDesktopEntry::Release::operator()(GKeyFile *keys) const

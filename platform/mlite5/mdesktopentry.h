@@ -25,7 +25,10 @@ public:
     /** Whether the entry has key. */
     bool contains(const QString &key) const;
 
-    /** The value of key with escape sequences resolved; empty if it is absent or not UTF-8 text. */
+    /**
+     * The value of key with the escape sequences \s, \n, \t, \r and \\ resolved. Other backslashes stay. Empty if the
+     * key is absent or its value is not UTF-8 text.
+     */
     QString value(const QString &key) const;
 
 private:

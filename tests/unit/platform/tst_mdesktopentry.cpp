@@ -53,7 +53,8 @@ private Q_SLOTS:
         row("group taken up again", "X-key=value\n[Other]\n[Desktop Entry]\nb=c\n");
         row("other bytes elsewhere", "Name=\xe4\nX-key=value\n# \xff\xfe\n");
         row("8-bit value", "X-key=\xe4\n", {});
-        row("unknown escape", "X-key=a\\qb\n", "a\\qb"_s);
+        row("unknown escapes", "X-key=a\\qb\\;\\\\q\n", "a\\qb\\;\\q"_s);
+        row("backslash at the end", "X-key=a\\\nb=c\n", "a\\"_s);
         row("long value", "X-key=" + QByteArray(1000000, 'x'), QString(1000000, QLatin1Char('x')));
 
         QTest::newRow("comment before the group") << "# a\n" + Good << "value";
