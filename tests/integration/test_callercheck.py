@@ -132,9 +132,10 @@ def busy(standins, service, client, applications):
 
 
 def refusals(session_monitor):
-    """The error replies on the bus: to whom, which, what."""
+    """The error replies to callers of the service: to whom, which, what."""
     return [(message.destination, message.error_name, message.arguments)
-            for message in session_monitor.messages(kind='error')]
+            for message in session_monitor.messages(kind='error')
+            if message.error_name == 'org.freedesktop.DBus.Error.AccessDenied']
 
 
 def test_caller_without_connection(busy, service, session_bus, session_monitor):
@@ -157,7 +158,7 @@ def test_caller_without_connection(busy, service, session_bus, session_monitor):
 
 
 def test_caller_without_process(busy, processes, service, session_bus, session_monitor):
-    """It has ended, but its connection has not."""
+    """It has ended, but its connection has not. D-Bus 1.16 does not tell its process then."""
     socket = session_bus.address.partition('=')[2]
     caller = processes.start('caller', [sys.executable, '-B', GOING_CALLER, socket, ABSENT])
     assert processes.wait_end(caller) == 0, caller.text
@@ -166,7 +167,7 @@ def test_caller_without_process(busy, processes, service, session_bus, session_m
     busy()
 
     ((name, error, arguments),) = refusals(session_monitor)
-    assert (error, arguments) == ('org.freedesktop.DBus.Error.AccessDenied',
-                                  (f'PID {caller.pid} is not in privileged group',))
+    assert error == 'org.freedesktop.DBus.Error.AccessDenied'
+    assert arguments in [(f'PID {process} is not in privileged group',) for process in (caller.pid, 0)]
     assert session_bus.has_owner(name)
     assert service.warnings() == [REFUSED]

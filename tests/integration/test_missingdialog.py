@@ -65,6 +65,7 @@ def blind_service(standins, screen, program):
         'QT_QUICK_BACKEND': '',
         'QSG_RENDER_LOOP': 'threaded',
         'LIBGL_DRIVERS_PATH': '/nonexistent',
+        'GALLIUM_DRIVER': 'nonexistent',
     })
 
 

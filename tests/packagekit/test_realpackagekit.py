@@ -5,7 +5,7 @@
 from pathlib import Path
 
 import pytest
-from support.packagekit import install
+from support.packagekit import install, without_indentation, wordings_of_conflict
 
 LAUNCHERS = '/usr/share/applications'
 
@@ -69,12 +69,11 @@ def test_removes_dependants_too(installed, requests, device):
 def test_refuses_to_remove_locked_packages_and_those_that_they_need(installed, packagekit, requests, device):
     needed, locked, free = installed('needed'), installed('locked', requires=['needed']), installed('free')
     packagekit.lock('locked')
-    for package_id, error in (
-            (needed, ['ErrorDepResolutionFailed',
-                      'locked-1.0-1.noarch requires needed, but this requirement cannot be provided']),
-            (locked, ['ErrorPackageFailedToRemove', 'Unable to remove locked: Locked package.'])):
+    for package_id, code, texts in (
+            (needed, 'ErrorDepResolutionFailed', wordings_of_conflict('locked', 'needed')),
+            (locked, 'ErrorPackageFailedToRemove', ['Unable to remove locked: Locked package.'])):
         request = requests.remove(package_id)
-        assert request.of('error')[0] == error
+        assert request.of('error')[0] in [[code, text] for text in texts]
         assert request.exit == 'ExitFailed'
     assert {'needed', 'locked'} < set(device.packages())
     assert requests.remove(free).exit == 'ExitSuccess'
@@ -89,7 +88,8 @@ def test_reports_the_output_of_a_failing_scriptlet(installed, requests, device):
     failing = installed('failing', scripts={'preun': 'echo first; echo second >&2; exit 3'})
     ((code, details),) = requests.remove(failing).of('error')
     assert code == 'ErrorCannotRemoveSystemPackage'
-    assert 'first\nsecond\nerror: %preun(failing-1.0-1.noarch) scriptlet failed, exit status 3\n' in details
+    assert 'first\nsecond\nerror: %preun(failing-1.0-1.noarch) scriptlet failed, exit status 3\n' in \
+        without_indentation(details)
     assert 'failing' in device.packages()
 
 

@@ -3,6 +3,7 @@
 """The real PackageKit, on a device that has one, and scriptlets that hold its removals up."""
 
 import os
+import re
 import select
 import signal
 import subprocess
@@ -14,7 +15,19 @@ NAME = 'org.freedesktop.PackageKit'
 READER, KEPT_READER = Path('/usr/bin/rpmdb2solv'), Path('/usr/bin/rpmdb2solv.kept')
 ACTIVATION_FILE = Path('/run/dbus/system-services/org.freedesktop.PackageKit.service')
 LOCKS = Path('/etc/zypp/locks')
-PID, GO = Path('/tmp/scriptlet-pid'), Path('/tmp/scriptlet-go')
+# Newer versions of rpm give scriptlets a /tmp of their own.
+PID, GO = Path('/run/scriptlet-pid'), Path('/run/scriptlet-go')
+
+
+def wordings_of_conflict(needing, needed):
+    """The texts of older and newer versions of libzypp for the removal of what a package needs that cannot go."""
+    return [f'{needing}-1.0-1.noarch requires {needed}, but this requirement cannot be provided',
+            f"the installed {needing}-1.0-1.noarch requires '{needed}', but this requirement cannot be provided"]
+
+
+def without_indentation(text):
+    """The report of a failed removal as older versions of libzypp give it. Newer ones indent what rpm has printed."""
+    return re.sub('^ +(- )?', '', text, flags=re.MULTILINE)
 
 
 class PackageKit:
