@@ -208,8 +208,14 @@ def test_control_group_belongs_to_the_sessions_user():
 
 
 def has_group(process):
-    """Whether the machine has the control group of a device."""
-    script = f'mount -n -t cgroup2 cgroup2 /mnt; cd /mnt; umount -n --lazy /mnt; find . -name velmora-device-{process}'
+    """Whether the machine has the control group of a device. It lies below the group of these tests.
+
+    A search through all groups would fail when another device's group vanishes meanwhile.
+    """
+    script = f"""mount -n -t cgroup2 cgroup2 /mnt
+        cd "/mnt$(sed -n 's/^0:://p' /proc/{os.getpid()}/cgroup)"
+        umount -n --lazy /mnt
+        [ ! -d velmora-device-{process} ] || echo there"""
     return subprocess.run(['unshare', '--mount', '--propagation', 'unchanged', 'sh', '-ec', script], check=True, text=True,
                           capture_output=True).stdout != ''
 
