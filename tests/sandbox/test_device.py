@@ -325,6 +325,20 @@ def test_nothing_is_left_at_the_end(number, status):
     assert mounts() == before
 
 
+def test_signal_that_comes_while_the_device_ends():
+    """The shell that supervises the device may just have taken its end. Many moments of the end are tried."""
+    for attempt in range(20):
+        with Running('echo ready; read line', '--no-buses', '--cgroup') as running:
+            assert running.line() == 'ready'
+            running.process.stdin.close()
+            moment = time.monotonic() + attempt / 4000
+            # This process stays busy, because the order of the two differs more often then.
+            while time.monotonic() < moment:
+                pass
+            running.process.send_signal(signal.SIGTERM)
+            assert running.process.wait(timeout=DEADLINE) in (1, 128 + signal.SIGTERM)
+
+
 def test_devices_live_side_by_side():
     script = """gdbus call --system --dest org.freedesktop.DBus --object-path / \
         --method org.freedesktop.DBus.ListNames > /dev/null && echo {0} > /etc/velmora-name && echo up
