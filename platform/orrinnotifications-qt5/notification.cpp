@@ -3,8 +3,12 @@
 
 #include "notification.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include "shownnotification.h"
+
+#include <aboutsettings.h>
+
+#include <QCoreApplication>
+#include <QVariantMap>
 
 Notification::Notification(QObject *parent)
     : QObject(parent)
@@ -38,21 +42,15 @@ void Notification::setBody(const QString &body)
 
 void Notification::publish()
 {
-    const QString service = QStringLiteral("org.freedesktop.Notifications");
     const QVariantMap hints{
             // The notification service takes no other type than a byte.
             {QStringLiteral("urgency"), QVariant::fromValue(uchar(m_urgency))},
             {QStringLiteral("transient"), m_isTransient},
+            // A standard name, while the application's icon may be in the platform's own theme only.
+            {QStringLiteral("image-path"), QStringLiteral("dialog-warning")},
     };
 
-    QDBusMessage notify = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"),
-                                                         service, QStringLiteral("Notify"));
-    notify << QString() // application name
-           << uint(0) // replaces no earlier notification
-           << m_appIcon << QString() // summary
-           << m_body << QStringList() // actions
-           << hints << -1; // the notification service's own expiry time
-
-    // send() asks for no reply, so there is nothing to wait for.
-    QDBusConnection::sessionBus().send(notify);
+    // Notifications are shown for longer than their objects live.
+    static auto *const shown = new ShownNotification(QCoreApplication::instance());
+    shown->show(m_appIcon, AboutSettings().baseOperatingSystemName(), m_body, hints);
 }

@@ -7,7 +7,8 @@
 #include <QString>
 
 /**
- * A notification to the user.
+ * A notification to the user. Its title is the operating system's name, and its picture the
+ * standard icon "dialog-warning".
  *
  * The object may be destroyed after publish(), because the notification then belongs to
  * the desktop's notification service.
@@ -39,7 +40,8 @@ public:
     void setBody(const QString &body);
 
     /**
-     * Sends the notification to org.freedesktop.Notifications on the session bus.
+     * Sends the notification to org.freedesktop.Notifications on the session bus. It takes
+     * the place of the one that this process has published before, if that is still shown.
      *
      * Returns at once and never waits for that service. Without the service or the bus
      * the notification is lost, and nothing reports that.

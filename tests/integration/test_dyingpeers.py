@@ -82,10 +82,6 @@ FAULTS = {
                      warning=UNKNOWN + '"not today"', code='Refused'),
 }
 
-# Nobody waits for an answer to a notification, so there is none.
-CASES = [(method, fault) for method in PEERS for fault in FAULTS
-         if (method, fault) != ('Notify', 'dies after its answer')]
-
 
 @pytest.fixture
 def peer(request, standins, system_bus, session_bus):
@@ -93,7 +89,8 @@ def peer(request, standins, system_bus, session_bus):
     return Peer(request.param, standins, session_bus if request.param == 'Notify' else system_bus)
 
 
-@pytest.mark.parametrize('peer, fault', CASES, indirect=['peer'])
+@pytest.mark.parametrize('fault', FAULTS)
+@pytest.mark.parametrize('peer', PEERS, indirect=True)
 def test_fault(peer, standins, program, client, signals, dialog, device, installation_table, fault):
     what = FAULTS[fault]
     row = installation_table.begin(peer.method, fault)

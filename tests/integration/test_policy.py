@@ -5,11 +5,14 @@
 import platform as machine
 
 import pytest
+from gi.repository import GLib
 from support.devicestate import REFUSING_POLICY
 from support.records import besides_removals
 
 ALLOWING_POLICY = '[Applications]\nInstallationEnabled=true\n'
-TEXT = f'Installing applications is disabled by the {machine.freedesktop_os_release()["NAME"]} device policy'
+SYSTEM = machine.freedesktop_os_release()['NAME']
+TEXT = f'Installing applications is disabled by the {SYSTEM} device policy'
+NOTIFICATIONS = 'org.freedesktop.Notifications'
 
 
 def test_user_and_caller_are_told(standins, service, signals, install_and_wait, device, package, system_calls):
@@ -19,11 +22,36 @@ def test_user_and_caller_are_told(standins, service, signals, install_and_wait, 
     assert install_and_wait([package('forbidden')]) == (False, TEXT)
     notification = standins.notifications.wait_call('Notify')
     assert notification.signature == 'susssasa{sv}i'
-    assert notification.arguments == ('', 0, 'icon-lock-warning', '', TEXT, [], {'urgency': 2, 'transient': True}, -1)
+    assert notification.arguments == (
+        '', 0, 'icon-lock-warning', SYSTEM, TEXT, [],
+        {'image-path': 'dialog-warning', 'urgency': 2, 'transient': True}, -1)
     service.barrier()
     assert len(standins.notifications.calls()) == 1
     assert signals.names() == ['installFinished']
     assert system_calls() == []
+    assert service.log() == []
+
+
+def test_notification_takes_the_place_of_the_one_that_is_shown(
+        standins, service, install_and_wait, device, session_bus):
+    standins.start('notifications')
+    device.forbid_installing()
+
+    def replaced():
+        """The number of the notification whose place the next one takes; 0 for none."""
+        install_and_wait([])
+        # The number that the notification gets has reached the service after these round trips.
+        session_bus.ping(NOTIFICATIONS)
+        service.barrier()
+        return standins.notifications.calls('Notify')[-1].arguments[1]
+
+    assert [replaced(), replaced(), replaced()] == [0, 1, 1]
+    standins.notifications.emit('/org/freedesktop/Notifications', NOTIFICATIONS, 'NotificationClosed',
+                                GLib.Variant('(uu)', (1, 2)))
+    assert [replaced(), replaced()] == [0, 2]
+    standins.notifications.vanish()
+    standins.notifications.come_back()
+    assert [replaced(), replaced()] == [0, 3]
     assert service.log() == []
 
 
@@ -74,6 +102,6 @@ def test_text_is_in_the_users_language(standins, program, client, signals, devic
 
     client.install([])
 
-    text = text.format(machine.freedesktop_os_release()['NAME'])
+    text = text.format(SYSTEM)
     assert signals.wait('installFinished') == (False, text)
     assert standins.notifications.wait_call('Notify').arguments[4] == text

@@ -102,8 +102,8 @@ private Q_SLOTS:
         checkNothingFollows({finished(false, device.text)});
         const QString notification =
                 "org.freedesktop.Notifications /org/freedesktop/Notifications org.freedesktop.Notifications.Notify('', "
-                "uint32 0, 'icon-lock-warning', '', 'Test System forbids it', @as [], "
-                "{'transient': <true>, 'urgency': <byte 0x02>}, -1)"_s;
+                "uint32 0, 'icon-lock-warning', 'Test System', 'Test System forbids it', @as [], "
+                "{'image-path': <'dialog-warning'>, 'transient': <true>, 'urgency': <byte 0x02>}, -1)"_s;
         QCOMPARE(publishedBefore, hasService ? QStringList(notification) : QStringList());
         QCOMPARE(published.entries(), publishedBefore);
     }

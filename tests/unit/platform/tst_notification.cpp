@@ -8,6 +8,8 @@
 #include "recordingpeer.h"
 #include "testrunner.h"
 
+#include <aboutsettings.h>
+
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
 
@@ -20,11 +22,12 @@ namespace {
 
 const QString Desktop = "org.freedesktop.Notifications"_s;
 
-// The journal's entry for a notification that has the arguments.
-QString notify(const QString &arguments)
+// The journal's entry for a notification with this title, body and so on, which takes the place of another one.
+QString notify(uint replaced, const QString &icon, const QString &body, const QString &hints)
 {
-    return "org.freedesktop.Notifications /org/freedesktop/Notifications org.freedesktop.Notifications.Notify"_s
-            + arguments;
+    return "org.freedesktop.Notifications /org/freedesktop/Notifications org.freedesktop.Notifications.Notify"
+           "('', uint32 %1, '%2', '%3', '%4', @as [], {'image-path': <'dialog-warning'>, %5}, -1)"_s.arg(
+                   QString::number(replaced), icon, AboutSettings().baseOperatingSystemName(), body, hints);
 }
 
 void publishRefusal()
@@ -37,8 +40,12 @@ void publishRefusal()
     notification.publish();
 }
 
-const QString Refusal = notify("('', uint32 0, 'icon-lock-warning', '', 'Ei sallittu: Velmora \"OS\" 5 €', @as [], "
-                               "{'transient': <true>, 'urgency': <byte 0x02>}, -1)"_s);
+// The journal's entry for it.
+QString refusal(uint replaced = 0)
+{
+    return notify(replaced, "icon-lock-warning"_s, "Ei sallittu: Velmora \"OS\" 5 €"_s,
+                  "'transient': <true>, 'urgency': <byte 0x02>"_s);
+}
 
 }
 
@@ -62,6 +69,8 @@ private Q_SLOTS:
         m_log.reset();
         m_desktop.reset();
         QVERIFY(waitForLeave());
+        // The notification service's end is known when its signal has been handled.
+        QCoreApplication::processEvents();
     }
 
     void tellsItsBody()
@@ -93,9 +102,8 @@ private Q_SLOTS:
         }
         notification.publish();
         QVERIFY(settle());
-        const QString arguments =
-                "('', uint32 0, '', '', '', @as [], {'transient': <false>, 'urgency': <byte %1>}, -1)"_s;
-        QCOMPARE(m_journal.entries(), QStringList(notify(arguments.arg(wire))));
+        QCOMPARE(m_journal.entries(),
+                 QStringList(notify(0, {}, {}, "'transient': <false>, 'urgency': <byte %1>"_s.arg(wire))));
     }
 
     void isPublishedOnceForEachCall()
@@ -103,7 +111,61 @@ private Q_SLOTS:
         publishRefusal();
         publishRefusal();
         QVERIFY(settle());
-        QCOMPARE(m_journal.entries(), QStringList({Refusal, Refusal}));
+        // The desktop had not numbered the first one yet.
+        QCOMPARE(m_journal.entries(), QStringList({refusal(), refusal()}));
+    }
+
+    void takesThePlaceOfTheOneBefore()
+    {
+        m_desktop->answer("Notify"_s,
+                          {PeerAnswer::values("(uint32 7,)"), PeerAnswer::values("(uint32 8,)"),
+                           PeerAnswer::error("org.freedesktop.DBus.Error.LimitsExceeded"), PeerAnswer::values("('9',)"),
+                           PeerAnswer::values("(uint32 10,)")});
+        for (int i = 0; i < 5; ++i) {
+            publishRefusal();
+            QVERIFY(settle());
+        }
+        QCOMPARE(m_journal.entries(), QStringList({refusal(), refusal(7), refusal(8), refusal(), refusal()}));
+    }
+
+    void takesNoPlaceOfAClosedOne()
+    {
+        publishRefusal();
+        QVERIFY(settle());
+        closeNotification(8);
+        publishRefusal();
+        QVERIFY(settle());
+        closeNotification(7);
+        publishRefusal();
+        QVERIFY(settle());
+        QCOMPARE(m_journal.entries(), QStringList({refusal(), refusal(7), refusal()}));
+    }
+
+    void takesNoPlaceAtAnotherDesktop_data()
+    {
+        QTest::addColumn<bool>("isLate");
+        QTest::newRow("answer before the change") << false;
+        QTest::newRow("answer after the change") << true;
+    }
+
+    void takesNoPlaceAtAnotherDesktop()
+    {
+        QFETCH(bool, isLate);
+        const PeerAnswer answer = PeerAnswer::values("(uint32 7,)");
+        m_desktop->answer("Notify"_s, isLate ? PeerAnswer::held() : answer);
+        publishRefusal();
+        QVERIFY(settle());
+
+        const QDBusConnection bus = QDBusConnection::sessionBus();
+        const QString owner = bus.interface()->serviceOwner(Desktop);
+        m_desktop->giveUp(Desktop);
+        RecordingPeer another(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), QStringList(Desktop), &m_journal);
+        another.answer("Notify"_s, answer);
+        QCOMPARE(m_desktop->answerHeld(answer), isLate);
+        QVERIFY(roundTrip(bus, owner));
+        publishRefusal();
+        QVERIFY(settle());
+        QCOMPARE(m_journal.entries(), QStringList({refusal(), refusal()}));
     }
 
     void doesNotWaitForTheDesktop()
@@ -116,10 +178,10 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 20000, "The desktop never answers, and yet it was waited for");
 
         QVERIFY(settle());
-        QCOMPARE(m_journal.entries(), QStringList(Refusal));
+        QCOMPARE(m_journal.entries(), QStringList(refusal()));
         QVERIFY(m_desktop->answerHeld(PeerAnswer::values("(uint32 7,)")));
         QVERIFY(settle());
-        QCOMPARE(m_journal.entries(), QStringList(Refusal));
+        QCOMPARE(m_journal.entries(), QStringList(refusal()));
     }
 
     void survivesARefusal()
@@ -127,7 +189,7 @@ private Q_SLOTS:
         m_desktop->answer("Notify"_s, PeerAnswer::error("org.freedesktop.DBus.Error.LimitsExceeded"));
         publishRefusal();
         QVERIFY(settle());
-        QCOMPARE(m_journal.entries(), QStringList(Refusal));
+        QCOMPARE(m_journal.entries(), QStringList(refusal()));
     }
 
     void survivesTheDesktopsDeath()
@@ -135,7 +197,7 @@ private Q_SLOTS:
         m_desktop->answer("Notify"_s, PeerAnswer::death());
         publishRefusal();
         QVERIFY(waitForLeave());
-        QCOMPARE(m_journal.entries(), QStringList(Refusal));
+        QCOMPARE(m_journal.entries(), QStringList(refusal()));
     }
 
     void isLostWithoutADesktop()
@@ -149,6 +211,8 @@ private Q_SLOTS:
 
     void sendsOneMessageAndNoQuestion()
     {
+        // The first notification of the process subscribes to the desktop's signals.
+        publishRefusal();
         const QDBusConnection bus = QDBusConnection::sessionBus();
         BusMonitor monitor(bus, qgetenv("DBUS_SESSION_BUS_ADDRESS"));
         const int before = monitor.traffic().size();
@@ -178,6 +242,14 @@ private:
                        "the desktop to leave the bus");
     }
 
+    void closeNotification(uint id)
+    {
+        m_desktop->emitSignal("/org/freedesktop/Notifications"_s, Desktop, "NotificationClosed"_s,
+                              "(uint32 " + QByteArray::number(id) + ", uint32 2)");
+        QVERIFY(settle());
+    }
+
+    /** Waits until the desktop has received all notifications, and its answers and signals have been handled. */
     static bool settle() { return roundTrip(QDBusConnection::sessionBus(), Desktop); }
 
     Journal m_journal;
