@@ -7,9 +7,7 @@
 #include "rpminfo.h"
 #include "testrunner.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
-#include <QTimer>
 
 namespace {
 
@@ -32,7 +30,7 @@ Window {
 
 }
 
-/** The order of transactions, their arguments, and the count that decides whether the handler is idle. */
+/** The order of transactions and of their dialogs, and how long the transactions live. */
 class InstallationQueueTest : public HandlerFixture
 {
     Q_OBJECT
@@ -169,81 +167,6 @@ private Q_SLOTS:
         QCOMPARE(state(), Idle);
     }
 
-    void countsFromStartToEnd()
-    {
-        QCOMPARE(state(), Idle);
-        m_handler->installFiles({packageFile(Plain)});
-        QCOMPARE(state(), "1 running, 0 waiting"_s);
-        QCOMPARE(entries(), asking(Plain));
-
-        m_journal.clear();
-        confirm();
-        QCOMPARE(state(), "1 running, 0 waiting"_s);
-        const QStringList expected{installCall(packageFile(Plain)), endRequest(Plain, 3000000), Destroyed, succeeded()};
-        QCOMPARE(settledEntries(expected.size()), expected);
-        QCOMPARE(state(), Idle);
-    }
-
-    void countsTransactionsThatEndInTheirStart()
-    {
-        m_handler->installFiles({});
-        QCOMPARE(entries(), QStringList(succeeded()));
-        QCOMPARE(state(), Idle);
-
-        const DeviceFile policy("/etc/velmora/access-policy.conf"_s, "[Applications]\nInstallationEnabled=false\n");
-        m_journal.clear();
-        m_handler->installFiles({packageFile(Plain)});
-        QVERIFY(entries().value(1).startsWith("installFinished badly "_s));
-        QVERIFY(entries().value(1).endsWith("1 running, 0 waiting"_s));
-        QCOMPARE(state(), Idle);
-    }
-
-    // The service never becomes idle but takes further requests. Known behaviour 52.
-    void countsATransactionWithoutADialog()
-    {
-        m_dialog->remove();
-        m_handler->setEngine(makeEngine());
-        m_handler->installFiles({packageFile(Plain)});
-        QVERIFY(settle());
-        QCOMPARE(entries().size(), 5);
-        QCOMPARE(state(), "1 running, 0 waiting"_s);
-
-        m_journal.clear();
-        m_handler->installFiles({});
-        QCOMPARE(entries(), QStringList(succeeded("2 running, 0 waiting"_s)));
-        QCOMPARE(state(), "1 running, 0 waiting"_s);
-    }
-
-    // Known behaviour 23.
-    void noticesOneEndTooMany()
-    {
-        HandlerInternals::endTransaction(m_handler.get());
-        QCOMPARE(entries(), QStringList("warning: Transaction count out of sync!"_s));
-        QCOMPARE(state(), Idle);
-
-        m_handler->installFiles({packageFile(Plain)});
-        QCOMPARE(state(), "1 running, 0 waiting"_s);
-    }
-
-    // An end while the timer runs gives the next request the whole time again.
-    void beginsTheIdleTimeAnew()
-    {
-        constexpr int IdleTime = 30000;
-        constexpr int Rounding = 5;
-        QTimer *timer = &HandlerInternals::idleTimer(m_handler.get());
-        QCOMPARE(timer->interval(), IdleTime);
-        // The product's timer counts in whole seconds.
-        timer->setTimerType(Qt::PreciseTimer);
-        timer->start();
-        QTRY_VERIFY_WITH_TIMEOUT(timer->remainingTime() < IdleTime - 200, WaitLimit);
-
-        QElapsedTimer since;
-        since.start();
-        HandlerInternals::endTransaction(m_handler.get());
-        const int remaining = timer->remainingTime();
-        QVERIFY(remaining >= IdleTime - since.elapsed() - Rounding);
-    }
-
     // The requests behind the next dialog go on waiting.
     void goesOnToTheNextDialogInsideAnEnd()
     {
@@ -358,60 +281,6 @@ private Q_SLOTS:
         QVERIFY(transaction);
         QCOMPARE(entries(), QStringList(Destroyed));
         delete transaction;
-    }
-
-    void convertsToLocalFiles_data()
-    {
-        QTest::addColumn<QString>("fileUrl");
-        QTest::addColumn<QString>("path");
-        QTest::newRow("path") << "/tmp/a.rpm"_s << "/tmp/a.rpm"_s;
-        QTest::newRow("URL") << "file:///tmp/a.rpm"_s << "/tmp/a.rpm"_s;
-        QTest::newRow("URL, encoded") << "file:///tmp/a%20b%C3%A4.rpm"_s << "/tmp/a bä.rpm"_s;
-        QTest::newRow("path that looks encoded") << "/tmp/a%20b.rpm"_s << "/tmp/a%20b.rpm"_s;
-        QTest::newRow("placeholder") << "/tmp/%1.rpm"_s << "/tmp/%1.rpm"_s;
-        QTest::newRow("blank") << "/tmp/a b.rpm"_s << "/tmp/a b.rpm"_s;
-        QTest::newRow("hash and question mark") << "/tmp/a#b?c.rpm"_s << "/tmp/a#b?c.rpm"_s;
-        QTest::newRow("relative") << "a.rpm"_s << QString();
-        QTest::newRow("home") << "~/a.rpm"_s << QString();
-        QTest::newRow("web") << "http://example.org/a.rpm"_s << QString();
-        QTest::newRow("empty") << QString() << QString();
-    }
-
-    // Known behaviour 7.
-    void convertsToLocalFiles()
-    {
-        QFETCH(QString, fileUrl);
-        QFETCH(QString, path);
-        const DeviceFile emulator(EmulatorMarker);
-        m_handler->installFiles({"/first.rpm"_s, fileUrl, "/last.rpm"_s});
-
-        QTRY_COMPARE_WITH_TIMEOUT(
-                entries().filter(".Install("_s),
-                QStringList({installCall("/first.rpm"_s), installCall(path), installCall("/last.rpm"_s)}), WaitLimit);
-        QTRY_COMPARE_WITH_TIMEOUT(state(), Idle, WaitLimit);
-    }
-
-    void mayBeSilentInSdkModeOnly_data()
-    {
-        QTest::addColumn<bool>("sdkMode");
-        QTest::addColumn<bool>("keepUserdata");
-        QTest::newRow("ordinary") << false << false;
-        QTest::newRow("ordinary, keeping") << false << true;
-        QTest::newRow("sdk mode") << true << false;
-        QTest::newRow("sdk mode, keeping") << true << true;
-    }
-
-    void mayBeSilentInSdkModeOnly()
-    {
-        QFETCH(bool, sdkMode);
-        QFETCH(bool, keepUserdata);
-        // In sdk mode the package manager first removes the installed package.
-        m_peer->answer("GetPackage"_s, PeerAnswer::values("(@a{ss} {},)"));
-        m_peer->answer("Remove"_s, PeerAnswer::values());
-        m_handler->installFiles({packageFile(Plain)}, sdkMode, keepUserdata);
-
-        QCOMPARE(TestDialog::windows().isEmpty(), sdkMode);
-        QTRY_COMPARE_WITH_TIMEOUT(state(), sdkMode ? Idle : "1 running, 0 waiting"_s, WaitLimit);
     }
 };
 
