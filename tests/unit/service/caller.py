@@ -3,8 +3,12 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Calls a guarded service as somebody else: caller.py BUS SERVICE USER GROUP SUPPLEMENTARY-GROUP HOW
 
-HOW is `stay` (wait for the reply and print the process and the reply), `leave` (end at once) or `orphan` (as `stay`, in
-a child of the process that the bus takes for the caller, after that has ended). User and groups are numbers.
+User and groups are numbers. HOW is one of these:
+
+    stay    waits for the reply; prints the process and the reply
+    leave   ends at once
+    orphan  is a child of the process that the bus takes for the caller, and calls after that has ended; prints that
+            process, the one that the bus tells (0 for none), and the reply
 """
 
 import os
@@ -15,6 +19,7 @@ import dbus.exceptions
 import dbus.lowlevel
 
 CALL = ('/', 'test.Guarded', 'enter')
+DAEMON = ('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus')
 DEADLINE = 20
 
 
@@ -26,7 +31,8 @@ def main(address, service, user, group, supplementary, how):
 
 
 def stay(address, service):
-    ask(dbus.bus.BusConnection(address), service, os.getpid())
+    print(os.getpid())
+    ask(dbus.bus.BusConnection(address), service)
 
 
 def leave(address, service):
@@ -45,7 +51,8 @@ def orphan(address, service):
         parent = os.getpid()
         if not os.fork():
             os.read(ended, 1)
-            ask(bus, service, parent)
+            print(parent, told_process(bus), sep='\n')
+            ask(bus, service)
         os._exit(0)
     os.close(tell_done)
     os.waitpid(parent, 0)
@@ -53,12 +60,20 @@ def orphan(address, service):
     os.read(done, 1)
 
 
-def ask(bus, service, process):
+def told_process(bus):
+    """The process that the bus tells of this connection. D-Bus 1.16 tells none that has ended."""
+    try:
+        return bus.call_blocking(*DAEMON, 'GetConnectionUnixProcessID', 's', [bus.get_unique_name()], timeout=DEADLINE)
+    except dbus.exceptions.DBusException:
+        return 0
+
+
+def ask(bus, service):
     try:
         reply = bus.call_blocking(service, *CALL, '', (), timeout=DEADLINE)
     except dbus.exceptions.DBusException as error:
         reply = f'{error.get_dbus_name()}: {error.get_dbus_message()}'
-    print(process, reply, sep='\n', flush=True)
+    print(reply, flush=True)
 
 
 if __name__ == '__main__':
