@@ -5,7 +5,7 @@
 import shutil
 
 import pytest
-from builds import LEFTOVERS, attempt, configuring, run
+from builds import LEFTOVERS, run
 from contents import INSTALLED, found, naming
 
 BUILDING = """\
@@ -36,17 +36,3 @@ def test_three_commands_build_and_install(source, copy, examples):
     assert contents(copy) == before
     assert found(copy / 'stage') == INSTALLED
     assert naming(copy / 'stage', [copy, source]) == []
-
-
-def test_prefix_is_usr(source, tmp_path):
-    run(configuring(source, tmp_path))
-
-    assert 'CMAKE_INSTALL_PREFIX:PATH=/usr\n' in (tmp_path / 'CMakeCache.txt').read_text(encoding='utf-8')
-
-
-def test_other_prefix_stops_the_configuration(source, tmp_path):
-    done = attempt(configuring(source, tmp_path, '-DCMAKE_INSTALL_PREFIX=/usr/local'))
-
-    assert done.returncode == 1
-    assert 'CMAKE_INSTALL_PREFIX is "/usr/local". It has to be /usr, because the paths of the installed files are fixed' \
-        in ' '.join(done.stdout.split())
