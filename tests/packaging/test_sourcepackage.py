@@ -7,7 +7,7 @@ import re
 import tarfile
 
 import pytest
-from builds import repository, run, source_package
+from builds import attempt, configuring, repository, run, source_package
 
 
 @pytest.fixture(scope='module')
@@ -54,3 +54,16 @@ def test_bytes_depend_on_the_commit_alone(committed, package, tmp_path):
 
     assert other.name == package.name
     assert other.read_bytes() == package.read_bytes()
+
+
+def test_unpacked_source_is_no_repository(committed, package):
+    """The repository that it lies in is another one."""
+    run(['tar', '--extract', '--file', package, '--directory', committed / 'build'])
+    source = committed / 'build' / package.name.removesuffix('.tar.xz')
+    run(configuring(source, source / 'build'))
+
+    done = attempt(['cmake', '--build', source / 'build', '--target', 'package_source'])
+
+    assert done.returncode != 0
+    assert f"fatal: not a git repository: '{source}/.git'" in done.stdout
+    assert not list((source / 'build').glob('*.tar.xz'))
