@@ -5,6 +5,7 @@
 import re
 import shutil
 import subprocess
+from datetime import datetime
 from pathlib import Path
 from xml.etree import ElementTree
 
@@ -35,6 +36,27 @@ def test_build_needs_no_scdoc(source, tmp_path):
         assert '-- No manual: scdoc is missing\n' in run(configuring(source, tmp_path / 'build'))
     finally:
         shutil.move(hidden, '/usr/bin/scdoc')
+
+
+@pytest.fixture
+def date(source, tmp_path):
+    """The date of a manual that is made where these variables are set."""
+    def made(**variables):
+        run(configuring(source, tmp_path), **variables)
+        run(['cmake', '--build', tmp_path, '--target', 'manual'])
+        return re.search(r'^\.TH "\S+" "1" "(\S+)"', (tmp_path / 'packaging' / MANUAL.name).read_text(encoding='utf-8'),
+                         re.MULTILINE)[1]
+    return made
+
+
+def test_date_is_that_of_the_newest_entry_in_the_spec_file(date, source):
+    spec = (source / 'packaging/velmora-installationhandler.spec').read_text(encoding='utf-8')
+    newest = re.search(r'^%changelog\n\* \w+ (\w+ +\d+ \d+) ', spec, re.MULTILINE)[1]
+    assert date(SOURCE_DATE_EPOCH='') == datetime.strptime(newest, '%b %d %Y').date().isoformat()
+
+
+def test_builder_may_choose_the_date(date):
+    assert date(SOURCE_DATE_EPOCH='86400') == '1970-01-02'
 
 
 def test_all_members_of_the_bus_interface_are_described(text):
