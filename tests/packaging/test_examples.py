@@ -4,6 +4,7 @@
 
 import os
 import re
+import stat
 
 import pytest
 
@@ -114,6 +115,7 @@ def test_examples_of_the_bus_interface(examples, shell):
         assert 'velmora-hello' not in shell.run('rpm -qa; ls /usr/share/applications')
         shell.run(INSTALL_AGAIN)
     assert shell.leave(7) == 7
+    assert not shell.picture.exists()
 
 
 def test_hints_of_the_shell(shell):
@@ -137,3 +139,4 @@ def test_hints_of_the_shell(shell):
         assert shell.run(shell.hint('Remove').replace(native, launcher)) == '()\n'
         shell.run(f'until ! [ -e {launcher} ]; do sleep 0.1; done')
     assert shell.leave(0) == 0
+    assert stat.S_IMODE(shell.picture.stat().st_mode) == 0o644
