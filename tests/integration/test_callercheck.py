@@ -77,6 +77,19 @@ def test_program_with_the_set_group_id_bit(service, call_as, tmp_path):
     assert service.log() == ['warning default: ' + BAD.format(ABSENT)]
 
 
+def test_member_of_the_group_enters_it(service, call_as, tmp_path):
+    line = f'privileged:x:{PRIVILEGED}:'
+    GROUPS.write_text(GROUPS.read_text(encoding='ascii').replace(line, f'{line}velmora'), encoding='ascii')
+    program = tmp_path / 'enter'
+    program.write_text('#!/bin/sh\nexec sg privileged -c "gdbus $*"\n', encoding='ascii')
+    program.chmod(0o755)
+
+    caller = call_as(VELMORA, VELMORA, 'removePackageByDesktopFile', ABSENT, program=program)
+
+    assert (caller.returncode, caller.text) == (0, '()\n')
+    assert service.log() == ['warning default: ' + BAD.format(ABSENT)]
+
+
 @pytest.mark.parametrize('user, group, more_groups', [
     (VELMORA, VELMORA, ()), (VELMORA, CAPITAL_PRIVILEGED, ()), (VELMORA, PRIVILEGED_TOO, ()), (VELMORA, ROOT, ()),
     (VELMORA, VELMORA, (PRIVILEGED,)), (CAPITAL_ROOT, VELMORA, ()), (VELMORA, UNNAMED, ()),

@@ -3,10 +3,12 @@
 """The program as a client of a service that somebody else stands in for."""
 
 import os
+import shutil
 
 import pytest
 from gi.repository import GLib
 from harness.client import NAME
+from harness.service import PROGRAM
 from support.otherservice import OtherService
 
 FAILURE = 'warning default: int main(int, char**) failed to request file installation:'
@@ -33,6 +35,18 @@ def test_first_file_is_sent_as_typed(session_bus, run_client, files, sent):
 
     assert run_client('install', *files) == (0, [])
     assert other.calls == [('(s)', (sent,))]
+
+
+@pytest.mark.parametrize('mode, status, calls', [(0o755, 0, 1), (0o2755, 1, 0)], ids=['ordinary', 'set-group-ID'])
+def test_bus_is_not_found_with_the_set_group_id_bit(session_bus, run_client, tmp_path, mode, status, calls):
+    """QtDBus does not trust the environment then."""
+    other = OtherService(session_bus.connection, accept)
+    program = shutil.copy(PROGRAM, tmp_path)
+    os.chown(program, 0, 100001)
+    os.chmod(program, mode)
+
+    assert run_client('install', '/tmp/a.rpm', program=program)[0] == status
+    assert len(other.calls) == calls
 
 
 def test_nothing_else_is_asked_of_the_bus(session_bus, session_monitor, run_client):

@@ -3,10 +3,12 @@
 """Devices on which the policy forbids installing."""
 
 import platform as machine
+import re
 
+import documents
 import pytest
 from gi.repository import GLib
-from support.devicestate import REFUSING_POLICY
+from support.devicestate import POLICY_FILE, REFUSING_POLICY
 from support.records import besides_removals
 
 ALLOWING_POLICY = '[Applications]\nInstallationEnabled=true\n'
@@ -52,6 +54,22 @@ def test_notification_takes_the_place_of_the_one_that_is_shown(
     standins.notifications.vanish()
     standins.notifications.come_back()
     assert [replaced(), replaced()] == [0, 3]
+    assert service.log() == []
+
+
+def test_icons_are_seen_as_documented(standins, service, client, device):
+    """As docs/integration.md tells the integrator."""
+    text = (documents.SOURCE / 'docs/integration.md').read_text(encoding='utf-8')
+    icon, known_icon, setting, file = re.search(
+        r'^\| the icons `(.*?)` and `(.*?)`.*\| none in the log; with `(.*?)` in `(.*?)` ', text, re.MULTILINE).groups()
+    standins.start('notifications')
+    assert file == str(POLICY_FILE)
+    device.set_policy(f'[Applications]\n{setting}\n')
+
+    client.install([])
+
+    arguments = standins.notifications.wait_call('Notify').arguments
+    assert (arguments[2], arguments[6]['image-path']) == (icon, known_icon)
     assert service.log() == []
 
 

@@ -138,9 +138,9 @@ def second_program(processes, system_bus, session_bus, environment):
 
 @pytest.fixture
 def run_client(processes, environment):
-    """Runs the program in client mode: `run_client('install', file)`, its exit status and its lines."""
-    def run(*arguments, **variables):
-        process = processes.start_in_session('client', [PROGRAM, *arguments],
+    """Runs the program, or a copy, in client mode: `run_client('install', file)`, its exit status and its lines."""
+    def run(*arguments, program=PROGRAM, **variables):
+        process = processes.start_in_session('client', [program, *arguments],
                                              {**environment, **WHOLE_STACKS, **variables})
         return processes.wait_end(process), process.lines()
     return run
