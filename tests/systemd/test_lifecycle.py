@@ -80,10 +80,12 @@ def compositor(user_manager):
     os.mkfifo(ready)
     ready.chmod(0o644)
     write_unit('compositor.service', '[Unit]\nBefore=graphical-session.target\n'
-               f'[Service]\nType=oneshot\nRemainAfterExit=yes\nExecStart=cat {ready}\n')
+               f'[Service]\nType=oneshot\nRemainAfterExit=yes\nExecStart=head --lines=1 {ready}\n')
     write_unit('session.target', '[Unit]\nWants=compositor.service\nBindsTo=graphical-session.target\n')
-    user_manager.start('session.target')
-    yield lambda: ready.write_text('')
+    # To open a FIFO for reading and writing waits for nobody.
+    with ready.open('r+b', buffering=0) as fifo:
+        user_manager.start('session.target')
+        yield lambda: fifo.write(b'\n')
     ready.unlink()
 
 
