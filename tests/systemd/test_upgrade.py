@@ -29,11 +29,19 @@ def packages(pytestconfig, tmp_path_factory):
 
 
 @pytest.fixture
-def upgrade(device, packages):
-    """The old package is installed until the device is reset; a function that upgrades it."""
+def upgrade(device, packages, processes):
+    """The old package is installed until the device is reset; a function that upgrades it, however long that takes, and
+    meanwhile calls another one every 10 seconds."""
     old, new = packages
     install(old)
-    return lambda: install(new)
+
+    def run(meanwhile=lambda: None):
+        rpm = processes.start('rpm', ['rpm', '-U', '--nodeps', new])
+        rpm.end_awaited = True
+        while not processes.happens(lambda: not rpm.alive, 10):
+            meanwhile()
+        assert rpm.returncode == 0, rpm.text
+    return run
 
 
 @pytest.fixture
@@ -86,13 +94,15 @@ def test_while_the_service_is_idle(upgrade, package_manager, provide_display,
     client.install([])
     process = unit.main_process()
 
-    upgrade()
+    # Each request gives the service 30 seconds more.
+    upgrade(meanwhile=lambda: client.install([]))
 
+    before = len(signals.arguments('installFinished'))
     client.install(['/one.rpm'])
     window = wait_dialog()
     assert screen.title(window) == NEW_TITLE
     screen.confirm(window)
-    assert signals.wait('installFinished', 2) == INSTALLED
+    assert signals.wait('installFinished', before + 1) == INSTALLED
     assert (unit.main_process(), is_new(process)) == (process, False)
 
     unit.stop()
