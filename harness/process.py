@@ -16,16 +16,16 @@ class Process:
     output too.
     """
 
-    def __init__(self, name, arguments, environment, log=None):
+    def __init__(self, name, popen, log=None):
+        """`popen` is the process, whose output and errors go to a pipe."""
         self.name = name
         self.text = ''
         self.returncode = None
         self.end_awaited = False
         self._log = log
-        self._popen = subprocess.Popen(arguments, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                       stderr=subprocess.STDOUT)
-        self.pid = self._popen.pid
-        self._output = self._popen.stdout.fileno()
+        self._popen = popen
+        self.pid = popen.pid
+        self._output = popen.stdout.fileno()
         os.set_blocking(self._output, False)
         self._end = os.pidfd_open(self.pid)
         self._raw = b''

@@ -4,6 +4,7 @@
 
 import os
 import signal
+import subprocess
 
 from gi.repository import GLib
 from standin.names import SESSION
@@ -31,7 +32,13 @@ class Processes:
 
     def start(self, name, arguments, environment=None, log=None):
         """Starts a program, in the environment of the caller plus the given variables; see Process for the log."""
-        process = Process(name, [str(argument) for argument in arguments], {**os.environ, **(environment or {})}, log)
+        return self.watch(name, subprocess.Popen(
+            [str(argument) for argument in arguments], env={**os.environ, **(environment or {})},
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT), log)
+
+    def watch(self, name, popen, log=None):
+        """Takes in a process that runs already; see Process."""
+        process = Process(name, popen, log)
         self.all.append(process)
         return process
 

@@ -8,6 +8,8 @@ from standin.controlclient import ControlClient
 from standin.names import BUSES, TOGETHER
 from standin.remoteerror import RemoteError
 
+from .forkedstandin import start_standin
+
 SIMULATOR = Path(__file__).resolve().parents[1] / 'simulator'
 
 
@@ -19,10 +21,8 @@ class StandIn(ControlClient):
         self.name = name
         self.seen = []
         self._processes = processes
-        options = [part for parameter, value in settings.items() for part in ('--' + parameter, value)]
         self.watch(self.seen.append)
-        start = processes.start_in_session if BUSES[name] == 'session' else processes.start
-        self.process = start(name, [SIMULATOR / 'start', name, *options])
+        self.process = processes.watch(name, start_standin(name, settings))
 
     def wait_ready(self):
         """Waits until it can be called."""
