@@ -3,11 +3,9 @@
 """The examples for authors of clients, as docs/clients.md shows them, with the real service."""
 
 import re
-import tempfile
-from pathlib import Path
 
 import pytest
-from builds import run
+from builds import make
 
 KINDS = ['qtclient', 'glibclient', 'client.py']
 WARNINGS = '-Wall -Wextra -Werror'
@@ -18,17 +16,12 @@ HEAD = re.compile(r'\A((//|#|<!--|-->|SPDX-).*\n)+\n?')
 
 
 @pytest.fixture(scope='module')
-def commands(source):
-    """The command of each example. The session's user may not enter pytest's own folders."""
+def commands(source, builds):
+    """The command of each example."""
     examples = source / 'docs/examples'
-    with tempfile.TemporaryDirectory() as folder:
-        build = Path(folder)
-        build.chmod(0o755)
-        run(['cmake', '-S', examples, '-B', build, '-G', 'Ninja', f'-DCMAKE_C_FLAGS={WARNINGS}',
-             f'-DCMAKE_CXX_FLAGS={WARNINGS}'])
-        run(['cmake', '--build', build])
-        yield {'client.py': ['/usr/bin/python3', '-B', examples / 'client.py'],
-               **{name: [build / name] for name in ('qtclient', 'glibclient', 'qmlclient')}}
+    build = make(examples, builds / 'examples', f'-DCMAKE_C_FLAGS={WARNINGS}', f'-DCMAKE_CXX_FLAGS={WARNINGS}')
+    return {'client.py': ['/usr/bin/python3', '-B', examples / 'client.py'],
+            **{name: [build / name] for name in ('qtclient', 'glibclient', 'qmlclient')}}
 
 
 @pytest.fixture
