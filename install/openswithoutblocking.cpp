@@ -28,6 +28,7 @@ bool opensWithoutBlocking(const QByteArray &path)
     if (stat(path.constData(), &status) != 0) {
         return true;
     }
-    return !S_ISFIFO(status.st_mode) && !S_ISSOCK(status.st_mode)
-            && !(S_ISCHR(status.st_mode) && isTerminal(path.constData()));
+    const bool mayBlock = S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode)
+            || (S_ISCHR(status.st_mode) && isTerminal(path.constData()));
+    return !mayBlock;
 }

@@ -110,7 +110,7 @@ void RpmInfo::readPackage(const QString &path)
     m_valid = true;
 }
 
-void RpmInfo::keepValue(int tag, const QVariant &value)
+void RpmInfo::keepValue(quint32 tag, const QVariant &value)
 {
     switch (tag) {
     case RPMTAG_NAME:

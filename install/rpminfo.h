@@ -50,7 +50,7 @@ Q_SIGNALS:
     void fileNameChanged();
 
 private:
-    void keepValue(int tag, const QVariant &value);
+    void keepValue(quint32 tag, const QVariant &value);
 
     bool m_valid = false;
     bool m_signatureValid = false;

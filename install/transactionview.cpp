@@ -33,7 +33,7 @@ constexpr qint32 LingerDisplayOff = 0;
 
 // The answer is ignored, since the dialog works without MCE.
 template<typename... Arguments>
-void requestMce(const QString &method, Arguments... arguments)
+void requestMce(const QString &method, const Arguments &...arguments)
 {
     QDBusInterface mce(BusNames::Mce::Service, BusNames::Mce::Path, BusNames::Mce::Interface,
                        QDBusConnection::systemBus());

@@ -77,5 +77,5 @@ int runService(int &argc, char **argv)
     InstallationHandler handler;
     handler.setEngine(view->engine());
 
-    return publish(&handler) ? application->exec() : 1;
+    return publish(&handler) ? QGuiApplication::exec() : 1;
 }
