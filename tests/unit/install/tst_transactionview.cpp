@@ -452,7 +452,6 @@ private Q_SLOTS:
         use(makeEngine());
         m_dialog->remove();
         m_view->showConfirmation(&m_package);
-        m_dialog.reset();
         m_dialog.emplace();
         use(makeEngine());
 
