@@ -104,5 +104,5 @@ class Gate:
 
     def _refuse_unexpected(self, call):
         self._recorder.add_unexpected(str(call))
-        call.refuse(UNKNOWN_METHOD, f'The stand-in has no {call.interface}.{call.method}({call.signature}) '
-                                    f'at {call.path}')
+        call.refuse(UNKNOWN_METHOD,
+                    f'The stand-in has no {call.interface}.{call.method}({call.signature}) at {call.path}')

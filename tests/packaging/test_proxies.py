@@ -11,17 +11,23 @@ from standin.names import SESSION
 DESCRIPTION = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml')
 PROXIES = Path(__file__).with_name('proxies')
 BUILDS = {
-    'glib': f'gdbus-codegen --generate-c-code proxy --c-generate-autocleanup all {DESCRIPTION} && '
-            f'cc -Wall -Wextra -Werror -I. -o client {PROXIES}/glib.c proxy.c $(pkg-config --cflags --libs gio-unix-2.0)',
-    'qt': f'qdbusxml2cpp -m -p proxy {DESCRIPTION} && "$(pkg-config --variable=host_bins Qt5Core)/moc" -o proxy.moc proxy.h && '
-          f'c++ -Wall -Wextra -Werror -fPIC -I. -o client {PROXIES}/qt.cpp proxy.cpp $(pkg-config --cflags --libs Qt5DBus)',
+    'glib': [
+        f'gdbus-codegen --generate-c-code proxy --c-generate-autocleanup all {DESCRIPTION}',
+        f'cc -Wall -Wextra -Werror -I. -o client {PROXIES}/glib.c proxy.c $(pkg-config --cflags --libs gio-unix-2.0)',
+    ],
+    'qt': [
+        f'qdbusxml2cpp -m -p proxy {DESCRIPTION}',
+        '"$(pkg-config --variable=host_bins Qt5Core)/moc" -o proxy.moc proxy.h',
+        f'c++ -Wall -Wextra -Werror -fPIC -I. -o client {PROXIES}/qt.cpp proxy.cpp $(pkg-config --cflags --libs Qt5DBus)',
+    ],
 }
 
 
 @pytest.mark.parametrize('kind', BUILDS)
 def test_proxy_has_every_form_of_every_method(service, session_monitor, device, processes, environment, tmp_path, kind):
     device.forbid_installing()
-    assert run(BUILDS[kind], tmp_path) == ''
+    for command in BUILDS[kind]:
+        assert run(command, tmp_path) == ''
 
     processes.run('client', [SESSION, '--group', 'privileged', tmp_path / 'client'], environment)
 

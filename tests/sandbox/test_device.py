@@ -259,8 +259,9 @@ def test_project_that_the_sessions_user_cannot_read_is_refused(tmp_path, mode):
     result = subprocess.run([project / 'sandbox/device', '--', 'true'],
                             text=True, capture_output=True, timeout=DEADLINE)
     assert (result.returncode, result.stderr) == (
-        125, f"sandbox/device: the session's user cannot read {project}/sandbox; everybody has to be able to read the "
-             "project's folder\n")
+        125,
+        f"sandbox/device: the session's user cannot read {project}/sandbox; everybody has to be able to read the "
+        "project's folder\n")
 
 
 def test_program_of_the_session_in_another_group():

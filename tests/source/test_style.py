@@ -15,6 +15,21 @@ def python_files():
     return [ROOT / path for path, text in texts() if is_python(path, text)]
 
 
+def strings(path):
+    """All literals, each as its line and its text. Since Python 3.12 one with placeholders consists of many tokens."""
+    with path.open('rb') as file:
+        depth, text = 0, ''
+        for token in tokenize.tokenize(file.readline):
+            kind = tokenize.tok_name[token.type]
+            depth += kind == 'FSTRING_START'
+            if depth or kind == 'STRING':
+                text += token.string
+            depth -= kind == 'FSTRING_END'
+            if text and not depth:
+                yield token.start[0], text
+                text = ''
+
+
 def needs_single_quotes(string):
     """All strings except docstrings and those that contain a quote."""
     literal = string.lstrip('rbf')
@@ -22,12 +37,8 @@ def needs_single_quotes(string):
 
 
 def test_strings_have_single_quotes():
-    wrong = []
-    for path in python_files():
-        with path.open('rb') as file:
-            wrong += [f'{path}:{token.start[0]}' for token in tokenize.tokenize(file.readline)
-                      if token.type == tokenize.STRING and needs_single_quotes(token.string)]
-    assert not wrong
+    assert not [f'{path}:{line}' for path in python_files() for line, text in strings(path)
+                if needs_single_quotes(text)]
 
 
 def has_tabs(path, line):
