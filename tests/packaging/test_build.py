@@ -33,7 +33,7 @@ def contents(folder):
             if path.is_file() and path.relative_to(folder).parts[0] not in ('build', 'stage')}
 
 
-def test_three_commands_build_and_install(source, copy, examples):
+def test_three_commands_build_and_install(source, build, copy, examples):
     before = contents(copy)
     assert examples('Build and install') == [BUILDING]
 
@@ -43,3 +43,6 @@ def test_three_commands_build_and_install(source, copy, examples):
     assert contents(copy) == before
     assert found(copy / 'stage') == INSTALLED
     assert naming(copy / 'stage', [copy, source]) == []
+    # The build that is tested was made of the same files in another folder.
+    assert [name for name in INSTALLED
+            if (copy / 'stage' / name).read_bytes() != (build / 'stage' / name).read_bytes()] == []

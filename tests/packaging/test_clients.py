@@ -4,8 +4,9 @@
 
 import re
 
+import documents
 import pytest
-from builds import make
+from builds import run
 
 KINDS = ['qtclient', 'glibclient', 'client.py']
 WARNINGS = '-Wall -Wextra -Werror'
@@ -18,9 +19,10 @@ HEAD = re.compile(r'\A((//|#|<!--|-->|SPDX-).*\n)+\n?')
 @pytest.fixture(scope='module')
 def commands(source, builds):
     """The command of each example."""
-    examples = source / 'docs/examples'
-    build = make(examples, builds / 'examples', f'-DCMAKE_C_FLAGS={WARNINGS}', f'-DCMAKE_CXX_FLAGS={WARNINGS}')
-    return {'client.py': ['/usr/bin/python3', '-B', examples / 'client.py'],
+    build = builds / 'examples'
+    building = documents.examples('docs/clients.md', 'Building the examples')[0]
+    run(building.replace('build/clients', str(build)), source, CFLAGS=WARNINGS, CXXFLAGS=WARNINGS)
+    return {'client.py': ['/usr/bin/python3', '-B', source / 'docs/examples/client.py'],
             **{name: [build / name] for name in ('qtclient', 'glibclient', 'qmlclient')}}
 
 

@@ -12,6 +12,7 @@ from gi.repository import Gio
 
 INTERFACE = 'org.velmoraos.installationhandler'
 DESCRIPTION = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml')
+HELP = subprocess.run(['gdbus-codegen', '--help'], capture_output=True, text=True, check=True).stdout
 
 
 def members(xml):
@@ -51,6 +52,20 @@ def test_generated_documentation_has_a_text_for_everything(tmp_path, description
     texts = [page.find('refnamediv/refpurpose'), page.find('refsect1[@role="desc"]/para'),
              *(member.find('para') for member in described), *page.findall('.//listitem/para')]
     assert all(text.text.strip() for text in texts)
+
+
+@pytest.mark.skipif('--generate-md' not in HELP,
+                    reason='this gdbus-codegen cannot write Markdown; Debian 13 has one that can')
+def test_generated_markdown_has_a_text_for_everything(tmp_path, description):
+    subprocess.run(['gdbus-codegen', '--generate-md', 'page', '--output-directory', tmp_path, DESCRIPTION], timeout=60,
+                   check=True)
+
+    page = (tmp_path / f'page-{INTERFACE}.md').read_text(encoding='utf-8')
+    described = re.findall(rf'^### {INTERFACE}(?:\.|::)(\w+)\n\n```\n.*?^```\n\n(\w.*?)(?=^###|\Z)', page,
+                           re.MULTILINE | re.DOTALL)
+    # An argument of a method stands in a list, that of a signal above its text.
+    assert sorted((name, re.findall(r'^(?:\* )?(\w+)(?::|\n ) \S', text, re.MULTILINE)) for name, text in described) == \
+        sorted((name, [argument[0] for argument in taken]) for _, name, taken in members(description))
 
 
 def test_gio_reads_the_description(description):
