@@ -11,5 +11,6 @@ Put the project's folder and `simulator` on PYTHONPATH; then:
   records its signals;
 - `standins.StandIns` starts the stand-ins of the platform services;
 - `usermanager.UserManager` is systemd's manager of the session's services, which starts a session bus and the service;
-- `screen.Screen` is a display, and what a user does with the dialog on it.
+- `screen.Screen` is a display, and what a user does with the dialog on it; `weston.WestonScreen` is one with a Wayland
+  compositor.
 """

@@ -22,6 +22,9 @@ COLOURS_OF_A_PAINTED_WINDOW = 16
 class Screen:
     """An X server, and what a user does on it."""
 
+    # What xdotool finds the window of the dialog by.
+    window_search = ('--onlyvisible', '--class', 'velmora-installationhandler')
+
     def __init__(self, processes, display):
         self.display = display
         self._processes = processes
@@ -30,7 +33,7 @@ class Screen:
     @classmethod
     def in_memory(cls, processes, options=('-screen', '0', '1280x720x24')):
         """A new one, without a window manager."""
-        server = processes.start('X server', ['Xvfb', '-displayfd', '1', *options, '-nolisten', 'tcp'])
+        server = processes.start('X server', ['Xvfb', '-displayfd', '1', *options, '-nolisten', 'tcp', '-noreset'])
         number = processes.wait_line(server, str.isdigit, 'start of the X server')
         return cls(processes, f':{number}')
 

@@ -14,19 +14,26 @@ from harness.processes import Processes, WaitFailed
 from harness.screen import PHONE, Screen
 from harness.signalrecorder import SignalRecorder
 from harness.standins import SIMULATOR
+from harness.weston import Panel, WestonScreen
 from standin.names import SESSION
+
+# A phone for a Wayland compositor, which scales by whole numbers. As a window it has to fit on the caller's display.
+PANEL = Panel(360, 640, scale=2)
+WINDOW = Panel(360, 640)
 
 # This starts a program like the home screen, which may remove by launcher.
 HOME_SCREEN = [SESSION, '--group', 'privileged']
 
 
 class Device:
-    """The demo's device: buses, display, stand-ins and client. The display is the caller's, or Xvfb if there is none.
+    """The demo's device: buses, display, stand-ins and client. The display is the caller's, or Xvfb if there is none. With
+    `wayland` it is that of a Wayland compositor in a window there.
 
     The demo itself runs as root. It starts the stand-ins and watches what happens.
     """
 
-    def __init__(self):
+    def __init__(self, wayland):
+        self.wayland = wayland
         self.processes = Processes()
         self._system_bus = Bus.device_system(self.processes)
         self._session_bus = Bus.device_session(self.processes)
@@ -44,7 +51,9 @@ class Device:
             except WaitFailed:
                 pass
         if not self.watched:
-            self.screen = Screen.in_memory(self.processes, PHONE)
+            self.screen = Screen.in_memory(self.processes, PANEL.options() if self.wayland else PHONE)
+        if self.wayland:
+            self.screen = WestonScreen(self.processes, self.screen.display, WINDOW if self.watched else PANEL)
         self._session_bus.ask('UpdateActivationEnvironment', '(a{ss})', self.environment())
 
     def environment(self):
