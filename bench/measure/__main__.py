@@ -5,7 +5,7 @@
 import os
 import sys
 
-from . import dialog, idle, installation, lookup, reads, removal, startup
+from . import dialog, idle, installation, lookup, reads, removal, startup, wayland
 from .figure import table
 
 GROUPS = {
@@ -16,6 +16,7 @@ GROUPS = {
     'read': reads.figures,
     'lookup': lookup.figures,
     'dialog': dialog.figures,
+    'wayland': wayland.figures,
 }
 
 
