@@ -22,7 +22,7 @@ COLOURS_OF_A_PAINTED_WINDOW = 16
 class Screen:
     """An X server, and what a user does on it."""
 
-    # What xdotool finds the window of the dialog by.
+    # The options by which xdotool finds the window of the dialog.
     window_search = ('--onlyvisible', '--class', 'velmora-installationhandler')
 
     def __init__(self, processes, display):
