@@ -67,7 +67,10 @@ class Processes:
         return found()
 
     def happens(self, condition, seconds, what='nothing in particular'):
-        """Runs the main loop until the condition holds (true) or the time is over (false)."""
+        """Runs the main loop until the condition holds (true) or the time is over (false).
+
+        All that has arrived is taken in before the condition is looked at, which may cost more than what arrives.
+        """
         expired = []
         timer = GLib.timeout_add(int(seconds * 1000), lambda: expired.append(True) or GLib.SOURCE_CONTINUE)
         try:
@@ -76,6 +79,7 @@ class Processes:
                 if expired:
                     return False
                 GLib.MainContext.default().iteration(True)
+                self.run_pending()
         finally:
             GLib.source_remove(timer)
         return True
