@@ -12,6 +12,7 @@ import pytest
 from harness.bus import PrivateBus
 from harness.busmonitor import BusMonitor
 from harness.client import Client
+from harness.forkedprocess import start_server
 from harness.processes import Processes
 from harness.screen import Screen
 from harness.service import PROGRAM, Service
@@ -32,10 +33,11 @@ WHOLE_STACKS = {'ASAN_OPTIONS': 'fast_unwind_on_malloc=0'}
 
 
 def pytest_sessionstart():
-    """Keeps the tests from changing the machine they run on."""
+    """Keeps the tests from changing the machine they run on, and prepares their processes."""
     if not is_device():
         pytest.exit('These tests run on a device in a sandbox only: '
                     'sandbox/device --stage STAGE --no-buses -- /usr/bin/python3 -m pytest FILE', returncode=4)
+    start_server()
 
 
 @pytest.hookimpl(hookwrapper=True)
@@ -75,9 +77,7 @@ def tmp_path():
 @pytest.fixture
 def device():
     """The device's own state, as new."""
-    state = DeviceState()
-    yield state
-    state.reset()
+    return DeviceState()
 
 
 @pytest.fixture

@@ -17,12 +17,13 @@ import traceback
 
 import pytest
 from _pytest.runner import runtestprotocol
+from harness.forkedprocess import start_server
 
 # All that tests change on the device; each one gets a copy. mount writes nothing below /run (-n), which another test may
 # be copying.
 FOLDERS = ('/etc', '/home', '/run', '/usr/share/applications', '/usr/share/translations',
            '/usr/share/velmora-installationhandler', '/var/lib/rpm')
-COPY = 'mount -n -t tmpfs -o mode=755 tmpfs /mnt && cp -a "$1/." /mnt && mount -n --move /mnt "$1"'
+COPY = 'for folder; do mount -n -t tmpfs -o mode=755 tmpfs /mnt; cp -a "$folder/." /mnt; mount -n --move /mnt "$folder"; done'
 CLONE_NEWNS = 0x00020000
 
 
@@ -91,9 +92,10 @@ def run(item):
     capture.start_global_capturing()
     if ctypes.CDLL(None, use_errno=True).unshare(CLONE_NEWNS):
         raise OSError(ctypes.get_errno(), 'unshare')
-    for folder in FOLDERS:
-        copy = subprocess.run(['sh', '-ec', COPY, 'sh', folder], capture_output=True, text=True)
-        if copy.returncode:
-            raise OSError(f'{folder} could not be copied: {copy.stderr}')
+    copy = subprocess.run(['sh', '-ec', COPY, 'sh', *FOLDERS], capture_output=True, text=True)
+    if copy.returncode:
+        raise OSError(f'folders could not be copied: {copy.stderr}')
+    # Its processes have to be in the new mount namespace too.
+    start_server()
     return [item.config.hook.pytest_report_to_serializable(config=item.config, report=report)
             for report in runtestprotocol(item, log=False, nextitem=None)]
