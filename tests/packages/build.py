@@ -18,6 +18,8 @@ MACROS = {
     '__os_install_post': '%{nil}',
     'debug_package': '%{nil}',
     '_build_id_links': 'none',
+    # A comparison of the files with the list that they come from.
+    '__check_files': '%{nil}',
 }
 
 
