@@ -10,7 +10,7 @@ from builds import LEFTOVERS, attempt, make, run, stage
 from contents import INSTALLED, found, naming
 from harness.service import PROGRAM
 
-LINK_TIME_OPTIMISATION = '-g -O2 -flto=auto -ffat-lto-objects -fexceptions -Wp,-D_FORTIFY_SOURCE=3 ' \
+LINK_TIME_OPTIMISATION = '-g -O2 -flto=auto -fexceptions -Wp,-D_FORTIFY_SOURCE=3 ' \
     '-fstack-protector-strong -Wl,-z,relro,-z,now -fPIE -pie'
 
 
