@@ -8,14 +8,19 @@ SPDX-License-Identifier: BSD-3-Clause
 <context>
     <name></name>
     <message id="installationhandler-application_installation_disallowed">
-        <source>Installing applications is disabled by the %1 device policy</source>
+        <source>This device&apos;s policy does not allow installing apps (%1).</source>
         <extracomment>Notification shown when the device&apos;s policy forbids the user to install applications %1 is the operating system&apos;s name</extracomment>
-        <translation>L’installation d’applications est désactivée par la stratégie de l’appareil %1</translation>
+        <translation>La politique de l’appareil (%1) interdit l’installation d’applications.</translation>
     </message>
     <message id="installationhandler-cancel">
         <source>Cancel</source>
         <extracomment>Button that closes the dialog without installing anything; as short as possible</extracomment>
         <translation>Annuler</translation>
+    </message>
+    <message id="installationhandler-hide-path">
+        <source>Hide full path</source>
+        <extracomment>Spoken by screen readers for the file&apos;s name, which can be pressed, while its whole path is shown</extracomment>
+        <translation>Masquer le chemin complet</translation>
     </message>
     <message id="installationhandler-install">
         <source>Install</source>
@@ -27,20 +32,30 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>Heading of the dialog that asks whether a package file is to be installed</extracomment>
         <translation>Installer cette application&#xa0;?</translation>
     </message>
+    <message id="installationhandler-own-words">
+        <source>In the app&apos;s own words:</source>
+        <extracomment>Label of the summary that the package&apos;s author wrote, in contrast to the system&apos;s own words</extracomment>
+        <translation>L’application se décrit ainsi&#xa0;:</translation>
+    </message>
     <message id="installationhandler-show-path">
-        <source>Shows the whole path of the package file</source>
-        <extracomment>Spoken by screen readers for the shortened path of the package file, which can be pressed</extracomment>
-        <translation>Affiche le chemin complet du fichier du paquet</translation>
+        <source>Show full path</source>
+        <extracomment>Spoken by screen readers for the file&apos;s name, which can be pressed, while its path is shortened</extracomment>
+        <translation>Afficher le chemin complet</translation>
     </message>
     <message id="installationhandler-untrusted-source">
-        <source>This app does not come from the store. Install it only if you trust its source.</source>
+        <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>Cette application ne provient pas de la boutique. Installez-la uniquement si vous faites confiance à sa source.</translation>
+        <translation>Cette application ne provient pas de la boutique d’applications et n’a pas été vérifiée. Elle pourrait nuire à votre appareil ou à vos données. Ne l’installez que si vous faites confiance à sa source.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>
         <extracomment>Outcome of an installation that the user declined in the confirmation dialog</extracomment>
         <translation>Installation annulée par l’utilisateur</translation>
+    </message>
+    <message id="installationhandler-version">
+        <source>Version %1</source>
+        <extracomment>Version of the package %1 is the version</extracomment>
+        <translation>Version %1</translation>
     </message>
 </context>
 </TS>

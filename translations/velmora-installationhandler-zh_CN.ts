@@ -8,14 +8,19 @@ SPDX-License-Identifier: BSD-3-Clause
 <context>
     <name></name>
     <message id="installationhandler-application_installation_disallowed">
-        <source>Installing applications is disabled by the %1 device policy</source>
+        <source>This device&apos;s policy does not allow installing apps (%1).</source>
         <extracomment>Notification shown when the device&apos;s policy forbids the user to install applications %1 is the operating system&apos;s name</extracomment>
-        <translation>%1 设备策略已禁止安装应用</translation>
+        <translation>此设备的策略（%1）不允许安装应用。</translation>
     </message>
     <message id="installationhandler-cancel">
         <source>Cancel</source>
         <extracomment>Button that closes the dialog without installing anything; as short as possible</extracomment>
         <translation>取消</translation>
+    </message>
+    <message id="installationhandler-hide-path">
+        <source>Hide full path</source>
+        <extracomment>Spoken by screen readers for the file&apos;s name, which can be pressed, while its whole path is shown</extracomment>
+        <translation>隐藏完整路径</translation>
     </message>
     <message id="installationhandler-install">
         <source>Install</source>
@@ -27,20 +32,30 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>Heading of the dialog that asks whether a package file is to be installed</extracomment>
         <translation>要安装此应用吗？</translation>
     </message>
+    <message id="installationhandler-own-words">
+        <source>In the app&apos;s own words:</source>
+        <extracomment>Label of the summary that the package&apos;s author wrote, in contrast to the system&apos;s own words</extracomment>
+        <translation>应用自述：</translation>
+    </message>
     <message id="installationhandler-show-path">
-        <source>Shows the whole path of the package file</source>
-        <extracomment>Spoken by screen readers for the shortened path of the package file, which can be pressed</extracomment>
-        <translation>显示软件包文件的完整路径</translation>
+        <source>Show full path</source>
+        <extracomment>Spoken by screen readers for the file&apos;s name, which can be pressed, while its path is shortened</extracomment>
+        <translation>显示完整路径</translation>
     </message>
     <message id="installationhandler-untrusted-source">
-        <source>This app does not come from the store. Install it only if you trust its source.</source>
+        <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>此应用并非来自应用商店。请仅在信任其来源时安装。</translation>
+        <translation>此应用并非来自应用商店，且未经检查。它可能会损害您的设备或数据。请仅在信任其来源时安装。</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>
         <extracomment>Outcome of an installation that the user declined in the confirmation dialog</extracomment>
         <translation>用户已取消安装</translation>
+    </message>
+    <message id="installationhandler-version">
+        <source>Version %1</source>
+        <extracomment>Version of the package %1 is the version</extracomment>
+        <translation>版本 %1</translation>
     </message>
 </context>
 </TS>

@@ -33,8 +33,8 @@ public:
 
     ~Catalogues() { QLocale::setDefault(m_before); }
 
-    /** Whether the locale has a catalogue of its own. */
-    bool hasOwn() const { return !m_own.isEmpty(); }
+    /** The language of the locale's own catalogue, empty if it has none. */
+    QString ownLanguage() const { return m_own.language(); }
 
 private:
     Q_DISABLE_COPY_MOVE(Catalogues)

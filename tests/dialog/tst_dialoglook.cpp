@@ -75,7 +75,9 @@ private Q_SLOTS:
         QTest::newRow("English") << QLocale::c() << false;
         QTest::newRow("German") << QLocale(QLocale::German) << false;
         QTest::newRow("Arabic") << QLocale(QLocale::Arabic) << true;
-        QTest::newRow("Hebrew, which has no catalogue") << QLocale(QLocale::Hebrew) << true;
+        QTest::newRow("Hebrew") << QLocale(QLocale::Hebrew) << true;
+        QTest::newRow("Persian") << QLocale(QLocale::Persian) << true;
+        QTest::newRow("Urdu, which has no catalogue") << QLocale(QLocale::Urdu) << true;
     }
 
     void mirrorsByLocale()

@@ -110,7 +110,7 @@ def test_policy_that_makes_no_sense_forbids(service, install_and_wait, device):
 
 
 @pytest.mark.parametrize('language, text', [
-    ('de_DE.UTF-8', 'Das Installieren von Apps ist durch die Geräterichtlinie von {} deaktiviert'),
+    ('de_DE.UTF-8', 'Die Geräterichtlinie von {} verbietet das Installieren von Apps.'),
     ('C.UTF-8', 'Installing applications is disabled by the {} device policy'),
 ])
 def test_text_is_in_the_users_language(standins, program, client, signals, device, language, text):

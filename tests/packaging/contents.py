@@ -4,7 +4,10 @@
 
 import stat
 
-LANGUAGES = ('ar', 'de', 'es', 'fi', 'fr', 'ru', 'zh_CN')
+LANGUAGES = (
+    'ar', 'bg', 'bn', 'ca', 'cs', 'da', 'de', 'el', 'en_GB', 'es', 'et', 'fa', 'fi', 'fr', 'fr_CA', 'he', 'hi', 'hr', 'hu',
+    'id', 'it', 'ja', 'ko', 'lt', 'lv', 'ms', 'nb', 'nl', 'pl', 'pt', 'pt_BR', 'ro', 'ru', 'sk', 'sl', 'sr', 'sv', 'th', 'tr',
+    'uk', 'vi', 'zh_CN', 'zh_TW')
 
 # The paths and permissions of all installed files.
 INSTALLED = {
