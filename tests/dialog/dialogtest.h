@@ -13,7 +13,10 @@
 
 #include <memory>
 
-/** Loads a locale's catalogue over the English one, as the service does, for as long as the object lives. */
+/**
+ * Loads a locale's catalogue over the English one, as the service does in a session of that locale, for as long as the
+ * object lives.
+ */
 class Catalogues
 {
 public:
@@ -26,7 +29,9 @@ public:
             qFatal("No engineering English");
         }
         QCoreApplication::installTranslator(&m_english);
-        if (m_own.load(locale, name, QStringLiteral("-"), folder)) {
+        // Qt treats the locale of a session in Brazil and QLocale("pt_BR") differently: it looks for the catalogue
+        // "pt_BR" first in a session, for "pt" otherwise.
+        if (m_own.load(name + QLatin1Char('-') + locale.name(), folder)) {
             QCoreApplication::installTranslator(&m_own);
         }
     }

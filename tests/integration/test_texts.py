@@ -23,15 +23,25 @@ def text_of_a_refusal(dialog, program, client, signals):
 
 
 @pytest.mark.parametrize('language, text', [
-    *((language, ENGLISH) for language in ('C.UTF-8', 'en_GB.UTF-8', 'tlh.UTF-8')),
+    *((language, ENGLISH) for language in ('C.UTF-8', 'en_GB.UTF-8', 'en_US.UTF-8', 'tlh.UTF-8', 'zh_HK.UTF-8')),
     *((language, GERMAN) for language in ('de_DE.UTF-8', 'de_AT.UTF-8', 'de_CH@euro')),
+    *((language, 'O utilizador cancelou a instalação') for language in ('pt_PT.UTF-8', 'pt_AO.UTF-8')),
+    ('pt_BR.UTF-8', 'O usuário cancelou a instalação'),
+    ('fr_CH.UTF-8', 'Installation annulée par l’utilisateur'),
+    ('fr_CA.UTF-8', 'L’utilisateur a annulé l’installation'),
+    ('zh_CN.UTF-8', '用户已取消安装'),
+    ('zh_TW.UTF-8', '使用者已取消安裝'),
+    *((language, 'Brukeren avbrøt installasjonen') for language in ('nb_NO.UTF-8', 'no_NO.UTF-8')),
+    *((language, 'Корисник је отказао инсталацију') for language in ('sr_RS.UTF-8', 'sr_RS@latin')),
 ])
 def test_installed_catalogues_speak(text_of_a_refusal, language, text):
     assert text_of_a_refusal(language) == text
 
 
-def test_session_may_choose_another_language_than_its_region(text_of_a_refusal):
-    assert text_of_a_refusal('en_US.UTF-8', LANGUAGE='de') == GERMAN
+@pytest.mark.parametrize('region, languages, text', [
+    ('en_US.UTF-8', 'de', GERMAN), ('de_DE.UTF-8', 'nn_NO:pt_BR:de', 'O usuário cancelou a instalação')])
+def test_session_may_choose_another_language_than_its_region(text_of_a_refusal, region, languages, text):
+    assert text_of_a_refusal(region, LANGUAGE=languages) == text
 
 
 @pytest.mark.parametrize('present, speaks', [
