@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>এই অ্যাপটি অ্যাপ স্টোরের নয় এবং এটি পরীক্ষা করা হয়নি। এটি আপনার ডিভাইস বা ডেটার ক্ষতি করতে পারে। এটি যেখান থেকে পেয়েছেন, সেই উৎসকে বিশ্বাস করলে তবেই ইনস্টল করুন।</translation>
+        <translation>এই অ্যাপটি অ্যাপ স্টোর থেকে আসেনি এবং এটি যাচাই করা হয়নি। এটি আপনার ডিভাইস বা ডেটার ক্ষতি করতে পারে। যে উৎস থেকে এটি পেয়েছেন, সেটিকে বিশ্বাস করলে তবেই এটি ইনস্টল করুন।</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>Diese App stammt nicht aus dem App-Store und wurde nicht geprüft. Sie könnte Ihrem Gerät oder Ihren Daten schaden. Nur installieren, wenn Sie der Quelle vertrauen.</translation>
+        <translation>Diese App stammt nicht aus dem App-Store und wurde nicht geprüft. Sie könnte Ihrem Gerät oder Ihren Daten schaden. Installieren Sie die App nur, wenn Sie der Quelle vertrauen.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

@@ -35,7 +35,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-own-words">
         <source>In the app&apos;s own words:</source>
         <extracomment>Label of the summary that the package&apos;s author wrote, in contrast to the system&apos;s own words</extracomment>
-        <translation>Με τα λόγια της εφαρμογής:</translation>
+        <translation>Με τα λόγια της ίδιας της εφαρμογής:</translation>
     </message>
     <message id="installationhandler-show-path">
         <source>Show full path</source>

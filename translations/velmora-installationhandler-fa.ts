@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>این برنامه از فروشگاه برنامه‌ها نیست و بررسی نشده است. ممکن است به دستگاه یا داده‌های شما آسیب بزند. فقط در صورتی آن را نصب کنید که به منبعی که آن را از آنجا گرفته‌اید اعتماد دارید.</translation>
+        <translation>این برنامه از فروشگاه برنامه‌ها نیست و بررسی نشده است. ممکن است به دستگاه یا داده‌های شما آسیب بزند. فقط در صورتی آن را نصب کنید که به منبع دریافت آن اعتماد دارید.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

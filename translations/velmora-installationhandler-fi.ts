@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>Tämä sovellus ei ole peräisin sovelluskaupasta, eikä sitä ole tarkistettu. Se voi vahingoittaa laitetta tai tietoja. Asenna se vain, jos luotat lähteeseen, josta sait sen.</translation>
+        <translation>Tämä sovellus ei ole peräisin sovelluskaupasta, eikä sitä ole tarkistettu. Se voi vahingoittaa laitettasi tai tietojasi. Asenna se vain, jos luotat lähteeseen, josta sait sen.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

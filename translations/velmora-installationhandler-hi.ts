@@ -30,7 +30,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-install-question">
         <source>Install this app?</source>
         <extracomment>Heading of the dialog that asks whether a package file is to be installed</extracomment>
-        <translation>यह ऐप इंस्टॉल करें?</translation>
+        <translation>क्या यह ऐप इंस्टॉल करना है?</translation>
     </message>
     <message id="installationhandler-own-words">
         <source>In the app&apos;s own words:</source>
@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>यह ऐप, ऐप स्टोर का नहीं है और इसकी जाँच नहीं की गई है। यह आपके डिवाइस या डेटा को नुकसान पहुँचा सकता है। इसे तभी इंस्टॉल करें, जब आपको उस जगह पर भरोसा हो, जहाँ से यह मिला है।</translation>
+        <translation>यह ऐप, ऐप स्टोर से नहीं आया है और इसकी जाँच नहीं की गई है। यह आपके डिवाइस या डेटा को नुकसान पहुँचा सकता है। इसे तभी इंस्टॉल करें, जब आपको उस जगह पर भरोसा हो, जहाँ से यह मिला है।</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

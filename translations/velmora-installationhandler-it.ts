@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>Questa app non proviene dallo store delle app e non è stata controllata. Potrebbe danneggiare il dispositivo o i dati. Installarla solo se si considera affidabile la fonte da cui proviene.</translation>
+        <translation>Questa app non proviene dallo store delle app e non è stata controllata. Potrebbe danneggiare il dispositivo o i dati. Installarla solo se si ritiene attendibile la fonte da cui è stata ottenuta.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

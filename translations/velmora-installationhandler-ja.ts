@@ -35,7 +35,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-own-words">
         <source>In the app&apos;s own words:</source>
         <extracomment>Label of the summary that the package&apos;s author wrote, in contrast to the system&apos;s own words</extracomment>
-        <translation>アプリ自身による説明：</translation>
+        <translation>アプリの作成者による説明：</translation>
     </message>
     <message id="installationhandler-show-path">
         <source>Show full path</source>
@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>このアプリはアプリストアのものではなく、安全性が確認されていません。デバイスやデータに害を及ぼすおそれがあります。入手元を信頼できる場合にのみインストールしてください。</translation>
+        <translation>このアプリはアプリストア以外から入手したもので、安全性が確認されていません。デバイスやデータに害を及ぼすおそれがあります。入手元を信頼できる場合にのみインストールしてください。</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

@@ -35,7 +35,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-own-words">
         <source>In the app&apos;s own words:</source>
         <extracomment>Label of the summary that the package&apos;s author wrote, in contrast to the system&apos;s own words</extracomment>
-        <translation>앱이 직접 밝힌 설명:</translation>
+        <translation>앱이 제공한 설명:</translation>
     </message>
     <message id="installationhandler-show-path">
         <source>Show full path</source>
@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>이 앱은 앱 스토어에서 제공된 것이 아니며 검사를 거치지 않았습니다. 기기나 데이터에 해를 끼칠 수 있습니다. 앱을 받은 곳을 신뢰하는 경우에만 설치하십시오.</translation>
+        <translation>이 앱은 앱 스토어에서 받은 것이 아니며 검사를 거치지 않았습니다. 기기나 데이터에 해를 끼칠 수 있습니다. 앱을 받은 곳을 신뢰하는 경우에만 설치하십시오.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

@@ -15,7 +15,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-cancel">
         <source>Cancel</source>
         <extracomment>Button that closes the dialog without installing anything; as short as possible</extracomment>
-        <translation>Anulare</translation>
+        <translation>Anulați</translation>
     </message>
     <message id="installationhandler-hide-path">
         <source>Hide full path</source>
@@ -25,17 +25,17 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-install">
         <source>Install</source>
         <extracomment>Button that starts the installation; as short as possible</extracomment>
-        <translation>Instalare</translation>
+        <translation>Instalați</translation>
     </message>
     <message id="installationhandler-install-question">
         <source>Install this app?</source>
         <extracomment>Heading of the dialog that asks whether a package file is to be installed</extracomment>
-        <translation>Instalați această aplicație?</translation>
+        <translation>Doriți să instalați această aplicație?</translation>
     </message>
     <message id="installationhandler-own-words">
         <source>In the app&apos;s own words:</source>
         <extracomment>Label of the summary that the package&apos;s author wrote, in contrast to the system&apos;s own words</extracomment>
-        <translation>Aplicația despre sine:</translation>
+        <translation>Aplicația se descrie astfel:</translation>
     </message>
     <message id="installationhandler-show-path">
         <source>Show full path</source>

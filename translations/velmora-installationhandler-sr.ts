@@ -10,7 +10,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-application_installation_disallowed">
         <source>This device&apos;s policy does not allow installing apps (%1).</source>
         <extracomment>Notification shown when the device&apos;s policy forbids the user to install applications %1 is the operating system&apos;s name</extracomment>
-        <translation>Политика уређаја (%1) не дозвољава инсталирање апликација.</translation>
+        <translation>Смернице уређаја (%1) не дозвољавају инсталирање апликација.</translation>
     </message>
     <message id="installationhandler-cancel">
         <source>Cancel</source>

@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>แอปนี้ไม่ได้มาจากร้านค้าแอปและยังไม่ผ่านการตรวจสอบ แอปนี้อาจเป็นอันตรายต่ออุปกรณ์หรือข้อมูลของคุณ โปรดติดตั้งเฉพาะเมื่อคุณเชื่อถือแหล่งที่ได้แอปนี้มา</translation>
+        <translation>แอปนี้ไม่ได้มาจากร้านค้าแอปและยังไม่ได้รับการตรวจสอบ แอปนี้อาจเป็นอันตรายต่ออุปกรณ์หรือข้อมูลของคุณ โปรดติดตั้งเฉพาะเมื่อคุณเชื่อถือแหล่งที่มาของแอปนี้เท่านั้น</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>

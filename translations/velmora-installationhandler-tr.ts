@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installationhandler-untrusted-source">
         <source>This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it.</source>
         <extracomment>Warning above the details of a package that the user got elsewhere than in the app store</extracomment>
-        <translation>Bu uygulama, uygulama mağazasından gelmiyor ve denetlenmedi. Cihazınıza veya verilerinize zarar verebilir. Yalnızca aldığınız yere güveniyorsanız yükleyin.</translation>
+        <translation>Bu uygulama, uygulama mağazasından alınmadı ve denetlenmedi. Cihazınıza veya verilerinize zarar verebilir. Yalnızca edindiğiniz kaynağa güveniyorsanız yükleyin.</translation>
     </message>
     <message id="installationhandler-user-aborted">
         <source>The user cancelled the installation</source>
