@@ -2,18 +2,20 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """A display with a keyboard and a pointer, and the service's dialog on it."""
 
+import itertools
 import os
 import subprocess
 import time
 
 from .processes import DEADLINE, WaitFailed
-from .windowmanager import ask_to_close
+from .windowmanager import ask_to_close, take_focus
 
 # The Xvfb options of a phone: 360 by 640 density-independent pixels.
 PHONE = ('-screen', '0', '540x960x24', '-dpi', '240')
 
-# Qt's default highlight colour. The button "Install" is the only large area that has it.
-HIGHLIGHT = bytes((48, 140, 198))
+# The colour of the button "Install" once it takes a pointer: a fifth of Qt's default highlight colour on white. Nothing
+# else has it.
+READY = bytes((214, 232, 244))
 
 # A window that has not been painted yet has one colour; text alone has dozens, from its smooth edges.
 COLOURS_OF_A_PAINTED_WINDOW = 16
@@ -28,7 +30,7 @@ class Screen:
     def __init__(self, processes, display):
         self.display = display
         self._processes = processes
-        self._width = int(self._do('getdisplaygeometry').split()[0])
+        self.width = int(self._do('getdisplaygeometry').split()[0])
 
     @classmethod
     def in_memory(cls, processes, options=('-screen', '0', '1280x720x24')):
@@ -73,6 +75,15 @@ class Screen:
         """Asks a window to close, as a window manager does."""
         ask_to_close(self.display, int(window))
 
+    def take_focus(self):
+        """Takes the focus from the dialog, as a window that covers it does, and waits until it takes no pointer."""
+        take_focus(self.display)
+        self._look_until(lambda: READY * 100 not in self._picture(), 'button "Install" that takes no pointer')
+
+    def give_focus(self, window):
+        """Gives a window the focus."""
+        self._do('windowfocus', '--sync', window)
+
     def save_picture(self, window, path):
         """Waits until a window has been painted, and saves a picture of it."""
         def is_painted():
@@ -80,23 +91,39 @@ class Screen:
             return int(self._run('identify', '-format', '%k', path)) >= COLOURS_OF_A_PAINTED_WINDOW
         self._look_until(is_painted, f'contents of window {window}')
 
-    def wait_for_install_button(self):
-        """Waits until the dialog's button "Install" has been painted; a point on it."""
+    def wait_for_install_area(self):
+        """Waits until the dialog's button "Install" takes a pointer; its left, top, right and bottom."""
         # A button below the pointer has another colour.
         self._do('mousemove', 0, 0)
         found = []
 
-        def is_painted():
-            start = self._picture().find(HIGHLIGHT * 100)
-            found[:] = [] if start < 0 else [start // 3]
+        def is_ready():
+            picture = self._picture()
+            found[:] = [place // 3 for place in (picture.find(READY * 100), picture.rfind(READY * 100)) if place >= 0]
             return found
-        self._look_until(is_painted, 'button "Install"')
-        return found[0] % self._width + 50, found[0] // self._width + 20
+        self._look_until(is_ready, 'button "Install" that takes a pointer')
+        first, last = found
+        return first % self.width, first // self.width, last % self.width + 99, last // self.width
+
+    def wait_for_install_button(self):
+        """Waits until the dialog's button "Install" takes a pointer; a point on it."""
+        left, top, right, bottom = self.wait_for_install_area()
+        return (left + right) // 2, (top + bottom) // 2
 
     def wait_for_cancel_button(self):
-        """Waits until the buttons have been painted; a point on "Cancel", at the other side of the middle."""
+        """Waits until both buttons take a pointer; a point on "Cancel", at the other side of the middle."""
         x, y = self.wait_for_install_button()
-        return self._width - x, y
+        return self.width - 1 - x, y
+
+    def tap(self, places, duration):
+        """Clicks 20 times a second, for a number of seconds, at each place in turn; the longest time between two clicks."""
+        times = [time.monotonic()]
+        for x, y in itertools.cycle(places):
+            self.click(x, y)
+            times.append(time.monotonic())
+            if times[-1] > times[0] + duration:
+                return max(after - before for before, after in itertools.pairwise(times))
+            time.sleep(max(0, times[-2] + 0.05 - times[-1]))
 
     def colours(self):
         """The number of colours on the screen."""

@@ -21,12 +21,24 @@ class Event(ctypes.Union):
     _fields_ = [('message', ClientMessage), ('room', ctypes.c_long * 24)]
 
 
-def ask_to_close(display, window):
-    """Asks a window to close itself, as the button in its title bar would."""
+def connect(display):
+    """Xlib, and a connection to a display."""
     xlib = ctypes.CDLL('libX11.so.6')
     xlib.XOpenDisplay.restype = ctypes.c_void_p
     xlib.XInternAtom.restype = ctypes.c_ulong
-    connection = ctypes.c_void_p(xlib.XOpenDisplay(display.encode()))
+    return xlib, ctypes.c_void_p(xlib.XOpenDisplay(display.encode()))
+
+
+def take_focus(display):
+    """Leaves no window of a display the focus."""
+    xlib, connection = connect(display)
+    xlib.XSetInputFocus(connection, ctypes.c_ulong(0), 0, ctypes.c_ulong(0))
+    xlib.XCloseDisplay(connection)
+
+
+def ask_to_close(display, window):
+    """Asks a window to close itself, as the button in its title bar would."""
+    xlib, connection = connect(display)
     atoms = [xlib.XInternAtom(connection, name, False) for name in (b'WM_PROTOCOLS', b'WM_DELETE_WINDOW')]
     event = Event(ClientMessage(type=CLIENT_MESSAGE, window=window, message_type=atoms[0], format=32))
     event.message.data[0] = atoms[1]

@@ -70,7 +70,7 @@ QString InstallPackageTransaction::notifyDisallowed()
     notification.setAppIcon(QStringLiteral("icon-lock-warning"));
     //: Notification shown when the device's policy forbids the user to install applications
     //: %1 is the operating system's name
-    //% "Installing applications is disabled by the %1 device policy"
+    //% "This device's policy does not allow installing apps (%1)."
     notification.setBody(qtTrId("installationhandler-application_installation_disallowed")
                                  .arg(AboutSettings().baseOperatingSystemName()));
     notification.publish();

@@ -3,7 +3,6 @@
 
 import QtQuick 2.15
 import QtQuick.Window 2.15
-import QtQuick.Templates 2.15 as T
 
 // Asks whether a package is to be installed. Its creator shows the window full screen and destroys it after the answer.
 //
@@ -12,8 +11,8 @@ import QtQuick.Templates 2.15 as T
 //   rpmInfo                        the package's details, a context property of the program: an object with the strings
 //                                  name, version, summary and fileName
 //
-// A user waits while this file is loaded, so it is lean: few bindings, one large font beside the application's own, and
-// no inline components, because the engine does not cache a compiled file that has them.
+// A user waits while this file is loaded, so it is lean: few items and bindings, no library of controls, and no inline
+// components, because the engine does not cache a compiled file that has them.
 Window {
     id: dialog
 
@@ -23,14 +22,39 @@ Window {
 
     property bool answered: false
 
+    // Whether "Install" takes a pointer: only after the dialog has been in sight for a while, because a tap that comes
+    // earlier was meant for the application below it or for the dialog before it. Keys and screen readers have to move
+    // the focus first, so they need no such time.
+    property bool ready: false
+
+    // The time is over, but nothing has been painted since. Perhaps nobody sees the dialog any more.
+    property bool rested: false
+
+    // The focus is shown once it has been moved.
+    property bool focusShown: false
+
     readonly property QtObject info: typeof rpmInfo === "undefined" ? null : rpmInfo
+    readonly property string packageVersion: info ? harmless(info.version, 64) : ""
+    readonly property string packageFile: info ? harmless(info.fileName, 4096) : ""
+
+    // The file's own name begins after the last slash that something follows.
+    readonly property int folderLength: packageFile.lastIndexOf("/", packageFile.length - 2) + 1
+
+    readonly property int shorterSide: Math.min(Screen.width, Screen.height)
 
     // A density-independent pixel is a 160th of an inch, in pixels, rounded to a quarter, so that 4 dp are whole pixels.
-    // The bounds are for displays that report a wrong size.
-    readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40))) / 4
+    // The bounds are for displays that report a wrong size. A screen is at least 320 dp wide and high.
+    readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40),
+                                                    Math.floor(shorterSide / 80))) / 4
     readonly property real gap: 16 * dp
-    readonly property real fontSize: Qt.application.font.pixelSize
-    readonly property color faintInk: mix(palette.text, palette.base, 0.3)
+
+    // A line keeps room for eleven wide letters, so that all buttons and words fit.
+    readonly property int fontSize: Math.max(12 * dp, Math.min(Qt.application.font.pixelSize, shorterSide / 11))
+    readonly property int smallSize: Math.max(12 * dp, 0.8 * fontSize)
+
+    readonly property color faintInk: mix(palette.text, palette.base, 0.25)
+    readonly property color outline: mix(palette.text, palette.base, 0.4)
+    readonly property color warningInk: palette.base.hslLightness < palette.text.hslLightness ? "#ffb74d" : "#a04a00"
 
     function answer(give) {
         if (!answered) {
@@ -39,32 +63,57 @@ Window {
         }
     }
 
-    // Characters that show nothing, or that change the direction of the text around them, in UTF-16.
-    readonly property var deceptive: new RegExp("[" + [
-        "\\u0000-\\u001f\\u007f-\\u009f", // control characters
-        "\\u00ad", // soft hyphen
-        "\\u034f", // combining grapheme joiner
-        "\\u061c\\u200e\\u200f\\u202a-\\u202e", // direction marks, embeddings and overrides
-        "\\u115f\\u1160\\u3164\\uffa0", // Hangul fillers
-        "\\u17b4\\u17b5", // Khmer inherent vowels
-        "\\u180b-\\u180e", // Mongolian variation selectors and vowel separator
-        "\\u200b", // zero width space
-        "\\u2060-\\u206f", // word joiner, invisible operators, direction isolates, deprecated format characters
-        "\\ufff0-\\ufffb", // interlinear annotations and unassigned specials
-    ].join("") + "]|" + [
-        "[\\udb40-\\udb43][\\udc00-\\udfff]", // U+E0000 to U+E0FFF: tags, variation selectors
-        "\\ud80d[\\udc30-\\udc3f]", // U+13430 to U+1343F: format controls of Egyptian hieroglyphs
-        "\\ud82f[\\udca0-\\udca3]", // U+1BCA0 to U+1BCA3: format controls of shorthand
-        "\\ud834[\\udd73-\\udd7a]", // U+1D173 to U+1D17A: format controls of musical notation
-    ].join("|"), "g")
+    function startAnew() {
+        ready = rested = false
+        rest.stop()
+        update()
+    }
 
-    // Makes text of a package, which may come from anybody, safe to show: one line without deceptive characters. A text
-    // that is too long loses its middle.
+    // A pointer confirms only a warning that is in sight; otherwise it brings the warning into sight.
+    function tapInstall() {
+        const top = panel.y - body.contentY
+        const bottom = top + panel.height - body.height
+        const distance = bottom > 0 ? Math.min(bottom, top > 0 ? top : 0.8 * body.height) : Math.min(0, Math.max(top, bottom))
+        if (ready && Math.abs(distance) < 1) {
+            answer(requestInstall)
+        } else {
+            scrollBy(distance)
+            startAnew()
+        }
+    }
+
+    // Characters that show nothing, or that change the direction of the text around them, in UTF-16. Few texts have any,
+    // so that the expression is compiled on demand.
+    function deceptive() {
+        return new RegExp("[" + [
+            "\\u0000-\\u001f\\u007f-\\u009f", // control characters
+            "\\u00ad", // soft hyphen
+            "\\u034f", // combining grapheme joiner
+            "\\u061c\\u200e\\u200f\\u202a-\\u202e", // direction marks, embeddings and overrides
+            "\\u115f\\u1160\\u3164\\uffa0", // Hangul fillers
+            "\\u17b4\\u17b5", // Khmer inherent vowels
+            "\\u180b-\\u180e", // Mongolian variation selectors and vowel separator
+            "\\u200b\\u2800", // zero width space, Braille pattern without dots
+            "\\u2060-\\u206f", // word joiner, invisible operators, direction isolates, deprecated format characters
+            "\\ufff0-\\ufffb", // interlinear annotations and unassigned specials
+        ].join("") + "]|" + [
+            "[\\udb40-\\udb43][\\udc00-\\udfff]", // U+E0000 to U+E0FFF: tags, variation selectors
+            "\\ud80d[\\udc30-\\udc3f]", // U+13430 to U+1343F: format controls of Egyptian hieroglyphs
+            "\\ud82f[\\udca0-\\udca3]", // U+1BCA0 to U+1BCA3: format controls of shorthand
+            "\\ud834[\\udd73-\\udd7a]", // U+1D173 to U+1D17A: format controls of musical notation
+        ].join("|"), "g")
+    }
+
+    // Makes text of a package, which may come from anybody, safe to show: one line without deceptive characters, or
+    // nothing if no letter is left. A text that is too long loses its middle.
     function harmless(text, longest) {
         // A surrogate pair that the cut would halve is left out.
         const shown = text.length > longest ? text.slice(0, longest / 2).replace(/[\ud800-\udbff]$/, "") + "…"
                                               + text.slice(-longest / 2).replace(/^[\udc00-\udfff]/, "") : text
-        return shown.replace(/\s+/g, " ").replace(deceptive, "\ufffd")
+        if (/^[!-~]+( [!-~]+)*$/.test(shown))
+            return shown
+        const safe = shown.replace(/\s+/g, " ").trim().replace(deceptive(), "\ufffd")
+        return /[^ \u200c\u200d\ufe00-\ufe0f\ufffd]/.test(safe) ? safe : ""
     }
 
     function mix(from, to, part) {
@@ -72,19 +121,31 @@ Window {
     }
 
     function scrollBy(distance) {
+        body.cancelFlick()
         body.contentY = Math.max(0, Math.min(body.contentHeight - body.height, body.contentY + distance))
     }
 
-    // Scrolls to an item that has the keyboard focus.
-    function reveal(item) {
-        if (item.activeFocus) {
-            const top = item.mapToItem(content, 0, 0).y - body.contentY
-            scrollBy(Math.min(top, Math.max(0, top + item.height - body.height)))
+    // Scrolls to the file if it has the keyboard focus.
+    function revealFile() {
+        if (file.activeFocus) {
+            const top = card.y + file.y - body.contentY
+            scrollBy(Math.min(top, Math.max(0, top + file.height - body.height)))
         }
     }
 
-    // A key that was pressed before the dialog came up and is still held down repeats. A repeated key is no answer; the
-    // buttons, which handle the Space key themselves, ignore its repetition too.
+    // Scrolls. At the end the focus moves instead, to the file and back, unless the file is out of sight.
+    function moveBy(distance) {
+        const before = body.contentY
+        scrollBy(distance)
+        if (body.contentY === before && card.y + card.height <= before + body.height + 1)
+            focusByKey(file.activeFocus ? cancel : file)
+    }
+
+    function focusByKey(item) {
+        item.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    // A key that was pressed before the dialog came up and is still held down repeats. A repeated key is no answer.
     function handleKey(event) {
         event.accepted = true
         switch (event.key) {
@@ -95,18 +156,19 @@ Window {
             break
         case Qt.Key_Return:
         case Qt.Key_Enter:
-            if (!event.isAutoRepeat && activeFocusItem.clicked)
-                activeFocusItem.clicked()
+        case Qt.Key_Space:
+            if (!event.isAutoRepeat)
+                activeFocusItem.press()
             break
         case Qt.Key_Left:
         case Qt.Key_Right:
-            (cancel.activeFocus ? install : cancel).forceActiveFocus(Qt.TabFocusReason)
+            focusByKey(cancel.activeFocus ? install : cancel)
             break
         case Qt.Key_Up:
-            scrollBy(-2 * gap)
+            moveBy(-2 * gap)
             break
         case Qt.Key_Down:
-            scrollBy(2 * gap)
+            moveBy(2 * gap)
             break
         case Qt.Key_PageUp:
             scrollBy(-body.height)
@@ -120,7 +182,7 @@ Window {
     }
 
     title: question.text
-    color: palette.base
+    color: Qt.darker(palette.base, 1.2)
     // The window has the size of the screen from the beginning, so that the layout is computed only once.
     width: Screen.width
     height: Screen.height
@@ -128,235 +190,332 @@ Window {
     // A dialog that cannot be painted counts as dismissed; without a handler Qt would end the whole program. The answer
     // is deferred: it may open the next file's dialog, and the error may come inside of showFullScreen().
     onSceneGraphError: Qt.callLater(answer, dismissed)
+    onActiveFocusItemChanged: if (install.activeFocus || file.activeFocus) focusShown = true
+
+    // Turned, covered or hidden meanwhile: a tap may be meant for something else again.
+    onWidthChanged: startAnew()
+    onActiveChanged: startAnew()
+    onVisibilityChanged: startAnew()
+    onFrameSwapped: {
+        if (!ready && active && !installTap.pressed) {
+            if (rested)
+                ready = true
+            else
+                rest.start()
+        }
+    }
 
     SystemPalette { id: palette }
 
-    FocusScope {
+    Timer {
+        id: rest
+        interval: 700
+        onTriggered: {
+            dialog.rested = true
+            dialog.update()
+        }
+    }
+
+    // The page is a sheet at the lower edge, where the thumb reaches the buttons. Its round upper corners are apart: a
+    // rectangle without such corners is painted faster.
+    Rectangle {
+        x: page.x
+        y: page.y - dialog.gap
+        width: page.width
+        height: 2 * dialog.gap
+        radius: dialog.gap
+        color: palette.base
+    }
+    Rectangle {
         id: page
 
         readonly property real column: width - 2 * dialog.gap
-        readonly property real needed: content.height + actions.height + 1.5 * dialog.gap
 
-        // The page fills a phone's screen, so that the thumb reaches the buttons. On a wider screen it is only as high
-        // as its content.
         x: Math.round((dialog.width - width) / 2)
-        y: Math.round((dialog.height - height) / 2)
+        y: dialog.height - height
         width: Math.min(dialog.width, Math.max(560 * dialog.dp, 36 * dialog.fontSize))
-        height: dialog.width > width ? Math.min(dialog.height, needed) : dialog.height
-        focus: true
-        // A control is mirrored by the locale, the application only if Qt's own catalogue of the language is installed.
-        LayoutMirroring.enabled: cancel.mirrored
+        height: Math.min(dialog.height - dialog.gap, content.height + actions.height + 2 * dialog.gap)
+        color: palette.base
+        LayoutMirroring.enabled: Qt.locale().textDirection === Qt.RightToLeft
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.Dialog
-        Accessible.name: question.text
-        Accessible.description: warning.text + "\n" + name.text + " " + version.text + "\n" + summary.text
+        Accessible.name: name.text === "" ? dialog.packageFile : (name.text + " " + dialog.packageVersion).trim()
+        Accessible.description: warning.text
         Keys.onPressed: (event) => dialog.handleKey(event)
-
-        Grid {
-            id: actions
-
-            readonly property real half: (page.column - spacing) / 2
-            readonly property real cell: columns === 1 ? page.column : half
-            readonly property real cellHeight: Math.max(48 * dialog.dp, cancel.implicitContentHeight + 1.5 * dialog.gap)
-
-            x: dialog.gap
-            y: body.height + dialog.gap / 2
-            columns: Math.max(cancel.implicitContentWidth, install.implicitContentWidth) > half - dialog.gap ? 1 : 2
-            spacing: dialog.gap
-
-            T.Button {
-                id: cancel
-                width: actions.cell
-                height: actions.cellHeight
-                focus: true
-                //: Button that closes the dialog without installing anything; as short as possible
-                //% "Cancel"
-                text: qsTrId("installationhandler-cancel")
-                Accessible.role: Accessible.Button
-                Accessible.name: text
-                onClicked: dialog.answer(dialog.dismissed)
-                Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
-                contentItem: Text {
-                    text: cancel.text
-                    color: palette.text
-                    horizontalAlignment: Text.AlignHCenter
-                    verticalAlignment: Text.AlignVCenter
-                    elide: Text.ElideRight
-                }
-                background: Rectangle {
-                    radius: dialog.gap / 2
-                    color: dialog.mix(palette.base, palette.text, cancel.pressed ? 0.2 : cancel.hovered ? 0.06 : 0)
-                    border.width: (cancel.visualFocus ? 3 : 1) * dialog.dp
-                    border.color: cancel.visualFocus ? palette.text : dialog.faintInk
-                }
-            }
-            T.Button {
-                id: install
-                width: actions.cell
-                height: actions.cellHeight
-                //: Button that starts the installation; as short as possible
-                //% "Install"
-                text: qsTrId("installationhandler-install")
-                Accessible.role: Accessible.Button
-                Accessible.name: text
-                onClicked: dialog.answer(dialog.requestInstall)
-                Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
-                contentItem: Text {
-                    text: install.text
-                    color: palette.highlightedText
-                    horizontalAlignment: Text.AlignHCenter
-                    verticalAlignment: Text.AlignVCenter
-                    elide: Text.ElideRight
-                }
-                background: Rectangle {
-                    radius: dialog.gap / 2
-                    color: dialog.mix(palette.highlight, palette.text, install.pressed ? 0.25 : install.hovered ? 0.1 : 0)
-                    border.width: install.visualFocus ? 3 * dialog.dp : 0
-                    border.color: palette.text
-                }
-            }
-        }
 
         Flickable {
             id: body
             width: page.width
             height: page.height - actions.height - 1.5 * dialog.gap
             contentHeight: content.height
-            onContentHeightChanged: dialog.reveal(file)
+            onContentHeightChanged: dialog.revealFile()
             interactive: contentHeight > height
             clip: interactive
 
             Column {
                 id: content
-                y: Math.max(0, Math.round((body.height - height) / 3))
-                padding: dialog.gap
-                spacing: dialog.gap
+                leftPadding: dialog.gap
+                spacing: 0.75 * dialog.gap
 
-                Text {
-                    id: question
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
-                    width: page.column
-                    //: Heading of the dialog that asks whether a package file is to be installed
-                    //% "Install this app?"
-                    text: qsTrId("installationhandler-install-question")
-                    font.pixelSize: 1.4 * dialog.fontSize
-                    color: palette.text
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
+                Column {
+                    spacing: dialog.gap / 4
+
+                    Text {
+                        id: question
+                        Accessible.role: Accessible.Heading
+                        Accessible.name: text
+                        width: page.column
+                        //: Heading of the dialog that asks whether a package file is to be installed
+                        //% "Install this app?"
+                        text: qsTrId("installationhandler-install-question")
+                        font.pixelSize: dialog.smallSize
+                        color: dialog.faintInk
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                    }
+                    // The texts of the package are clipped: a letter with many combining marks reaches far beyond its line.
+                    Text {
+                        id: name
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                        visible: text !== ""
+                        clip: true
+                        width: page.column
+                        text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
+                        textFormat: Text.PlainText
+                        font.pixelSize: 1.35 * dialog.fontSize
+                        font.bold: true
+                        color: palette.text
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                        maximumLineCount: 2
+                        elide: Text.ElideRight
+                    }
+                    Text {
+                        id: version
+
+                        //: Version of the package
+                        //: %1 is the version
+                        //% "Version %1"
+                        readonly property string pattern: qsTrId("installationhandler-version")
+
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: pattern.arg(dialog.packageVersion)
+                        visible: dialog.packageVersion !== ""
+                        clip: true
+                        width: page.column
+                        // The isolates keep a version of another direction apart from the words around it.
+                        text: pattern.arg("\u2068" + dialog.packageVersion + "\u2069")
+                        textFormat: Text.PlainText
+                        font.pixelSize: dialog.smallSize
+                        color: dialog.faintInk
+                        horizontalAlignment: Text.AlignLeft
+                        elide: Text.ElideRight
+                    }
                 }
-                // The warning stands above the package's texts, so that a long text cannot push it off the screen.
-                Text {
-                    id: warning
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
+                Rectangle {
+                    id: panel
                     width: page.column
-                    //: Warning above the details of a package that the user got elsewhere than in the app store
-                    //% "This app does not come from the store. Install it only if you trust its source."
-                    text: qsTrId("installationhandler-untrusted-source")
-                    color: palette.text
-                    leftPadding: dialog.gap
-                    rightPadding: leftPadding
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
+                    height: warning.height
+                    radius: dialog.gap / 2
+                    color: Qt.tint(palette.base, "#38ff9d00")
 
+                    // The badge is drawn, because a font may lack it.
                     Rectangle {
+                        id: badge
                         anchors.left: parent.left
-                        width: dialog.gap / 4
-                        height: parent.height
-                        color: palette.highlight
+                        anchors.leftMargin: 0.75 * dialog.gap
+                        y: warning.topPadding
+                        width: 1.2 * dialog.fontSize
+                        height: width
+                        radius: width / 2
+                        color: dialog.warningInk
+
+                        Rectangle {
+                            x: (badge.width - width) / 2
+                            y: 0.2 * badge.width
+                            width: 0.14 * badge.width
+                            height: 0.36 * badge.width
+                            color: palette.base
+                        }
+                        Rectangle {
+                            x: (badge.width - width) / 2
+                            y: 0.66 * badge.width
+                            width: 0.14 * badge.width
+                            height: width
+                            color: palette.base
+                        }
+                    }
+                    Text {
+                        id: warning
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                        anchors.right: parent.right
+                        anchors.rightMargin: 0.75 * dialog.gap
+                        width: page.column - badge.width - 2 * dialog.gap
+                        topPadding: 0.75 * dialog.gap
+                        bottomPadding: topPadding
+                        //: Warning above the details of a package that the user got elsewhere than in the app store
+                        //% "This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it."
+                        text: qsTrId("installationhandler-untrusted-source")
+                        font.pixelSize: dialog.fontSize
+                        color: palette.text
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
                     }
                 }
                 Rectangle {
                     id: card
                     width: page.column
-                    height: details.height
-                    // A letter with many combining marks reaches far beyond its line.
-                    clip: true
+                    height: file.y + file.height
                     radius: dialog.gap / 2
                     color: dialog.mix(palette.base, palette.text, 0.06)
 
-                    Column {
-                        id: details
+                    Text {
+                        id: label
+                        visible: summary.visible
+                        x: dialog.gap
+                        y: 0.75 * dialog.gap
+                        width: summary.width
+                        //: Label of the summary that the package's author wrote, in contrast to the system's own words
+                        //% "In the app's own words:"
+                        text: qsTrId("installationhandler-own-words")
+                        font.pixelSize: dialog.smallSize
+                        color: dialog.faintInk
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                    }
+                    Text {
+                        id: summary
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: label.text + " " + text
+                        visible: text !== ""
+                        clip: true
+                        x: dialog.gap
+                        y: label.y + label.height + dialog.gap / 4
+                        width: page.column - 2 * dialog.gap
+                        leftPadding: 0.75 * dialog.gap
+                        rightPadding: leftPadding
+                        text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
+                        textFormat: Text.PlainText
+                        font.pixelSize: dialog.fontSize
+                        color: palette.text
+                        horizontalAlignment: Text.AlignLeft
+                        wrapMode: Text.Wrap
+                        maximumLineCount: 4
+                        elide: Text.ElideRight
 
-                        readonly property real column: page.column - 2 * padding
-
-                        padding: dialog.gap
-                        topPadding: name.visible || version.visible || summary.visible ? padding : spacing
-                        bottomPadding: spacing
-                        spacing: dialog.gap / 2
-
-                        Text {
-                            id: name
-                            Accessible.role: Accessible.StaticText
-                            Accessible.name: text
-                            visible: text !== ""
-                            width: details.column
-                            text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
-                            textFormat: Text.PlainText
-                            font.pixelSize: 1.4 * dialog.fontSize
-                            color: palette.text
-                            horizontalAlignment: Text.AlignLeft
-                            wrapMode: Text.Wrap
-                        }
-                        Text {
-                            id: version
-                            Accessible.role: Accessible.StaticText
-                            Accessible.name: text
-                            visible: text !== ""
-                            width: details.column
-                            text: dialog.info ? dialog.harmless(dialog.info.version, 64) : ""
-                            textFormat: Text.PlainText
+                        Rectangle {
+                            anchors.left: parent.left
+                            width: dialog.gap / 4
+                            height: parent.height
                             color: dialog.faintInk
-                            horizontalAlignment: Text.AlignLeft
-                            wrapMode: Text.Wrap
                         }
-                        Text {
-                            id: summary
-                            Accessible.role: Accessible.StaticText
-                            Accessible.name: text
-                            visible: text !== ""
-                            width: details.column
-                            text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
-                            textFormat: Text.PlainText
-                            color: palette.text
-                            horizontalAlignment: Text.AlignLeft
-                            wrapMode: Text.Wrap
+                    }
+                    Rectangle {
+                        visible: summary.visible
+                        x: dialog.gap
+                        y: file.y - height
+                        width: summary.width
+                        height: dialog.dp
+                        color: dialog.mix(palette.base, palette.text, 0.2)
+                    }
+                    Rectangle {
+                        id: file
+
+                        property bool expanded: false
+
+                        function press() {
+                            expanded = !expanded
                         }
-                        T.Button {
-                            id: file
 
-                            property bool expanded: false
+                        y: summary.visible ? summary.y + summary.height + 0.75 * dialog.gap : 0
+                        width: page.column
+                        height: Math.max(48 * dialog.dp, path.height + dialog.gap)
+                        radius: dialog.gap / 2
+                        color: fileTap.pressed || fileHover.hovered ? dialog.mix(palette.base, palette.text, fileTap.pressed ? 0.14 : 0.1) : "transparent"
+                        border.width: activeFocus && dialog.focusShown ? 3 * dialog.dp : 0
+                        border.color: palette.text
+                        activeFocusOnTab: true
+                        onActiveFocusChanged: dialog.revealFile()
+                        Accessible.role: Accessible.Button
+                        Accessible.name: dialog.packageFile
+                        Accessible.description: expanded
+                            //: Spoken by screen readers for the file's name, which can be pressed, while its whole path is shown
+                            //% "Hide full path"
+                            ? qsTrId("installationhandler-hide-path")
+                            //: Spoken by screen readers for the file's name, which can be pressed, while its path is shortened
+                            //% "Show full path"
+                            : qsTrId("installationhandler-show-path")
+                        Accessible.onPressAction: press()
 
-                            width: details.column
-                            height: Math.max(48 * dialog.dp, implicitContentHeight)
-                            text: dialog.info ? dialog.harmless(dialog.info.fileName, 4096) : ""
-                            Accessible.role: Accessible.Button
-                            Accessible.name: text
-                            //: Spoken by screen readers for the shortened path of the package file, which can be pressed
-                            //% "Shows the whole path of the package file"
-                            Accessible.description: qsTrId("installationhandler-show-path")
-                            onClicked: expanded = !expanded
-                            Keys.onSpacePressed: (event) => event.accepted = event.isAutoRepeat
-                            onVisualFocusChanged: dialog.reveal(file)
-                            leftInset: -dialog.gap / 2
-                            rightInset: -dialog.gap / 2
-                            background: Rectangle {
-                                visible: file.visualFocus || file.pressed || file.hovered
-                                radius: dialog.gap / 2
-                                color: palette.base
-                                border.width: file.visualFocus ? 3 * dialog.dp : 0
-                                border.color: palette.text
-                            }
-                            contentItem: Text {
-                                id: path
-                                text: file.text
+                        TapHandler {
+                            id: fileTap
+                            longPressThreshold: install.longestPress
+                            onTapped: file.press()
+                        }
+                        HoverHandler { id: fileHover }
+
+                        // A path reads from left to right in all languages. The mark before it says so, so that a letter
+                        // of another direction cannot move the file's extension.
+                        Column {
+                            id: path
+
+                            readonly property real column: page.column - 2.5 * dialog.gap - arrow.width
+
+                            anchors.left: parent.left
+                            anchors.leftMargin: dialog.gap
+                            anchors.verticalCenter: parent.verticalCenter
+
+                            Text {
+                                id: fileName
+                                clip: true
+                                width: path.column
+                                text: "\u200e" + dialog.packageFile.slice(dialog.folderLength)
                                 textFormat: Text.PlainText
-                                color: dialog.mix(palette.text, palette.highlight, 0.5)
+                                font.pixelSize: dialog.fontSize
+                                color: palette.text
                                 horizontalAlignment: Text.AlignLeft
-                                verticalAlignment: Text.AlignVCenter
                                 elide: file.expanded ? Text.ElideNone : Text.ElideMiddle
-                                wrapMode: file.expanded ? Text.WrapAnywhere : Text.NoWrap
+                                wrapMode: file.expanded ? Text.Wrap : Text.NoWrap
+                            }
+                            Text {
+                                id: folder
+                                visible: dialog.folderLength > 0
+                                clip: true
+                                width: path.column
+                                text: "\u200e" + dialog.packageFile.slice(0, dialog.folderLength)
+                                textFormat: Text.PlainText
+                                font.pixelSize: dialog.smallSize
+                                color: dialog.faintInk
+                                horizontalAlignment: Text.AlignLeft
+                                elide: file.expanded ? Text.ElideNone : Text.ElideMiddle
+                                wrapMode: file.expanded ? Text.Wrap : Text.NoWrap
+                            }
+                        }
+                        // An arrow that points down, or up when the path is open.
+                        Item {
+                            id: arrow
+                            anchors.right: parent.right
+                            anchors.rightMargin: dialog.gap
+                            y: path.y + (file.expanded ? 0.5 : 0.2) * dialog.fontSize
+                            width: 0.5 * dialog.fontSize
+                            height: width
+                            rotation: file.expanded ? 225 : 45
+
+                            Rectangle {
+                                y: arrow.width - height
+                                width: arrow.width
+                                height: 2 * dialog.dp
+                                color: dialog.faintInk
+                                antialiasing: true
+                            }
+                            Rectangle {
+                                x: arrow.width - width
+                                width: 2 * dialog.dp
+                                height: arrow.width
+                                color: dialog.faintInk
+                                antialiasing: true
                             }
                         }
                     }
@@ -364,14 +523,114 @@ Window {
             }
         }
 
+        Grid {
+            id: actions
+
+            readonly property real half: (page.column - spacing) / 2
+            readonly property real cell: columns === 1 ? page.column : half
+            readonly property real cellHeight: Math.max(48 * dialog.dp, cancelLabel.implicitHeight + 1.5 * dialog.gap)
+
+            x: dialog.gap
+            y: body.height + dialog.gap / 2
+            columns: Math.max(cancelLabel.implicitWidth, installLabel.implicitWidth) > half - dialog.gap ? 1 : 2
+            spacing: dialog.gap
+
+            Rectangle {
+                id: cancel
+
+                function press() {
+                    dialog.answer(dialog.dismissed)
+                }
+
+                width: actions.cell
+                height: actions.cellHeight
+                radius: dialog.gap / 2
+                color: dialog.mix(palette.base, palette.text, cancelTap.pressed ? 0.3 : cancelHover.hovered ? 0.16 : 0.1)
+                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
+                border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
+                focus: true
+                activeFocusOnTab: true
+                Accessible.role: Accessible.Button
+                Accessible.name: cancelLabel.text
+                Accessible.onPressAction: press()
+
+                TapHandler {
+                    id: cancelTap
+                    gesturePolicy: TapHandler.ReleaseWithinBounds
+                    longPressThreshold: install.longestPress
+                    onTapped: cancel.press()
+                }
+                HoverHandler { id: cancelHover }
+                Text {
+                    id: cancelLabel
+                    anchors.fill: parent
+                    //: Button that closes the dialog without installing anything; as short as possible
+                    //% "Cancel"
+                    text: qsTrId("installationhandler-cancel")
+                    font.pixelSize: dialog.fontSize
+                    color: palette.text
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideRight
+                }
+            }
+            Rectangle {
+                id: install
+
+                // A button takes a press of any length, in seconds.
+                readonly property real longestPress: 1000000
+
+                function press() {
+                    dialog.answer(dialog.requestInstall)
+                }
+
+                width: actions.cell
+                height: actions.cellHeight
+                radius: dialog.gap / 2
+                color: dialog.mix(palette.base, palette.highlight,
+                                  !dialog.ready ? 0 : installTap.pressed ? 0.3 : installHover.hovered ? 0.25 : 0.2)
+                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
+                border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
+                activeFocusOnTab: true
+                Accessible.role: Accessible.Button
+                Accessible.name: installLabel.text
+                Accessible.onPressAction: press()
+
+                TapHandler {
+                    id: installTap
+                    gesturePolicy: TapHandler.ReleaseWithinBounds
+                    longPressThreshold: install.longestPress
+                    // A press that began too early is too early for its whole length.
+                    onPressedChanged: if (!dialog.ready) dialog.startAnew()
+                    onTapped: dialog.tapInstall()
+                }
+                HoverHandler { id: installHover }
+                Text {
+                    id: installLabel
+                    anchors.fill: parent
+                    //: Button that starts the installation; as short as possible
+                    //% "Install"
+                    text: qsTrId("installationhandler-install")
+                    font.pixelSize: dialog.fontSize
+                    font.bold: true
+                    color: dialog.ready ? palette.text : dialog.faintInk
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideRight
+                }
+            }
+        }
+
         // Shows which part of the text is visible, when it does not all fit.
-        Rectangle {
-            visible: body.interactive
+        Loader {
+            active: body.interactive
             anchors.right: parent.right
-            y: body.height * body.contentY / body.contentHeight
-            width: dialog.gap / 4
-            height: body.height * body.height / body.contentHeight
-            color: dialog.faintInk
+            sourceComponent: Rectangle {
+                y: body.height * body.contentY / body.contentHeight
+                width: dialog.gap / 4
+                height: body.height * body.height / body.contentHeight
+                color: dialog.faintInk
+            }
         }
     }
 }

@@ -30,14 +30,14 @@ void setFontSize(int pixels)
     QGuiApplication::setFont(font);
 }
 
-/** Types the keys before it takes the picture. */
+/** Types the keys and waits until "Install" is ready before it takes the picture. */
 void takePicture(const QString &name, const QSize &size, PackageTexts *texts, const QList<Qt::Key> &keys = {})
 {
     const ShownDialog dialog(texts, size);
     for (const Qt::Key key : keys) {
         QTest::keyClick(dialog.window(), key);
     }
-    dialog.awaitFrame();
+    dialog.makeReady();
     const QString file = QDir(QCoreApplication::arguments().at(1)).filePath(name + QLatin1String(".png"));
     if (!dialog.picture().save(file, nullptr, 0)) {
         qFatal("%s could not be written", qPrintable(file));
@@ -65,6 +65,11 @@ int main(int argc, char **argv)
     hostile.version = QStringLiteral("1.0\u0007\u2066") + QString(1000, QLatin1Char('9'));
     hostile.summary = QStringLiteral("<a href='x'>Click</a> & win\r\n\n\t").repeated(300);
     hostile.fileName = QLatin1Char('/') + QStringLiteral("long-folder-name/").repeated(200) + QStringLiteral("p.rpm");
+    PackageTexts imposter;
+    imposter.name = QStringLiteral("\u26a0 Velmora Store");
+    imposter.version = QStringLiteral("1.0 (verified, signature OK)");
+    imposter.summary = QStringLiteral("This app comes from the app store. It has been checked and is safe to install.");
+    imposter.fileName = QStringLiteral("/home/user/Downloads/invoice.pdf\u202Empr.");
     PackageTexts unreadable;
     unreadable.name.clear();
     unreadable.version.clear();
@@ -77,6 +82,7 @@ int main(int argc, char **argv)
     takePicture(QStringLiteral("tablet"), tablet, &texts, {Qt::Key_Tab});
     takePicture(QStringLiteral("hostile"), phone, &hostile);
     takePicture(QStringLiteral("hostile-path"), phone, &hostile, {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
+    takePicture(QStringLiteral("imposter"), phone, &imposter);
     takePicture(QStringLiteral("unreadable"), phone, &unreadable);
     setFontSize(14);
     takePicture(QStringLiteral("small-phone"), smallPhone, &texts);

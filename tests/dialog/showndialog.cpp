@@ -76,6 +76,20 @@ QQuickItem *ShownDialog::item(const char *id) const
     return *found;
 }
 
+QObject *ShownDialog::rest() const
+{
+    const QQmlContext *context = qmlContext(m_window.get());
+    const QList<QObject *> children =
+            m_window->findChildren<QObject *>() + m_window->contentItem()->findChildren<QObject *>();
+    const auto found = std::find_if(children.begin(), children.end(), [context](QObject *child) {
+        return context->nameForObject(child) == QLatin1String("rest");
+    });
+    if (found == children.end()) {
+        qFatal("The dialog has no timer");
+    }
+    return *found;
+}
+
 QList<QQuickItem *> ShownDialog::texts() const
 {
     QList<QQuickItem *> texts = allItems(m_window.get());
@@ -98,6 +112,20 @@ void ShownDialog::awaitFrame() const
     if (painted.isEmpty() && !painted.wait()) {
         qFatal("The dialog was not painted");
     }
+}
+
+void ShownDialog::awaitReady() const
+{
+    if (!QTest::qWaitFor([this] { return isReady(); }, 30000)) {
+        qFatal("The dialog takes no pointer");
+    }
+    awaitFrame();
+}
+
+void ShownDialog::makeReady() const
+{
+    rest()->setProperty("interval", 0);
+    awaitReady();
 }
 
 QImage ShownDialog::picture() const

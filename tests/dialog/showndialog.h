@@ -65,6 +65,15 @@ public:
     /** The item of this id; aborts the program if there is none. */
     QQuickItem *item(const char *id) const;
 
+    /** The text, or another property, of the item of this id. */
+    QVariant property(const char *id, const char *name) const { return item(id)->property(name); }
+
+    /** The time before "Install" takes a pointer. */
+    QObject *rest() const;
+
+    /** Whether "Install" takes a pointer. */
+    bool isReady() const { return m_window->property("ready").toBool(); }
+
     /** All visible text items. */
     QList<QQuickItem *> texts() const;
 
@@ -74,6 +83,12 @@ public:
 
     /** Waits until the window has been laid out and painted again. */
     void awaitFrame() const;
+
+    /** Waits until "Install" takes a pointer, and has been painted like that. */
+    void awaitReady() const;
+
+    /** The same, without the time that a user has to wait. */
+    void makeReady() const;
 
     QImage picture() const;
 

@@ -170,6 +170,7 @@ private Q_SLOTS:
         QFETCH(Input, input);
         QFETCH(bool, accepts);
         const ShownDialog dialog;
+        dialog.makeReady();
 
         input(dialog);
 
@@ -212,6 +213,7 @@ private Q_SLOTS:
         QFETCH(Input, second);
         QFETCH(bool, accepts);
         const ShownDialog dialog;
+        dialog.makeReady();
 
         first(dialog);
         second(dialog);
@@ -223,6 +225,7 @@ private Q_SLOTS:
     void listenerThatClosesCausesNoSecondAnswer()
     {
         const ShownDialog dialog;
+        dialog.makeReady();
         connect(dialog.window(), SIGNAL(requestInstall()), dialog.window(), SLOT(close()));
 
         tap("install")(dialog);
@@ -235,6 +238,7 @@ private Q_SLOTS:
     void twoFingersGiveOneAnswer()
     {
         const ShownDialog dialog;
+        dialog.makeReady();
         const QPoint install = middle(dialog, "install");
         const QPoint cancel = middle(dialog, "cancel");
 
@@ -272,6 +276,7 @@ private Q_SLOTS:
     {
         QFETCH(Input, input);
         const ShownDialog dialog;
+        dialog.makeReady();
 
         input(dialog);
 

@@ -1,57 +1,145 @@
 // SPDX-FileCopyrightText: velmora-installationhandler contributors
 // SPDX-License-Identifier: BSD-3-Clause
 
+// tst_dialogdensity: runs itself once for each display of a list, in an X server of its own.
+
 #include "dialogtest.h"
 #include "showndialog.h"
 
 #include <QGuiApplication>
 #include <QProcess>
+#include <QScreen>
 #include <QTest>
 
-/** Sizes on a display with 320 pixels an inch, twice those of density-independent pixels. */
-class DialogDensityTest : public QObject
+namespace {
+
+const struct
+{
+    const char *size;
+    int dotsPerInch;
+    const char *scale;
+} Displays[] = {
+        {"320x480", 120, "1"},   {"480x320", 640, "1"},   {"540x960", 240, "1"},    {"540x960", 240, "1.5"},
+        {"960x540", 240, "1.5"}, {"720x1280", 320, "2"},  {"1080x1920", 440, "1"},  {"1080x1920", 440, "3"},
+        {"1920x1080", 96, "1"},  {"1280x800", 160, "1"},  {"800x1280", 213, "1.5"}, {"1440x2560", 640, "1"},
+        {"1440x2560", 640, "3"}, {"2560x1600", 160, "1"}, {"2560x1600", 320, "2"},  {"1600x2560", 320, "1.5"},
+};
+
+const char *const IsChild = "TST_DIALOGDENSITY_CHILD";
+
+}
+
+/** Sizes on the display that the program has been started on. */
+class DialogDensityTest : public DialogTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fingersFindTheirTargets()
+    void everythingIsLargeEnough_data()
     {
-        const Catalogues english;
-        const ShownDialog dialog(PackageTexts::ordinary(), QSize(1080, 1920));
+        QTest::addColumn<int>("fontSize");
+        QTest::addColumn<QLocale>("locale");
 
+        for (const int fontSize : {10, 20, 28, 48}) {
+            for (const char *locale : {"C", "de", "ar"}) {
+                QTest::addRow("font %d, %s", fontSize, locale) << fontSize << QLocale(QLatin1String(locale));
+            }
+        }
+    }
+
+    void everythingIsLargeEnough()
+    {
+        QFETCH(int, fontSize);
+        QFETCH(QLocale, locale);
+        setFontSize(fontSize);
+        setLocale(locale);
+        const QScreen *screen = QGuiApplication::primaryScreen();
+        const QSize size = screen->size();
+        // Density-independent pixels, to a quarter, of which the shorter side has 320 at least.
+        const double dp = qBound(
+                1.0,
+                qMin(qRound(screen->physicalDotsPerInch() / 40) / 4.0, qMin(size.width(), size.height()) / 80 / 4.0),
+                4.0);
+
+        const ShownDialog dialog(PackageTexts::ordinary(), size);
+
+        QVERIFY(qAbs(dialog.window()->property("dp").toReal() - dp) <= 0.25);
+        const double least = dp - 0.25;
         for (const char *target : {"cancel", "install", "file"}) {
-            QVERIFY(dialog.item(target)->height() >= 2 * 44);
-            QVERIFY(dialog.item(target)->width() >= 2 * 44);
+            QVERIFY(dialog.item(target)->height() >= 48 * least);
+            QVERIFY(dialog.item(target)->width() >= 48 * least);
         }
         const QRectF cancel = dialog.place("cancel");
         const QRectF install = dialog.place("install");
-        QVERIFY(install.left() - cancel.right() >= 2 * 8);
-        QVERIFY(QRectF(0, 0, 1080, 1920).contains(cancel | install));
+        QVERIFY(!cancel.adjusted(-8 * least, -8 * least, 8 * least, 8 * least).intersects(install));
+        const QRectF window(QPointF(), size);
+        QVERIFY(window.contains(cancel | install));
+        QVERIFY(window.bottom() - qMax(cancel.bottom(), install.bottom()) <= 16 * dp + 5);
+
+        const QList<QQuickItem *> texts = dialog.texts();
+        QCOMPARE(texts.size(), 10);
+        const QRectF view = dialog.place("body");
+        for (const QQuickItem *text : texts) {
+            const QString what = text->property("text").toString();
+            QVERIFY2(text->property("font").value<QFont>().pixelSize() >= 12 * least, qPrintable(what));
+            const QRectF place = ShownDialog::place(text);
+            QVERIFY2(place.left() >= 0 && place.right() <= size.width(), qPrintable(what));
+            for (const QQuickItem *other : texts) {
+                QVERIFY2(text == other || !place.intersects(ShownDialog::place(other) & view), qPrintable(what));
+            }
+        }
+        for (const char *text : {"question", "warning", "label", "cancelLabel", "installLabel"}) {
+            QVERIFY2(!dialog.property(text, "truncated").toBool(), text);
+        }
+        for (const char *text : {"name", "version", "badge"}) {
+            QVERIFY2(view.contains(dialog.place(text)), text);
+        }
     }
 };
 
-int main(int argc, char **argv)
+namespace {
+
+int runOnDisplay(int argc, char **argv)
+{
+    QGuiApplication application(argc, argv);
+    DialogDensityTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+/** Runs this program on a new display; whether it has succeeded. */
+bool succeeds(const QString &program, const char *size, int dotsPerInch, const char *scale)
 {
     QProcess server;
     server.start(QStringLiteral("Xvfb"),
                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                  QStringLiteral("1080x1920x24"), QStringLiteral("-dpi"), QStringLiteral("320"),
+                  QLatin1String(size) + QStringLiteral("x24"), QStringLiteral("-dpi"), QString::number(dotsPerInch),
                   QStringLiteral("-nolisten"), QStringLiteral("tcp")});
     if (!server.waitForReadyRead()) {
         qFatal("No display from Xvfb: %s", qPrintable(server.errorString()));
     }
     qputenv("DISPLAY", ':' + server.readLine().trimmed());
+    qputenv("QT_SCALE_FACTOR", scale);
+    qInfo("%s pixels, %d in an inch, scale %s", size, dotsPerInch, scale);
+    const int failed = QProcess::execute(program, {});
+    server.terminate();
+    return server.waitForFinished() && failed == 0;
+}
+
+}
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsSet(IsChild)) {
+        return runOnDisplay(argc, argv);
+    }
+    qputenv(IsChild, "1");
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("QT_QUICK_BACKEND", "software");
-
-    int failed = 1;
-    {
-        QGuiApplication application(argc, argv);
-        DialogDensityTest test;
-        failed = QTest::qExec(&test, argc, argv);
+    int failures = 0;
+    for (const auto &[size, dotsPerInch, scale] : Displays) {
+        failures += succeeds(QString::fromLocal8Bit(argv[0]), size, dotsPerInch, scale) ? 0 : 1;
     }
-    server.terminate();
-    return server.waitForFinished() ? failed : 1;
+    return failures;
 }
 
 #include "tst_dialogdensity.moc"

@@ -14,7 +14,7 @@ PackageTexts *longTexts()
     texts.name = QString(10000, QLatin1Char('W'));
     texts.version = QString(10000, QLatin1Char('9'));
     texts.summary = QStringLiteral("many words ").repeated(1000);
-    texts.fileName = QLatin1Char('/') + QString(10000, QLatin1Char('f'));
+    texts.fileName = QLatin1Char('/') + QString(10000, QLatin1Char('x'));
     return &texts;
 }
 
@@ -35,7 +35,7 @@ private Q_SLOTS:
 
         const QSize sizes[] = {{320, 480}, {480, 320}, {540, 960}, {960, 540}, {1280, 800}, {800, 1280}, {2560, 1600}};
         for (const QSize &size : sizes) {
-            for (const double scale : {1.0, 2.0}) {
+            for (const double scale : {0.7, 1.0, 2.0, 3.4}) {
                 for (const char *locale : {"C", "de", "ru", "ar"}) {
                     QTest::addRow("%dx%d, font %g, %s", size.width(), size.height(), scale, locale)
                             << size << scale << PackageTexts::ordinary() << QLocale(QLatin1String(locale));
@@ -52,7 +52,8 @@ private Q_SLOTS:
         QFETCH(double, scale);
         QFETCH(PackageTexts *, texts);
         QFETCH(QLocale, locale);
-        setFontSize(14 * scale);
+        // A larger font is made smaller on a screen of this size; the screen of these tests is larger.
+        setFontSize(qMin(14 * scale, qMin(size.width(), size.height()) / 11.0));
         setLocale(locale);
 
         const ShownDialog dialog(texts, size);
@@ -65,12 +66,11 @@ private Q_SLOTS:
         QVERIFY(!cancel.intersects(install));
         // The offscreen platform's density is low, so that a density-independent pixel is one pixel.
         for (const char *target : {"cancel", "install", "file"}) {
-            QVERIFY(dialog.item(target)->width() >= 44);
-            QVERIFY(dialog.item(target)->height() >= 44);
+            QVERIFY(dialog.item(target)->width() >= 48);
+            QVERIFY(dialog.item(target)->height() >= 48);
         }
-        for (const char *button : {"cancel", "install"}) {
-            const auto *label = dialog.item(button)->property("contentItem").value<QQuickItem *>();
-            QVERIFY(!label->property("truncated").toBool());
+        for (const char *text : {"question", "warning", "label", "cancelLabel", "installLabel"}) {
+            QVERIFY2(!dialog.property(text, "truncated").toBool(), text);
         }
 
         const QQuickItem *body = dialog.item("body");
@@ -79,9 +79,77 @@ private Q_SLOTS:
         QVERIFY(view.height() >= 100);
         QCOMPARE(body->property("interactive").toBool(), body->property("contentHeight").toReal() > view.height());
         QCOMPARE(body->clip(), body->property("interactive").toBool());
-        for (const QQuickItem *text : dialog.texts()) {
+        const QList<QQuickItem *> shown = dialog.texts();
+        for (const QQuickItem *text : shown) {
             const QRectF place = ShownDialog::place(text);
             QVERIFY(place.left() >= 0 && place.right() <= size.width());
+            QVERIFY(text->property("contentWidth").toReal() <= text->width() + 1);
+            QVERIFY(text->property("contentHeight").toReal() <= text->height() + 1);
+            QVERIFY(text->property("font").value<QFont>().pixelSize() >= 12);
+            for (const QQuickItem *other : shown) {
+                const bool isScrolled = body->isAncestorOf(text) != body->isAncestorOf(other);
+                QVERIFY(text == other || isScrolled || !place.intersects(ShownDialog::place(other)));
+            }
+        }
+        // The sheet is at the lower edge, and its content is not scrolled for the sake of its margins.
+        QVERIFY(size.height() - qMax(cancel.bottom(), install.bottom()) <= 17);
+        QVERIFY(!body->property("interactive").toBool() || dialog.place("page").top() <= 16);
+    }
+
+    void identityAndWarningAreSeenAtTheTop_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<PackageTexts *>("texts");
+
+        for (const char *locale : {"C", "de", "fi", "ru", "ar", "fr", "el", "hu"}) {
+            QTest::addRow("%s", locale) << QLocale(QLatin1String(locale)) << PackageTexts::ordinary();
+            QTest::addRow("%s, long texts", locale) << QLocale(QLatin1String(locale)) << longTexts();
+        }
+    }
+
+    void identityAndWarningAreSeenAtTheTop()
+    {
+        QFETCH(QLocale, locale);
+        QFETCH(PackageTexts *, texts);
+        setFontSize(28);
+        setLocale(locale);
+
+        const ShownDialog dialog(texts, QSize(320, 480));
+
+        const QRectF view = dialog.place("body");
+        QVERIFY(view.contains(dialog.place("name")));
+        QVERIFY(view.contains(dialog.place("version")));
+        QVERIFY(view.contains(dialog.place("badge")));
+        // At least its first line.
+        QVERIFY(dialog.place("warning").top() + 12 + 33 <= view.bottom());
+    }
+
+    void packageTextsAreBounded()
+    {
+        for (const int fontSize : {10, 20, 48}) {
+            setFontSize(fontSize);
+            const ShownDialog dialog(longTexts(), Phone);
+
+            QCOMPARE(dialog.property("name", "lineCount").toInt(), 2);
+            QCOMPARE(dialog.property("version", "lineCount").toInt(), 1);
+            QCOMPARE(dialog.property("summary", "lineCount").toInt(), 4);
+            for (const char *text : {"name", "version", "summary", "fileName"}) {
+                QVERIFY(dialog.property(text, "truncated").toBool());
+            }
+        }
+    }
+
+    void textsWrapAtWords()
+    {
+        PackageTexts texts;
+        texts.name = QStringLiteral("antidisestablishment lighthouse");
+        texts.fileName = QStringLiteral("/home/user/a-rather-long-folder/another-rather-long-folder/yet-another/file.rpm");
+        const ShownDialog dialog(&texts, QSize(400, 800));
+        QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(dialog.window(), Qt::Key_Space);
+
+        for (const char *text : {"name", "folder", "fileName", "warning"}) {
+            QCOMPARE(dialog.property(text, "wrapMode").toInt(), 4); // at words, inside of a word only if it must be
         }
     }
 
@@ -122,11 +190,12 @@ private Q_SLOTS:
         texts.summary.clear();
         const ShownDialog dialog(&texts);
 
-        QCOMPARE(dialog.place("file").center(), dialog.place("card").center());
+        QCOMPARE(dialog.place("file"), dialog.place("card"));
     }
 
     void keysScroll()
     {
+        setFontSize(28);
         const ShownDialog dialog(longTexts(), QSize(320, 480));
         const QQuickItem *body = dialog.item("body");
         const qreal end = body->property("contentHeight").toReal() - body->height();
@@ -196,14 +265,17 @@ private Q_SLOTS:
         QVERIFY(qAbs(actions.center().x() - 1280) <= 1);
     }
 
+    // The end of the name tells the kind of the file.
     void pathIsElidedInTheMiddle()
     {
-        const ShownDialog dialog(PackageTexts::ordinary(), QSize(320, 480));
+        const ShownDialog dialog(longTexts(), QSize(320, 480));
 
-        const QQuickItem *path = dialog.item("path");
-        QVERIFY(path->property("truncated").toBool());
-        QCOMPARE(path->property("elide").toInt(), int(Qt::ElideMiddle));
-        QCOMPARE(path->property("lineCount").toInt(), 1);
+        const QQuickItem *name = dialog.item("fileName");
+        QVERIFY(name->property("truncated").toBool());
+        for (const char *text : {"fileName", "folder"}) {
+            QCOMPARE(dialog.property(text, "elide").toInt(), int(Qt::ElideMiddle));
+            QCOMPARE(dialog.property(text, "lineCount").toInt(), 1);
+        }
     }
 
     void pathOpens_data()
@@ -220,7 +292,7 @@ private Q_SLOTS:
         PackageTexts texts;
         texts.fileName = QLatin1Char('/') + QStringLiteral("folder/").repeated(580) + QStringLiteral("package.rpm");
         const ShownDialog dialog(&texts);
-        const QQuickItem *path = dialog.item("path");
+        const QQuickItem *folder = dialog.item("folder");
         const auto press = [&dialog, byKey] {
             if (byKey) {
                 QTest::keyClick(dialog.window(), Qt::Key_Space);
@@ -233,19 +305,19 @@ private Q_SLOTS:
         if (byKey) {
             QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
         }
-        const qreal closedHeight = path->height();
+        const qreal closedHeight = folder->height();
 
         press();
 
-        QCOMPARE(path->property("text").toString(), texts.fileName);
-        QVERIFY(!path->property("truncated").toBool());
-        QVERIFY(path->property("lineCount").toInt() > 10);
-        QVERIFY(path->property("contentWidth").toReal() <= path->width());
+        QVERIFY(!folder->property("truncated").toBool());
+        QVERIFY(folder->property("lineCount").toInt() > 10);
+        QVERIFY(folder->property("contentWidth").toReal() <= folder->width());
+        QVERIFY(dialog.item("file")->height() >= folder->height() + dialog.item("fileName")->height() + 16);
 
         press();
 
-        QVERIFY(path->property("truncated").toBool());
-        QCOMPARE(path->height(), closedHeight);
+        QVERIFY(folder->property("truncated").toBool());
+        QCOMPARE(folder->height(), closedHeight);
     }
 };
 

@@ -4,7 +4,9 @@
 #include "dialogtest.h"
 #include "showndialog.h"
 
+#include <QHash>
 #include <QPalette>
+#include <QSet>
 
 #include <cmath>
 
@@ -25,19 +27,59 @@ double contrast(const QColor &one, const QColor &other)
     return (qMax(a, b) + 0.05) / (qMin(a, b) + 0.05);
 }
 
-/** The colour of the nearest item that is painted behind an item. */
-QColor background(const ShownDialog &dialog, QQuickItem *item)
+const QSize TallScreen(1080, 1920);
+
+/** How often each colour is in a part of a picture. */
+QHash<QRgb, int> colours(const QImage &picture, const QRectF &part)
 {
-    for (QQuickItem *around = item->parentItem(); around; around = around->parentItem()) {
-        const auto *behind = around->property("background").value<QQuickItem *>();
-        if (behind && behind->isVisible()) {
-            return behind->property("color").value<QColor>();
-        }
-        if (around->inherits("QQuickRectangle")) {
-            return around->property("color").value<QColor>();
+    QHash<QRgb, int> counts;
+    const QRect pixels = part.toRect() & picture.rect();
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        for (int x = pixels.left(); x <= pixels.right(); ++x) {
+            ++counts[picture.pixel(x, y)];
         }
     }
-    return dialog.window()->color();
+    return counts;
+}
+
+QRgb commonest(const QHash<QRgb, int> &counts)
+{
+    QRgb found = 0;
+    int most = 0;
+    for (auto it = counts.begin(); it != counts.end(); ++it) {
+        if (it.value() > most) {
+            most = it.value();
+            found = it.key();
+        }
+    }
+    return found;
+}
+
+/** The contrast between the ground of a part of a picture and the ink that is on it. */
+double contrastWithin(const QImage &picture, const QRectF &part)
+{
+    const QHash<QRgb, int> counts = colours(picture, part);
+    const QRgb ground = commonest(counts);
+    double best = 1;
+    // The smooth edges of letters have few pixels of each colour.
+    const int enough = 4;
+    for (auto it = counts.begin(); it != counts.end(); ++it) {
+        if (it.value() >= enough) {
+            best = qMax(best, contrast(it.key(), ground));
+        }
+    }
+    return best;
+}
+
+/** The contrast between the outline of a control, at the middle of its left side, and the ground beside it. */
+double contrastOfOutline(const QImage &picture, const QRectF &control)
+{
+    const QRgb ground = picture.pixel(int(control.left()) - 4, int(control.center().y()));
+    double best = 1;
+    for (int x = int(control.left()); x < int(control.left()) + 3; ++x) {
+        best = qMax(best, contrast(picture.pixel(x, int(control.center().y())), ground));
+    }
+    return best;
 }
 
 }
@@ -64,7 +106,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QVERIFY(heights.size() >= 8);
+        QCOMPARE(heights.size(), 10);
     }
 
     void mirrorsByLocale_data()
@@ -91,60 +133,182 @@ private Q_SLOTS:
         const qreal cancel = dialog.place("cancel").center().x();
         const qreal install = dialog.place("install").center().x();
         QCOMPARE(cancel > install, mirrored);
-        for (const char *text : {"question", "name", "version", "summary", "path", "warning"}) {
+        for (const char *text : {"question", "name", "version", "summary", "fileName", "warning"}) {
             QCOMPARE(dialog.item(text)->property("effectiveHorizontalAlignment").toInt(),
                      int(mirrored ? Qt::AlignRight : Qt::AlignLeft));
         }
     }
 
-    void takesItsColoursFromThePalette_data()
+    void isLegible_data()
     {
         QTest::addColumn<QPalette>("palette");
 
         QPalette dark(QColor(0x30, 0x33, 0x38), QColor(0x1b, 0x1d, 0x21));
         dark.setColor(QPalette::Base, QColor(0x26, 0x29, 0x2e));
+        QPalette softDark(QColor(0x31, 0x36, 0x3b), QColor(0x31, 0x36, 0x3b));
+        softDark.setColor(QPalette::Text, QColor(0xef, 0xf0, 0xf1));
+        softDark.setColor(QPalette::Base, QColor(0x23, 0x26, 0x29));
         QPalette light(QColor(0xdd, 0xdd, 0xdd), QColor(0xf4, 0xf4, 0xf4));
         light.setColor(QPalette::Base, Qt::white);
-        QTest::newRow("dark") << dark;
-        QTest::newRow("light") << light;
-        QTest::newRow("black and yellow") << QPalette(Qt::yellow, Qt::black, Qt::yellow, Qt::black, Qt::yellow,
-                                                      Qt::yellow, Qt::yellow, Qt::black, Qt::black);
-    }
-
-    void takesItsColoursFromThePalette()
-    {
-        QFETCH(QPalette, palette);
-        palette.setColor(QPalette::Highlight, QColor(0x10, 0x60, 0xa0));
-        palette.setColor(QPalette::HighlightedText, Qt::white);
-        QGuiApplication::setPalette(palette);
-
-        const ShownDialog dialog;
-
-        QCOMPARE(dialog.window()->color(), palette.color(QPalette::Base));
-        QVERIFY(dialog.texts().size() >= 8);
-        for (QQuickItem *text : dialog.texts()) {
-            const double ratio = contrast(text->property("color").value<QColor>(), background(dialog, text));
-            QVERIFY2(ratio >= 4.5,
-                     qPrintable(QStringLiteral("%1: %2").arg(text->property("text").toString()).arg(ratio)));
+        QPalette softLight(light);
+        softLight.setColor(QPalette::Base, QColor(0xfc, 0xfc, 0xf4));
+        softLight.setColor(QPalette::Text, QColor(0x23, 0x26, 0x29));
+        const struct
+        {
+            const char *name;
+            QPalette palette;
+        } palettes[] = {
+                {"light", light},
+                {"soft light", softLight},
+                {"dark", dark},
+                {"soft dark", softDark},
+                {"black and white",
+                 QPalette(Qt::white, Qt::black, Qt::white, Qt::black, Qt::white, Qt::white, Qt::white, Qt::black,
+                          Qt::black)},
+                {"black and yellow",
+                 QPalette(Qt::yellow, Qt::black, Qt::yellow, Qt::black, Qt::yellow, Qt::yellow, Qt::yellow, Qt::black,
+                          Qt::black)},
+        };
+        for (const auto &[name, palette] : palettes) {
+            for (const char *highlight : {"#308cc6", "#3d8ee6", "black", "white", "red", "yellow", "#808080"}) {
+                QPalette own(palette);
+                own.setColor(QPalette::Highlight, QColor(QLatin1String(highlight)));
+                own.setColor(QPalette::HighlightedText, QColor(QLatin1String(highlight)));
+                QTest::addRow("%s, %s", name, highlight) << own;
+            }
         }
     }
 
-    void actionsLookDifferent()
+    void isLegible()
     {
-        const ShownDialog dialog;
-        const auto face = [&dialog](const char *button) {
-            return dialog.item(button)->property("background").value<QQuickItem *>()->property("color").value<QColor>();
+        QFETCH(QPalette, palette);
+        QGuiApplication::setPalette(palette);
+        // In large letters some pixels have the full colour.
+        setFontSize(40);
+        PackageTexts texts;
+        texts.fileName = QStringLiteral("/home/user/file.rpm");
+        const ShownDialog dialog(&texts, TallScreen);
+        const auto check = [&](const char *state) {
+            dialog.awaitFrame();
+            const QImage picture = dialog.picture();
+            int checked = 0;
+            for (const QQuickItem *text : dialog.texts()) {
+                const QRectF place = ShownDialog::place(text);
+                // The mark of a quotation stands beside its text.
+                const qreal left = text->property("leftPadding").toReal();
+                const double ratio = contrastWithin(picture, place.adjusted(left, 0, 0, 0));
+                QVERIFY2(ratio >= 4.5,
+                         qPrintable(QStringLiteral("%1, %2: %3")
+                                            .arg(QLatin1String(state))
+                                            .arg(text->property("text").toString())
+                                            .arg(ratio)));
+                ++checked;
+            }
+            QCOMPARE(checked, 10);
+            for (const char *control : {"cancel", "install"}) {
+                const double ratio = contrastOfOutline(picture, dialog.place(control));
+                QVERIFY2(ratio >= 3,
+                         qPrintable(QStringLiteral("%1, %2: %3")
+                                            .arg(QLatin1String(state))
+                                            .arg(QLatin1String(control))
+                                            .arg(ratio)));
+            }
+            for (const char *mark : {"badge", "arrow"}) {
+                const double ratio = contrastWithin(picture, dialog.place(mark).adjusted(-4, -4, 4, 4));
+                QVERIFY2(ratio >= 3,
+                         qPrintable(QStringLiteral("%1, %2: %3")
+                                            .arg(QLatin1String(state))
+                                            .arg(QLatin1String(mark))
+                                            .arg(ratio)));
+            }
         };
 
-        const QColor cancel = face("cancel");
-        const QColor install = face("install");
-        QCOMPARE(install, QGuiApplication::palette().color(QPalette::Highlight));
-        QVERIFY(contrast(cancel, install) >= 3);
+        dialog.rest()->setProperty("interval", 1 << 30);
+        check("not ready");
+        dialog.makeReady();
+        check("ready");
+        for (const char *control : {"cancel", "install", "file"}) {
+            const QPoint point = dialog.place(control).center().toPoint();
+            QTest::mouseMove(dialog.window(), point);
+            check("below the pointer");
+            QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
+            check("pressed");
+            QTest::mouseMove(dialog.window(), QPoint(1, 1));
+            QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, QPoint(1, 1));
+            QTest::keyClick(dialog.window(), Qt::Key_Tab);
+            check("focus moved");
+        }
+        QCOMPARE(dialog.answers(), 0);
+    }
 
-        const QPoint point = dialog.place("install").center().toPoint();
-        QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
-        QVERIFY(face("install") != install);
-        QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, point);
+    void partsHaveColoursOfTheirOwn()
+    {
+        const ShownDialog dialog;
+        dialog.makeReady();
+        const QImage picture = dialog.picture();
+        const auto ground = [&](const char *item) { return commonest(colours(picture, dialog.place(item))); };
+
+        QCOMPARE(QColor(commonest(colours(picture, dialog.place("question")))),
+                 QGuiApplication::palette().color(QPalette::Base));
+        QSet<QRgb> grounds{picture.pixel(5, 5), ground("question"), ground("panel"),
+                           ground("card"),      ground("cancel"),   ground("install")};
+        QCOMPARE(grounds.size(), 6);
+    }
+
+    // The button that a stranger wants to be pressed stands out by its letters alone.
+    void installHasNoEmphasisButItsLetters()
+    {
+        const ShownDialog dialog;
+        dialog.makeReady();
+        const QImage picture = dialog.picture();
+        const QRgb sheet = picture.pixel(dialog.place("question").toRect().topRight());
+
+        for (const char *button : {"cancel", "install"}) {
+            QVERIFY(contrast(commonest(colours(picture, dialog.place(button))), sheet) < 1.5);
+        }
+        QVERIFY(dialog.property("installLabel", "font").value<QFont>().bold());
+        QVERIFY(!dialog.property("cancelLabel", "font").value<QFont>().bold());
+        QVERIFY(dialog.property("name", "font").value<QFont>().bold());
+    }
+
+    void buttonsAnswerThePointer()
+    {
+        const ShownDialog dialog;
+        dialog.makeReady();
+        QTest::mouseMove(dialog.window(), QPoint(1, 1));
+        const auto face = [&dialog](const char *button) {
+            dialog.awaitFrame();
+            return commonest(colours(dialog.picture(), dialog.place(button)));
+        };
+
+        for (const char *button : {"cancel", "install", "file"}) {
+            const QRgb quiet = face(button);
+            const QPoint point = dialog.place(button).center().toPoint();
+            QTest::mouseMove(dialog.window(), point);
+            const QRgb hovered = face(button);
+            QVERIFY(hovered != quiet);
+            QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
+            QVERIFY(face(button) != hovered);
+            QTest::mouseMove(dialog.window(), QPoint(1, 1));
+            QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, QPoint(1, 1));
+            QTRY_COMPARE(face(button), quiet);
+        }
+        QCOMPARE(dialog.answers(), 0);
+    }
+
+    void arrowTurnsWhenThePathOpens()
+    {
+        const ShownDialog dialog;
+        QTest::mouseMove(dialog.window(), dialog.place("file").center().toPoint());
+        const auto arrow = [&dialog] {
+            dialog.awaitFrame();
+            return dialog.picture().copy(dialog.place("arrow").toRect());
+        };
+        const QImage closed = arrow();
+        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.place("file").center().toPoint());
+        QVERIFY(arrow() != closed);
+        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.place("file").center().toPoint());
+        QCOMPARE(arrow(), closed);
     }
 };
 

@@ -9,10 +9,22 @@
 namespace {
 
 const char *const PackageItems[] = {"name", "version", "summary", "path"};
+const char *const PackageTextItems[] = {"name", "version", "summary", "fileName", "folder"};
 
+/** The text of an item without the words and the marks that the dialog puts around the package's own. */
 QString shown(const ShownDialog &dialog, const char *id)
 {
-    return dialog.item(id)->property("text").toString();
+    if (qstrcmp(id, "path") == 0) {
+        return shown(dialog, "folder") + shown(dialog, "fileName");
+    }
+    QString text = dialog.property(id, "text").toString();
+    if (qstrcmp(id, "version") == 0) {
+        text = text.mid(text.indexOf(QChar(0x2068)) + 1).chopped(1);
+    }
+    if (text.startsWith(QChar(0x200e))) {
+        text.remove(0, 1);
+    }
+    return text;
 }
 
 /** Sets all four texts. */
@@ -44,7 +56,8 @@ private Q_SLOTS:
         QCOMPARE(shown(dialog, "name"), QStringLiteral("lighthouse-tides"));
         QCOMPARE(shown(dialog, "version"), QStringLiteral("2.4.1"));
         QCOMPARE(shown(dialog, "summary"), QStringLiteral("Tide tables and weather for small boats"));
-        QCOMPARE(shown(dialog, "path"), QStringLiteral("/home/user/Downloads/lighthouse-tides-2.4.1-1.aarch64.rpm"));
+        QCOMPARE(shown(dialog, "fileName"), QStringLiteral("lighthouse-tides-2.4.1-1.aarch64.rpm"));
+        QCOMPARE(shown(dialog, "folder"), QStringLiteral("/home/user/Downloads/"));
     }
 
     void outlivesThePackage()
@@ -92,7 +105,76 @@ private Q_SLOTS:
         for (const char *item : {"name", "version", "summary"}) {
             QVERIFY(!dialog.item(item)->isVisible());
         }
-        QCOMPARE(shown(dialog, "path"), texts.fileName);
+        QVERIFY(!dialog.item("label")->isVisible());
+        QCOMPARE(shown(dialog, "folder"), QStringLiteral("/tmp/"));
+        QCOMPARE(shown(dialog, "fileName"), QStringLiteral("unreadable.rpm"));
+    }
+
+    void splitsThePath_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("fileName");
+
+        QTest::newRow("absolute") << QStringLiteral("/a/b/") << QStringLiteral("c.rpm");
+        QTest::newRow("top") << QStringLiteral("/") << QStringLiteral("c.rpm");
+        QTest::newRow("relative") << QString() << QStringLiteral("c.rpm");
+        QTest::newRow("folder") << QStringLiteral("/a/") << QStringLiteral("b/");
+        QTest::newRow("nothing") << QString() << QString();
+    }
+
+    void splitsThePath()
+    {
+        QFETCH(QString, folder);
+        QFETCH(QString, fileName);
+        PackageTexts texts;
+        texts.fileName = folder + fileName;
+        const ShownDialog dialog(&texts);
+
+        QCOMPARE(shown(dialog, "folder"), folder);
+        QCOMPARE(dialog.item("folder")->isVisible(), !folder.isEmpty());
+        QCOMPARE(shown(dialog, "fileName"), fileName);
+    }
+
+    // Known behaviour 72.
+    void textWithoutALetterIsNoText_data()
+    {
+        QTest::addColumn<QString>("text");
+
+        QTest::newRow("space") << QStringLiteral(" ");
+        QTest::newRow("lines") << QStringLiteral("\n\r\n\t");
+        QTest::newRow("wide spaces") << QStringLiteral("\u00a0\u1680\u2003\u3000");
+        QTest::newRow("empty Braille") << QStringLiteral("\u2800\u2800");
+        QTest::newRow("joiners") << QStringLiteral("\u200b\u200c\u200d\ufe0f\u2060\ufeff");
+        QTest::newRow("fillers") << QStringLiteral("\u3164\u115f \uffa0");
+        QTest::newRow("overrides") << QStringLiteral("\u202e\u2066 \u200f");
+    }
+
+    void textWithoutALetterIsNoText()
+    {
+        QFETCH(QString, text);
+        PackageTexts texts;
+        texts.name = texts.version = texts.summary = text;
+        const ShownDialog dialog(&texts);
+
+        for (const char *item : {"name", "version", "label", "summary"}) {
+            QVERIFY(!dialog.item(item)->isVisible());
+        }
+    }
+
+    // A text's own direction moves neither the words around it nor the end of the file's name.
+    void directionsAreApart()
+    {
+        PackageTexts texts;
+        fill(&texts, QStringLiteral("שלום"));
+        texts.fileName = QStringLiteral("/שלום/invoice.pdf\u202empr.א.rpm");
+        const ShownDialog dialog(&texts);
+
+        QCOMPARE(dialog.property("version", "text").toString(), QStringLiteral("Version \u2068שלום\u2069"));
+        QCOMPARE(dialog.property("fileName", "text").toString(), QStringLiteral("\u200einvoice.pdf\ufffdmpr.א.rpm"));
+        QCOMPARE(dialog.property("folder", "text").toString(), QStringLiteral("\u200e/שלום/"));
+        for (const char *item : PackageTextItems) {
+            QCOMPARE(dialog.property(item, "effectiveHorizontalAlignment").toInt(), int(Qt::AlignLeft));
+        }
     }
 
     void showsHarmlessText_data()
@@ -149,6 +231,7 @@ private Q_SLOTS:
                 {"Mongolian separators", 0x180b, 0x180e},
                 {"zero-width space", 0x200b, 0x200b},
                 {"direction marks", 0x200e, 0x200f},
+                {"empty Braille", 0x2800, 0x2800},
                 {"embeddings and overrides", 0x202a, 0x202e},
                 {"word joiner, isolates, deprecated", 0x2060, 0x206f},
                 {"Hangul filler", 0x3164, 0x3164},
@@ -178,7 +261,9 @@ private Q_SLOTS:
 
         for (const char *item : PackageItems) {
             QCOMPARE(shown(dialog, item), expected);
-            QCOMPARE(dialog.item(item)->property("textFormat").toInt(), int(Qt::PlainText));
+        }
+        for (const char *item : PackageTextItems) {
+            QCOMPARE(dialog.property(item, "textFormat").toInt(), int(Qt::PlainText));
         }
     }
 
@@ -215,15 +300,37 @@ private Q_SLOTS:
         }
     }
 
+    void stackedMarksStayInTheirPlace_data()
+    {
+        QTest::addColumn<QByteArray>("item");
+
+        for (const char *item : PackageTextItems) {
+            QTest::newRow(item) << QByteArray(item);
+        }
+    }
+
     void stackedMarksStayInTheirPlace()
     {
-        // The surroundings of the card look the same, whatever texts it shows.
-        const auto surroundings = [](const QString &text) {
+        QFETCH(QByteArray, item);
+        // The surroundings of a text look the same, whatever it is.
+        const auto surroundings = [&item](const QString &text) {
             PackageTexts texts;
-            fill(&texts, text);
+            fill(&texts, QStringLiteral("a"));
+            texts.fileName = QStringLiteral("/a/a");
+            if (item == "name") {
+                texts.name = text;
+            } else if (item == "version") {
+                texts.version = text;
+            } else if (item == "summary") {
+                texts.summary = text;
+            } else if (item == "fileName") {
+                texts.fileName = QStringLiteral("/a/") + text;
+            } else {
+                texts.fileName = QLatin1Char('/') + text + QStringLiteral("/a");
+            }
             const ShownDialog dialog(&texts);
             QImage picture = dialog.picture();
-            QPainter(&picture).fillRect(dialog.place("card"), Qt::black);
+            QPainter(&picture).fillRect(dialog.place(item.constData()), Qt::black);
             return picture;
         };
         const QImage plain = surroundings(QStringLiteral("a"));

@@ -141,7 +141,7 @@ def normal_warning(peer):
 
 
 def check_refused_request(service, signals, outcome):
-    assert outcome[0] is False and outcome[1].startswith('Installing applications is disabled by the ')
+    assert outcome[0] is False and outcome[1].startswith("This device's policy does not allow installing apps (")
     assert signals.names() == ['installFinished']
     assert service.log() == []
 

@@ -4,6 +4,7 @@
 
 import os
 import signal
+import time
 from contextlib import contextmanager, nullcontext
 
 import pytest
@@ -68,6 +69,72 @@ def test_answer(ask, screen, signals, standins, service, answer):
     assert installations(standins) == installed
     assert [call.arguments for call in standins.mce.calls('notification_end_req')] == [
         ('', 3000000 if installed else 1000000)]
+
+
+# Between two taps, in seconds, less than it takes until "Install" takes a pointer.
+SOON = 0.7
+
+
+def places_on(left, top, right, bottom):
+    """Points all over a button, in an order that leaves none out for long."""
+    return [(x, y) for y in range(top, bottom, 10) for x in range(left, right, 50)]
+
+
+@pytest.fixture
+def buttons(ask, screen, signals):
+    """Points all over "Install" and all over "Cancel", as they were in a dialog that has gone."""
+    window = ask('/absent.rpm')
+    left, top, right, bottom = screen.wait_for_install_area()
+    screen.press_keys(window, 'Escape')
+    signals.wait('installFinished')
+    width = screen.width
+    return places_on(left, top, right, bottom), places_on(width - right, top, width - left, bottom)
+
+
+@pytest.mark.parametrize('with_cancel', [False, True])
+def test_tapping_while_dialogs_come_up_installs_nothing(
+        buttons, client, screen, signals, standins, service, with_cancel):
+    """A tap that was meant for something else never installs, also when it dismisses a dialog and another one comes up."""
+    install, cancel = buttons
+    client.install(['/one.rpm', '/two.rpm'])
+    longest = screen.tap(install, 4)
+    if with_cancel:
+        longest = max(longest, screen.tap(install[::2] + cancel, 4))
+    else:
+        screen.press_keys(screen.wait_for_window(service.process.pid), 'Escape')
+        longest = max(longest, screen.tap(install, 4))
+
+    service.barrier()
+    # A machine that is too busy to tap that often gives the user's time.
+    assert longest > SOON or (installations(standins), len(signals.arguments('needConfirm'))) == (0, 3)
+
+
+def test_install_can_be_chosen_after_the_tapping(buttons, ask, screen, signals, standins):
+    install, _cancel = buttons
+    ask('/one.rpm')
+    screen.tap(install, 1)
+
+    screen.click(*screen.wait_for_install_button())
+
+    assert signals.wait('installFinished', 2) == INSTALLED
+    assert installations(standins) == 1
+
+
+def test_dialog_that_comes_back_gives_the_time_again(ask, screen, signals, standins, service):
+    window = ask('/absent.rpm')
+    button = screen.wait_for_install_button()
+    screen.take_focus()
+    begun = time.monotonic()
+
+    screen.give_focus(window)
+    screen.click(*button)
+
+    taken = time.monotonic() - begun
+    service.barrier()
+    assert taken > SOON or installations(standins) == 0
+    if taken <= SOON:
+        screen.click(*screen.wait_for_install_button())
+    assert signals.wait('installFinished') == INSTALLED
 
 
 @pytest.fixture

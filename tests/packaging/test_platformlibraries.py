@@ -100,7 +100,7 @@ def test_service_runs_with_libraries_of_the_platform(platform_build, program, cl
     assert '_COPY' not in run(['readelf', '--relocs', '--wide', PROGRAM])
     program.start()
     client.install([])
-    text = 'Installing applications is disabled by the Platform OS device policy'
+    text = "This device's policy does not allow installing apps (Platform OS)."
     assert signals.wait('installFinished') == (False, text)
     client.remove_launcher(LAUNCHER)
     program.wait_for_log('MDesktopEntry', count=2)  # before and after the search for the owner
