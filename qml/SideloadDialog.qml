@@ -22,9 +22,9 @@ Window {
 
     property bool answered: false
 
-    // Whether "Install" takes a pointer: only after the dialog has been in sight for a while, because a tap that comes
-    // earlier was meant for the application below it or for the dialog before it. Keys and screen readers have to move
-    // the focus first, so they need no such time.
+    // Whether "Install" takes a pointer: only after the dialog has been in sight and untouched for a while, because a tap
+    // that comes earlier was meant for the application below it or for the dialog before it. Keys and screen readers have
+    // to move the focus first, so they need no such time.
     property bool ready: false
 
     // The time is over, but nothing has been painted since. Perhaps nobody sees the dialog any more.
@@ -34,7 +34,8 @@ Window {
     property bool focusShown: false
 
     readonly property QtObject info: typeof rpmInfo === "undefined" ? null : rpmInfo
-    readonly property string packageVersion: info ? harmless(info.version, 64) : ""
+    // A version of a package has no blanks. A text with blanks could speak in the system's place.
+    readonly property string packageVersion: info ? harmless(info.version, 64).replace(/ /g, "\ufffd") : ""
     readonly property string packageFile: info ? harmless(info.fileName, 4096) : ""
 
     // The file's own name begins after the last slash that something follows.
@@ -69,12 +70,22 @@ Window {
         update()
     }
 
+    // The distance to scroll until the warning is in sight, or the next part of one that is taller than its place. The
+    // person has read all of such a warning when its end is in sight.
+    function distanceToWarning() {
+        const top = panel.y - body.contentY
+        const end = top + panel.height
+        if (end > body.height + 1)
+            return Math.min(end - body.height, top > 0 ? top : 0.8 * body.height)
+        return panel.height > body.height ? Math.min(0, end - gap) : Math.min(0, top)
+    }
+
     // A pointer confirms only a warning that is in sight; otherwise it brings the warning into sight.
     function tapInstall() {
-        const top = panel.y - body.contentY
-        const bottom = top + panel.height - body.height
-        const distance = bottom > 0 ? Math.min(bottom, top > 0 ? top : 0.8 * body.height) : Math.min(0, Math.max(top, bottom))
-        if (ready && Math.abs(distance) < 1) {
+        if (!ready)
+            return
+        const distance = distanceToWarning()
+        if (distance > -1 && distance < 1) {
             answer(requestInstall)
         } else {
             scrollBy(distance)
@@ -92,15 +103,15 @@ Window {
             "\\u061c\\u200e\\u200f\\u202a-\\u202e", // direction marks, embeddings and overrides
             "\\u115f\\u1160\\u3164\\uffa0", // Hangul fillers
             "\\u17b4\\u17b5", // Khmer inherent vowels
-            "\\u180b-\\u180e", // Mongolian variation selectors and vowel separator
+            "\\u180b-\\u180f", // Mongolian variation selectors and vowel separator
             "\\u200b\\u2800", // zero width space, Braille pattern without dots
             "\\u2060-\\u206f", // word joiner, invisible operators, direction isolates, deprecated format characters
-            "\\ufff0-\\ufffb", // interlinear annotations and unassigned specials
+            "\\ufff0-\\ufffc", // interlinear annotations, object replacement and unassigned specials
         ].join("") + "]|" + [
             "[\\udb40-\\udb43][\\udc00-\\udfff]", // U+E0000 to U+E0FFF: tags, variation selectors
             "\\ud80d[\\udc30-\\udc3f]", // U+13430 to U+1343F: format controls of Egyptian hieroglyphs
             "\\ud82f[\\udca0-\\udca3]", // U+1BCA0 to U+1BCA3: format controls of shorthand
-            "\\ud834[\\udd73-\\udd7a]", // U+1D173 to U+1D17A: format controls of musical notation
+            "\\ud834[\\udd59\\udd73-\\udd7a]", // U+1D159, U+1D173 to U+1D17A: null notehead and format controls of music
         ].join("|"), "g")
     }
 
@@ -145,10 +156,11 @@ Window {
         item.forceActiveFocus(Qt.TabFocusReason)
     }
 
-    // A key that was pressed before the dialog came up and is still held down repeats. A repeated key is no answer.
+    // A key that was pressed before the dialog came up and is still held down repeats. A repetition is no answer, as far
+    // as the platform tells it from a press.
     function handleKey(event) {
         event.accepted = true
-        switch (event.key) {
+        switch (event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier) ? Qt.Key_unknown : event.key) {
         case Qt.Key_Escape:
         case Qt.Key_Back:
             if (!event.isAutoRepeat)
@@ -171,10 +183,10 @@ Window {
             moveBy(2 * gap)
             break
         case Qt.Key_PageUp:
-            scrollBy(-body.height)
+            scrollBy(2 * gap - body.height)
             break
         case Qt.Key_PageDown:
-            scrollBy(body.height)
+            scrollBy(body.height - 2 * gap)
             break
         default:
             event.accepted = false
@@ -182,7 +194,7 @@ Window {
     }
 
     title: question.text
-    color: Qt.darker(palette.base, 1.2)
+    color: mix(palette.base, palette.text, 0.15)
     // The window has the size of the screen from the beginning, so that the layout is computed only once.
     width: Screen.width
     height: Screen.height
@@ -194,10 +206,11 @@ Window {
 
     // Turned, covered or hidden meanwhile: a tap may be meant for something else again.
     onWidthChanged: startAnew()
+    onHeightChanged: startAnew()
     onActiveChanged: startAnew()
     onVisibilityChanged: startAnew()
     onFrameSwapped: {
-        if (!ready && active && !installTap.pressed) {
+        if (!ready && active && !touch.active) {
             if (rested)
                 ready = true
             else
@@ -214,6 +227,13 @@ Window {
             dialog.rested = true
             dialog.update()
         }
+    }
+
+    // A touch that comes too early is too early for its whole length, wherever it is: somebody still uses the application
+    // below the dialog.
+    PointHandler {
+        id: touch
+        onActiveChanged: if (!dialog.ready) dialog.startAnew()
     }
 
     // The page is a sheet at the lower edge, where the thumb reaches the buttons. Its round upper corners are apart: a
@@ -239,7 +259,7 @@ Window {
         LayoutMirroring.enabled: Qt.locale().textDirection === Qt.RightToLeft
         LayoutMirroring.childrenInherit: true
         Accessible.role: Accessible.Dialog
-        Accessible.name: name.text === "" ? dialog.packageFile : (name.text + " " + dialog.packageVersion).trim()
+        Accessible.name: name.text === "" ? dialog.packageFile || question.text : (name.text + " " + dialog.packageVersion).trim()
         Accessible.description: warning.text
         Keys.onPressed: (event) => dialog.handleKey(event)
 
@@ -254,10 +274,10 @@ Window {
 
             Column {
                 id: content
-                leftPadding: dialog.gap
                 spacing: 0.75 * dialog.gap
 
                 Column {
+                    leftPadding: dialog.gap
                     spacing: dialog.gap / 4
 
                     Text {
@@ -315,16 +335,15 @@ Window {
                 }
                 Rectangle {
                     id: panel
-                    width: page.column
+                    width: page.width
                     height: warning.height
-                    radius: dialog.gap / 2
                     color: Qt.tint(palette.base, "#38ff9d00")
 
                     // The badge is drawn, because a font may lack it.
                     Rectangle {
                         id: badge
                         anchors.left: parent.left
-                        anchors.leftMargin: 0.75 * dialog.gap
+                        anchors.leftMargin: dialog.gap
                         y: warning.topPadding
                         width: 1.2 * dialog.fontSize
                         height: width
@@ -351,8 +370,8 @@ Window {
                         Accessible.role: Accessible.StaticText
                         Accessible.name: text
                         anchors.right: parent.right
-                        anchors.rightMargin: 0.75 * dialog.gap
-                        width: page.column - badge.width - 2 * dialog.gap
+                        anchors.rightMargin: dialog.gap
+                        width: page.column - badge.width - 0.75 * dialog.gap
                         topPadding: 0.75 * dialog.gap
                         bottomPadding: topPadding
                         //: Warning above the details of a package that the user got elsewhere than in the app store
@@ -366,9 +385,9 @@ Window {
                 }
                 Rectangle {
                     id: card
-                    width: page.column
+                    visible: dialog.packageFile !== ""
+                    width: page.width
                     height: file.y + file.height
-                    radius: dialog.gap / 2
                     color: dialog.mix(palette.base, palette.text, 0.06)
 
                     Text {
@@ -393,7 +412,7 @@ Window {
                         clip: true
                         x: dialog.gap
                         y: label.y + label.height + dialog.gap / 4
-                        width: page.column - 2 * dialog.gap
+                        width: page.column
                         leftPadding: 0.75 * dialog.gap
                         rightPadding: leftPadding
                         text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
@@ -430,10 +449,9 @@ Window {
                         }
 
                         y: summary.visible ? summary.y + summary.height + 0.75 * dialog.gap : 0
-                        width: page.column
+                        width: page.width
                         height: Math.max(48 * dialog.dp, path.height + dialog.gap)
-                        radius: dialog.gap / 2
-                        color: fileTap.pressed || fileHover.hovered ? dialog.mix(palette.base, palette.text, fileTap.pressed ? 0.14 : 0.1) : "transparent"
+                        color: fileTap.pressed ? dialog.mix(palette.base, palette.text, 0.14) : "transparent"
                         border.width: activeFocus && dialog.focusShown ? 3 * dialog.dp : 0
                         border.color: palette.text
                         activeFocusOnTab: true
@@ -454,14 +472,13 @@ Window {
                             longPressThreshold: install.longestPress
                             onTapped: file.press()
                         }
-                        HoverHandler { id: fileHover }
 
                         // A path reads from left to right in all languages. The mark before it says so, so that a letter
                         // of another direction cannot move the file's extension.
                         Column {
                             id: path
 
-                            readonly property real column: page.column - 2.5 * dialog.gap - arrow.width
+                            readonly property real column: page.column - 0.5 * dialog.gap - arrow.width
 
                             anchors.left: parent.left
                             anchors.leftMargin: dialog.gap
@@ -545,7 +562,7 @@ Window {
                 width: actions.cell
                 height: actions.cellHeight
                 radius: dialog.gap / 2
-                color: dialog.mix(palette.base, palette.text, cancelTap.pressed ? 0.3 : cancelHover.hovered ? 0.16 : 0.1)
+                color: dialog.mix(palette.base, palette.highlight, cancelTap.pressed ? 0.3 : 0.2)
                 border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
                 border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
                 focus: true
@@ -560,7 +577,6 @@ Window {
                     longPressThreshold: install.longestPress
                     onTapped: cancel.press()
                 }
-                HoverHandler { id: cancelHover }
                 Text {
                     id: cancelLabel
                     anchors.fill: parent
@@ -587,8 +603,7 @@ Window {
                 width: actions.cell
                 height: actions.cellHeight
                 radius: dialog.gap / 2
-                color: dialog.mix(palette.base, palette.highlight,
-                                  !dialog.ready ? 0 : installTap.pressed ? 0.3 : installHover.hovered ? 0.25 : 0.2)
+                color: dialog.mix(palette.base, palette.highlight, !dialog.ready ? 0 : installTap.pressed ? 0.3 : 0.2)
                 border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
                 border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
                 activeFocusOnTab: true
@@ -600,11 +615,8 @@ Window {
                     id: installTap
                     gesturePolicy: TapHandler.ReleaseWithinBounds
                     longPressThreshold: install.longestPress
-                    // A press that began too early is too early for its whole length.
-                    onPressedChanged: if (!dialog.ready) dialog.startAnew()
                     onTapped: dialog.tapInstall()
                 }
-                HoverHandler { id: installHover }
                 Text {
                     id: installLabel
                     anchors.fill: parent
@@ -621,16 +633,14 @@ Window {
             }
         }
 
-        // Shows which part of the text is visible, when it does not all fit.
-        Loader {
-            active: body.interactive
+        // Shows which part of the texts is visible, when they do not all fit.
+        Rectangle {
+            visible: body.interactive
             anchors.right: parent.right
-            sourceComponent: Rectangle {
-                y: body.height * body.contentY / body.contentHeight
-                width: dialog.gap / 4
-                height: body.height * body.height / body.contentHeight
-                color: dialog.faintInk
-            }
+            y: body.height * body.contentY / body.contentHeight
+            width: dialog.gap / 4
+            height: body.height * body.height / body.contentHeight
+            color: dialog.faintInk
         }
     }
 }
