@@ -210,7 +210,7 @@ Window {
     onActiveChanged: startAnew()
     onVisibilityChanged: startAnew()
     onFrameSwapped: {
-        if (!ready && active && !touch.active) {
+        if (!ready && active && !touch.active && !installTap.pressed) {
             if (rested)
                 ready = true
             else
@@ -229,8 +229,8 @@ Window {
         }
     }
 
-    // A touch that comes too early is too early for its whole length, wherever it is: somebody still uses the application
-    // below the dialog.
+    // A touch that comes too early is too early for its whole length, also one beside the buttons: somebody still uses the
+    // application below the dialog. The buttons keep their touches to themselves.
     PointHandler {
         id: touch
         onActiveChanged: if (!dialog.ready) dialog.startAnew()
@@ -615,6 +615,7 @@ Window {
                     id: installTap
                     gesturePolicy: TapHandler.ReleaseWithinBounds
                     longPressThreshold: install.longestPress
+                    onPressedChanged: if (!dialog.ready) dialog.startAnew()
                     onTapped: dialog.tapInstall()
                 }
                 Text {
