@@ -475,11 +475,10 @@ Window {
 
                         // A path reads from left to right in all languages. The mark before it says so, so that a letter
                         // of another direction cannot move the file's extension.
-                        Column {
+                        Item {
                             id: path
-
-                            readonly property real column: page.column - 0.5 * dialog.gap - arrow.width
-
+                            width: page.column - 0.5 * dialog.gap - arrow.width
+                            height: fileName.height + (folder.visible ? folder.height : 0)
                             anchors.left: parent.left
                             anchors.leftMargin: dialog.gap
                             anchors.verticalCenter: parent.verticalCenter
@@ -487,7 +486,7 @@ Window {
                             Text {
                                 id: fileName
                                 clip: true
-                                width: path.column
+                                width: path.width
                                 text: "\u200e" + dialog.packageFile.slice(dialog.folderLength)
                                 textFormat: Text.PlainText
                                 font.pixelSize: dialog.fontSize
@@ -498,9 +497,10 @@ Window {
                             }
                             Text {
                                 id: folder
+                                y: fileName.height
                                 visible: dialog.folderLength > 0
                                 clip: true
-                                width: path.column
+                                width: path.width
                                 text: "\u200e" + dialog.packageFile.slice(0, dialog.folderLength)
                                 textFormat: Text.PlainText
                                 font.pixelSize: dialog.smallSize
