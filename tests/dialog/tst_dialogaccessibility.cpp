@@ -60,29 +60,61 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("version");
+        QTest::addColumn<QString>("fileName");
         QTest::addColumn<QString>("expected");
 
-        QTest::newRow("no version") << QStringLiteral("a") << QString() << QStringLiteral("a");
-        QTest::newRow("no name") << QString() << QStringLiteral("1.0") << QStringLiteral("/tmp/a.rpm");
-        QTest::newRow("blanks") << QStringLiteral(" \u3000\u00a0") << QString() << QStringLiteral("/tmp/a.rpm");
-        QTest::newRow("blanks around") << QStringLiteral(" a ") << QStringLiteral("\n1.0\n") << QStringLiteral("a 1.0");
-        QTest::newRow("right to left") << QStringLiteral("مرحبا") << QStringLiteral("1.0")
+        const QString path = QStringLiteral("/tmp/a.rpm");
+        QTest::newRow("no version") << QStringLiteral("a") << QString() << path << QStringLiteral("a");
+        QTest::newRow("no name") << QString() << QStringLiteral("1.0") << path << path;
+        QTest::newRow("blanks") << QStringLiteral(" \u3000\u00a0") << QString() << path << path;
+        QTest::newRow("blanks around") << QStringLiteral(" a ") << QStringLiteral("\n1.0\n") << path
+                                       << QStringLiteral("a 1.0");
+        QTest::newRow("right to left") << QStringLiteral("مرحبا") << QStringLiteral("1.0") << path
                                        << QStringLiteral("مرحبا 1.0");
+        QTest::newRow("no file") << QStringLiteral("a") << QStringLiteral("1.0") << QString()
+                                 << QStringLiteral("a 1.0");
+        QTest::newRow("nothing") << QString() << QString() << QString() << QStringLiteral("Install this app?");
     }
 
     void dialogIsNamedByWhatIsKnown()
     {
         QFETCH(QString, name);
         QFETCH(QString, version);
+        QFETCH(QString, fileName);
         QFETCH(QString, expected);
         PackageTexts texts;
         texts.name = name;
         texts.version = version;
-        texts.fileName = QStringLiteral("/tmp/a.rpm");
+        texts.fileName = fileName;
 
         const ShownDialog dialog(&texts);
 
         QCOMPARE(interfaceOf(dialog.item("page"))->text(QAccessible::Name), expected);
+        QCOMPARE(dialog.item("card")->isVisible(), !fileName.isEmpty());
+    }
+
+    // The keyboard reaches only what is seen.
+    void keysWorkWithoutPackage()
+    {
+        PackageTexts texts;
+        texts.name = texts.version = texts.summary = texts.fileName = QString();
+        const ShownDialog dialog(&texts);
+
+        QCOMPARE(dialog.window()->activeFocusItem(), dialog.item("cancel"));
+        for (const char *next : {"install", "cancel"}) {
+            QTest::keyClick(dialog.window(), Qt::Key_Tab);
+            QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(next));
+        }
+        for (const char *previous : {"install", "cancel"}) {
+            QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
+            QCOMPARE(dialog.window()->activeFocusItem(), dialog.item(previous));
+        }
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown}) {
+            QTest::keyClick(dialog.window(), key);
+            QCOMPARE(dialog.window()->activeFocusItem(), dialog.item("cancel"));
+        }
+        QTest::keyClick(dialog.window(), Qt::Key_Return);
+        QCOMPARE(dialog.dismissed(), 1);
     }
 
     void namesAreTranslated()

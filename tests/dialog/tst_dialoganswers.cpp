@@ -50,6 +50,15 @@ Input type(const QList<Qt::Key> &keys)
     };
 }
 
+/** Moves the focus to "Install", then types a key with a modifier. */
+Input typeOnInstall(Qt::Key key, Qt::KeyboardModifier modifier)
+{
+    return [=](const ShownDialog &dialog) {
+        QTest::keyClick(dialog.window(), Qt::Key_Tab);
+        QTest::keyClick(dialog.window(), key, modifier);
+    };
+}
+
 void close(const ShownDialog &dialog)
 {
     dialog.window()->close();
@@ -162,6 +171,8 @@ private Q_SLOTS:
 
         for (const auto &key : AnsweringKeys) {
             QTest::addRow("%s held", key.name) << hold(key.key, key.text) << key.accepts;
+            QTest::addRow("Shift+%s", key.name) << typeOnInstall(key.key, Qt::ShiftModifier) << key.accepts;
+            QTest::addRow("keypad's %s", key.name) << typeOnInstall(key.key, Qt::KeypadModifier) << key.accepts;
         }
     }
 
@@ -269,6 +280,9 @@ private Q_SLOTS:
         for (const auto &key : AnsweringKeys) {
             QTest::addRow("%s released", key.name) << release(key.key, key.text);
             QTest::addRow("%s held since before", key.name) << keepHolding(key.key, key.text);
+            QTest::addRow("Ctrl+%s", key.name) << typeOnInstall(key.key, Qt::ControlModifier);
+            QTest::addRow("Alt+%s", key.name) << typeOnInstall(key.key, Qt::AltModifier);
+            QTest::addRow("Meta+%s", key.name) << typeOnInstall(key.key, Qt::MetaModifier);
         }
     }
 

@@ -143,7 +143,8 @@ private Q_SLOTS:
     {
         PackageTexts texts;
         texts.name = QStringLiteral("antidisestablishment lighthouse");
-        texts.fileName = QStringLiteral("/home/user/a-rather-long-folder/another-rather-long-folder/yet-another/file.rpm");
+        texts.fileName =
+                QStringLiteral("/home/user/a-rather-long-folder/another-rather-long-folder/yet-another/file.rpm");
         const ShownDialog dialog(&texts, QSize(400, 800));
         QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
         QTest::keyClick(dialog.window(), Qt::Key_Space);
@@ -210,10 +211,16 @@ private Q_SLOTS:
         QCOMPARE(position(), 0.0);
         QTest::keyClick(dialog.window(), Qt::Key_PageDown);
         QVERIFY(position() > line);
+        // Nothing is skipped: a line that was cut at the lower edge is whole at the upper one.
+        const qreal page = position();
+        const qreal overlap = body->height() - page;
+        QVERIFY(overlap >= 28 && overlap <= body->height() / 2);
         for (int i = 0; i < 100; ++i) {
             QTest::keyClick(dialog.window(), Qt::Key_PageDown);
         }
         QCOMPARE(position(), end);
+        QTest::keyClick(dialog.window(), Qt::Key_PageUp);
+        QCOMPARE(position(), end - page);
         for (int i = 0; i < 100; ++i) {
             QTest::keyClick(dialog.window(), Qt::Key_PageUp);
         }
