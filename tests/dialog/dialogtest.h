@@ -55,11 +55,12 @@ class DialogTest : public QObject
     Q_OBJECT
 
 protected:
-    /** Changes the language of dialogs that are shown later. */
-    void setLocale(const QLocale &locale)
+    /** Changes the language of dialogs that are shown later; the language of the locale's catalogue, if it has one. */
+    QString setLocale(const QLocale &locale)
     {
         m_catalogues.reset();
         m_catalogues = std::make_unique<Catalogues>(locale);
+        return m_catalogues->ownLanguage();
     }
 
     /** Changes the font size of dialogs that are shown later. */

@@ -7,6 +7,8 @@
 #include <QQmlContext>
 #include <QScreen>
 #include <QTest>
+#include <QTextLayout>
+#include <QTextOption>
 
 #include <algorithm>
 
@@ -103,6 +105,30 @@ QList<QQuickItem *> ShownDialog::texts() const
 QRectF ShownDialog::place(const QQuickItem *item)
 {
     return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+}
+
+bool ShownDialog::breaksAtWordsOnly(const QQuickItem *text)
+{
+    const qreal width =
+            text->width() - text->property("leftPadding").toReal() - text->property("rightPadding").toReal();
+    QTextLayout layout(text->property("text").toString(), text->property("font").value<QFont>());
+    QTextOption option;
+    option.setWrapMode(QTextOption::WordWrap);
+    // Qt Quick lays out text like this, so that it can be scaled.
+    option.setUseDesignMetrics(true);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    int lines = 0;
+    qreal widest = 0;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        widest = qMax(widest, line.naturalTextWidth());
+        ++lines;
+    }
+    layout.endLayout();
+    return widest > width
+            || (text->property("lineCount").toInt() == lines
+                && qAbs(text->property("contentWidth").toReal() - widest) <= 1);
 }
 
 void ShownDialog::awaitFrame() const

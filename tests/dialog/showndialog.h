@@ -81,6 +81,9 @@ public:
     static QRectF place(const QQuickItem *item);
     QRectF place(const char *id) const { return place(item(id)); }
 
+    /** Whether a text is broken between words only. A word that is longer than its line may be broken anywhere. */
+    static bool breaksAtWordsOnly(const QQuickItem *text);
+
     /** Waits until the window has been laid out and painted again. */
     void awaitFrame() const;
 

@@ -96,34 +96,6 @@ private Q_SLOTS:
         QVERIFY(!body->property("interactive").toBool() || dialog.place("page").top() <= 16);
     }
 
-    void identityAndWarningAreSeenAtTheTop_data()
-    {
-        QTest::addColumn<QLocale>("locale");
-        QTest::addColumn<PackageTexts *>("texts");
-
-        for (const char *locale : {"C", "de", "fi", "ru", "ar", "fr", "el", "hu"}) {
-            QTest::addRow("%s", locale) << QLocale(QLatin1String(locale)) << PackageTexts::ordinary();
-            QTest::addRow("%s, long texts", locale) << QLocale(QLatin1String(locale)) << longTexts();
-        }
-    }
-
-    void identityAndWarningAreSeenAtTheTop()
-    {
-        QFETCH(QLocale, locale);
-        QFETCH(PackageTexts *, texts);
-        setFontSize(28);
-        setLocale(locale);
-
-        const ShownDialog dialog(texts, QSize(320, 480));
-
-        const QRectF view = dialog.place("body");
-        QVERIFY(view.contains(dialog.place("name")));
-        QVERIFY(view.contains(dialog.place("version")));
-        QVERIFY(view.contains(dialog.place("badge")));
-        // At least its first line.
-        QVERIFY(dialog.place("warning").top() + 12 + 33 <= view.bottom());
-    }
-
     void packageTextsAreBounded()
     {
         for (const int fontSize : {10, 20, 48}) {
@@ -143,15 +115,23 @@ private Q_SLOTS:
     {
         PackageTexts texts;
         texts.name = QStringLiteral("antidisestablishment lighthouse");
-        texts.fileName =
-                QStringLiteral("/home/user/a-rather-long-folder/another-rather-long-folder/yet-another/file.rpm");
-        const ShownDialog dialog(&texts, QSize(400, 800));
+        texts.summary = QStringLiteral("Tide tables, antidisestablishmentarianism and weather for small boats");
+        texts.fileName = QStringLiteral("/home/user/a-rather-long-folder/another-rather-long-folder/a-file-of-a-"
+                                        "rather-long-name-for-one-line.rpm");
+        const ShownDialog dialog(&texts, QSize(320, 800));
         QTest::keyClick(dialog.window(), Qt::Key_Backtab, Qt::ShiftModifier);
         QTest::keyClick(dialog.window(), Qt::Key_Space);
+        dialog.awaitFrame();
 
-        for (const char *text : {"name", "folder", "fileName", "warning"}) {
-            QCOMPARE(dialog.property(text, "wrapMode").toInt(), 4); // at words, inside of a word only if it must be
+        for (const char *text : {"name", "warning", "summary", "fileName", "folder"}) {
+            QVERIFY2(dialog.property(text, "lineCount").toInt() > 1, text);
+            QVERIFY2(ShownDialog::breaksAtWordsOnly(dialog.item(text)), text);
         }
+        // A longer word is broken where it must be.
+        texts.name = QString(40, QLatin1Char('W'));
+        Q_EMIT texts.nameChanged();
+        QCOMPARE(dialog.property("name", "lineCount").toInt(), 2);
+        QVERIFY(dialog.property("name", "contentWidth").toReal() <= dialog.item("name")->width());
     }
 
     void actionsFitAfterTurning()
