@@ -23,9 +23,21 @@ const struct
         {"960x540", 240, "1.5"}, {"720x1280", 320, "2"},  {"1080x1920", 440, "1"},  {"1080x1920", 440, "3"},
         {"1920x1080", 96, "1"},  {"1280x800", 160, "1"},  {"800x1280", 213, "1.5"}, {"1440x2560", 640, "1"},
         {"1440x2560", 640, "3"}, {"2560x1600", 160, "1"}, {"2560x1600", 320, "2"},  {"1600x2560", 320, "1.5"},
+        {"2560x1440", 640, "1"}, {"1280x800", 120, "1"},
 };
 
-const char *const IsChild = "TST_DIALOGDENSITY_CHILD";
+// The variable's value, for a child, is the density of its display.
+const char *const DotsPerInch = "TST_DIALOGDENSITY_DOTS_PER_INCH";
+
+/** A density-independent pixel of the display, in the pixels of Qt, which are as large as the scale says. */
+double densityIndependentPixel(const QSize &size)
+{
+    const double scale = qgetenv("QT_SCALE_FACTOR").toDouble();
+    const double exact = qgetenv(DotsPerInch).toDouble() / scale / 160;
+    // The shorter side has 320 at least.
+    const double largest = qMin(4.0, qMin(size.width(), size.height()) / 320.0);
+    return qBound(1.0, exact, largest);
+}
 
 }
 
@@ -34,8 +46,8 @@ class DialogDensityTest : public DialogTest
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void everythingIsLargeEnough_data()
+private:
+    static void addFontsAndLocales()
     {
         QTest::addColumn<int>("fontSize");
         QTest::addColumn<QLocale>("locale");
@@ -47,22 +59,21 @@ private Q_SLOTS:
         }
     }
 
+private Q_SLOTS:
+    void everythingIsLargeEnough_data() { addFontsAndLocales(); }
+
     void everythingIsLargeEnough()
     {
         QFETCH(int, fontSize);
         QFETCH(QLocale, locale);
         setFontSize(fontSize);
         setLocale(locale);
-        const QScreen *screen = QGuiApplication::primaryScreen();
-        const QSize size = screen->size();
-        // Density-independent pixels, to a quarter, of which the shorter side has 320 at least.
-        const double dp = qBound(
-                1.0,
-                qMin(qRound(screen->physicalDotsPerInch() / 40) / 4.0, qMin(size.width(), size.height()) / 80 / 4.0),
-                4.0);
+        const QSize size = QGuiApplication::primaryScreen()->size();
+        const double dp = densityIndependentPixel(size);
 
         const ShownDialog dialog(PackageTexts::ordinary(), size);
 
+        // The dialog rounds to a quarter.
         QVERIFY(qAbs(dialog.window()->property("dp").toReal() - dp) <= 0.25);
         const double least = dp - 0.25;
         for (const char *target : {"cancel", "install", "file"}) {
@@ -95,6 +106,59 @@ private Q_SLOTS:
             QVERIFY2(view.contains(dialog.place(text)), text);
         }
     }
+
+    void clippingCutsNoLetter_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("fontSize");
+
+        const struct
+        {
+            const char *script;
+            QString text;
+        } texts[] = {
+                {"Latin", QStringLiteral("Ångström jogging ÀÇ jpqy")},
+                {"Vietnamese", QStringLiteral("Ẫ Ỗ Ặ lịch thủy triều")},
+                {"Arabic", QStringLiteral("جدول المد والجزر اليومي")},
+                {"Hebrew", QStringLiteral("לוח גאות ושפל יומי")},
+                {"Thai", QStringLiteral("ปู่ที่ฐู ตารางน้ำ")},
+                {"Devanagari", QStringLiteral("ज्वार तालिका र्हृ दूँ")},
+        };
+        for (const auto &[script, text] : texts) {
+            for (const int fontSize : {10, 28}) {
+                QTest::addRow("%s, font %d", script, fontSize) << text << fontSize;
+            }
+        }
+    }
+
+    // The package's texts are clipped because of hostile marks. Ordinary letters lose no pixel.
+    void clippingCutsNoLetter()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, fontSize);
+        setFontSize(fontSize);
+        PackageTexts texts;
+        texts.name = text;
+        texts.version = text.section(QLatin1Char(' '), 0, 0);
+        texts.summary = text;
+        texts.fileName = QStringLiteral("/%1/%1.rpm").arg(text);
+        const ShownDialog dialog(&texts, QGuiApplication::primaryScreen()->size());
+        dialog.makeReady();
+        const QImage clipped = dialog.picture();
+        QVERIFY(!clipped.isNull());
+
+        int switchedOff = 0;
+        for (QQuickItem *item : dialog.texts()) {
+            for (; item != dialog.item("body") && item != dialog.window()->contentItem(); item = item->parentItem()) {
+                switchedOff += item->clip() ? 1 : 0;
+                item->setClip(false);
+            }
+        }
+        QVERIFY(switchedOff > 0);
+        dialog.awaitFrame();
+
+        QVERIFY(dialog.picture() == clipped);
+    }
 };
 
 namespace {
@@ -119,6 +183,7 @@ bool succeeds(const QString &program, const char *size, int dotsPerInch, const c
     }
     qputenv("DISPLAY", ':' + server.readLine().trimmed());
     qputenv("QT_SCALE_FACTOR", scale);
+    qputenv(DotsPerInch, QByteArray::number(dotsPerInch));
     qInfo("%s pixels, %d in an inch, scale %s", size, dotsPerInch, scale);
     const int failed = QProcess::execute(program, {});
     server.terminate();
@@ -129,10 +194,9 @@ bool succeeds(const QString &program, const char *size, int dotsPerInch, const c
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsSet(IsChild)) {
+    if (qEnvironmentVariableIsSet(DotsPerInch)) {
         return runOnDisplay(argc, argv);
     }
-    qputenv(IsChild, "1");
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("QT_QUICK_BACKEND", "software");
     int failures = 0;
