@@ -82,6 +82,13 @@ double contrastOfOutline(const QImage &picture, const QRectF &control)
     return best;
 }
 
+/** The contrast between the ring around a focused control, at the middle of its left side, and the control's ground. */
+double contrastOfRing(const QImage &picture, const QRectF &control)
+{
+    const QPoint edge(int(control.left()), int(control.center().y()));
+    return contrast(picture.pixel(edge + QPoint(1, 0)), picture.pixel(edge + QPoint(6, 0)));
+}
+
 struct NamedPalette
 {
     const char *name;
@@ -126,6 +133,16 @@ QPalette withHighlight(QPalette palette, const QColor &color)
 class DialogLookTest : public DialogTest
 {
     Q_OBJECT
+
+private:
+    static void addPalettes()
+    {
+        QTest::addColumn<QPalette>("palette");
+
+        for (const auto &[name, palette] : palettes()) {
+            QTest::newRow(name) << withHighlight(palette, QColor(0x3d, 0x8e, 0xe6));
+        }
+    }
 
 private Q_SLOTS:
     void textsFollowTheFont()
@@ -232,6 +249,7 @@ private Q_SLOTS:
             }
         };
 
+        int rings = 0;
         dialog.rest()->setProperty("interval", 1 << 30);
         check("not ready");
         dialog.makeReady();
@@ -246,18 +264,45 @@ private Q_SLOTS:
             QTest::mouseRelease(dialog.window(), Qt::LeftButton, {}, QPoint(1, 1));
             QTest::keyClick(dialog.window(), Qt::Key_Tab);
             check("focus moved");
+            if (dialog.item("file")->hasActiveFocus()) {
+                QVERIFY(contrastOfRing(dialog.picture(), dialog.place("file")) >= 3);
+                ++rings;
+            }
         }
+        QCOMPARE(rings, 1);
         QCOMPARE(dialog.answers(), 0);
     }
 
-    void partsHaveColoursOfTheirOwn_data()
-    {
-        QTest::addColumn<QPalette>("palette");
+    void scrollMarkIsSeen_data() { addPalettes(); }
 
-        for (const auto &[name, palette] : palettes()) {
-            QTest::newRow(name) << withHighlight(palette, QColor(0x3d, 0x8e, 0xe6));
+    void scrollMarkIsSeen()
+    {
+        QFETCH(QPalette, palette);
+        QGuiApplication::setPalette(palette);
+        setFontSize(28);
+        PackageTexts texts;
+        texts.summary = QStringLiteral("many words ").repeated(1000);
+        const ShownDialog dialog(&texts, QSize(320, 480));
+        const QQuickItem *body = dialog.item("body");
+        QVERIFY(body->property("interactive").toBool());
+        const QRect view = dialog.place("body").toRect();
+        const qreal height = view.height() * view.height() / body->property("contentHeight").toReal();
+        QVERIFY(height > 20);
+
+        // At the beginning the mark is at the upper edge, and at the end at the lower one.
+        for (const bool atTheEnd : {false, true}) {
+            QTest::keyClick(dialog.window(), atTheEnd ? Qt::Key_PageDown : Qt::Key_PageUp);
+            QTest::keyClick(dialog.window(), atTheEnd ? Qt::Key_PageDown : Qt::Key_PageUp);
+            dialog.awaitFrame();
+            const QImage picture = dialog.picture();
+            const int first = atTheEnd ? view.bottom() + 3 - int(height) : view.top() + 2;
+            for (int y = first; y < first + int(height) - 5; ++y) {
+                QVERIFY(contrast(picture.pixel(view.right() - 1, y), picture.pixel(view.right() - 7, y)) >= 3);
+            }
         }
     }
+
+    void partsHaveColoursOfTheirOwn_data() { addPalettes(); }
 
     void partsHaveColoursOfTheirOwn()
     {
