@@ -128,13 +128,16 @@ void press(const ShownDialog &dialog, const char *id)
             ->doAction(QAccessibleActionInterface::pressAction());
 }
 
-/** Whether all of the warning is in sight, or the end of one that is taller than its place. */
+/** Whether all of the warning is in sight, or the last line of one that is taller than its place. */
 bool isWarningInSight(const ShownDialog &dialog)
 {
     const QRectF view = dialog.place("body");
     const QRectF panel = dialog.place("panel");
-    const bool fits = panel.height() <= view.height();
-    return panel.bottom() <= view.bottom() + 1 && (fits ? panel.top() >= view.top() - 1 : panel.bottom() > view.top());
+    const qreal line =
+            dialog.property("warning", "contentHeight").toReal() / dialog.property("warning", "lineCount").toInt();
+    const qreal lastLine = panel.bottom() - dialog.property("warning", "bottomPadding").toReal() - line;
+    const qreal needed = panel.height() <= view.height() ? panel.top() : lastLine;
+    return panel.bottom() <= view.bottom() + 1 && needed >= view.top() - 1;
 }
 
 /** Waits until the dialog has been painted a few times, and all that follows has happened. */
