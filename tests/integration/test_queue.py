@@ -216,10 +216,11 @@ def test_first_ends_below_its_own_dialog(two_requests, standins, service, dialog
 
 def test_next_file_of_the_first_puts_a_dialog_over_that_of_the_second(two_requests, standins, service, dialog,
                                                                       announced):
-    """Known behaviour 57."""
+    """The dialog below has its texts from then on. Known behaviour 57."""
     standins.package_manager.release('Install')
 
     assert dialog.wait_shown(3)['fileName'] == '/next.rpm'
+    service.wait_for_log('dialog 2 turns to /next.rpm')
     assert announced() == ['needConfirm', 'needConfirm', 'needConfirm']
     assert 'dialog 2 hides' not in service.process.text
 

@@ -5,14 +5,20 @@ import QtQuick 2.15
 import QtQuick.Window 2.15
 import "dialognumber.js" as DialogNumber
 
-// What all variants have in common: a number, and a line in the log when it is shown or hidden.
+// What all variants have in common: a number, and a line in the log when it is shown or hidden, or gets another file.
 Window {
     readonly property int number: DialogNumber.next()
+
+    readonly property string fileName: rpmInfo.fileName
 
     signal requestInstall()
     signal dismissed()
     signal shown()
 
+    onFileNameChanged: {
+        if (visible)
+            console.log("dialog", number, "turns to", fileName)
+    }
     onVisibleChanged: {
         if (visible) {
             console.log("dialog", number, "shows", JSON.stringify(
