@@ -8,17 +8,23 @@ import subprocess
 import time
 
 from .processes import DEADLINE, WaitFailed
-from .windowmanager import ask_to_close, take_focus
+from .windowmanager import ask_to_close, cover, take_focus
 
 # The Xvfb options of a phone: 360 by 640 density-independent pixels.
 PHONE = ('-screen', '0', '540x960x24', '-dpi', '240')
 
-# The colour of the button "Install" once it takes a pointer: a fifth of Qt's default highlight colour on white. Nothing
-# else has it.
+# The colour of a button that takes a pointer: a fifth of Qt's default highlight colour on white. "Cancel", on the left,
+# always has it, and "Install" once it is ready. Nothing else has it.
 READY = bytes((214, 232, 244))
 
 # A window that has not been painted yet has one colour; text alone has dozens, from its smooth edges.
 COLOURS_OF_A_PAINTED_WINDOW = 16
+
+
+def points(left, top, right, bottom):
+    """Points all over a rectangle, ten in a row."""
+    return [(x, y) for y in range(top, bottom, max(1, (bottom - top) // 3))
+            for x in range(left, right, max(1, (right - left) // 10))]
 
 
 class Screen:
@@ -30,7 +36,7 @@ class Screen:
     def __init__(self, processes, display):
         self.display = display
         self._processes = processes
-        self.width = int(self._do('getdisplaygeometry').split()[0])
+        self.width, self.height = map(int, self._do('getdisplaygeometry').split())
 
     @classmethod
     def in_memory(cls, processes, options=('-screen', '0', '1280x720x24')):
@@ -78,7 +84,15 @@ class Screen:
     def take_focus(self):
         """Takes the focus from the dialog, as a window that covers it does, and waits until it takes no pointer."""
         take_focus(self.display)
-        self._look_until(lambda: READY * 100 not in self._picture(), 'button "Install" that takes no pointer')
+        self.wait_for_install_to_rest()
+
+    def wait_for_install_to_rest(self):
+        """Waits until the dialog's button "Install" takes no pointer any more, or is not in sight."""
+        self._look_until(lambda: not self._install_area(), 'button "Install" that takes no pointer')
+
+    def covered(self):
+        """A context in which a window lies over the dialog, which keeps the focus."""
+        return cover(self.display, self.width, self.height)
 
     def give_focus(self, window):
         """Gives a window the focus."""
@@ -93,17 +107,15 @@ class Screen:
 
     def wait_for_install_area(self):
         """Waits until the dialog's button "Install" takes a pointer; its left, top, right and bottom."""
-        # A button below the pointer has another colour.
+        # A compositor may paint the pointer over the button.
         self._do('mousemove', 0, 0)
         found = []
 
         def is_ready():
-            picture = self._picture()
-            found[:] = [place // 3 for place in (picture.find(READY * 100), picture.rfind(READY * 100)) if place >= 0]
+            found[:] = self._install_area()
             return found
         self._look_until(is_ready, 'button "Install" that takes a pointer')
-        first, last = found
-        return first % self.width, first // self.width, last % self.width + 99, last // self.width
+        return found
 
     def wait_for_install_button(self):
         """Waits until the dialog's button "Install" takes a pointer; a point on it."""
@@ -114,6 +126,12 @@ class Screen:
         """Waits until both buttons take a pointer; a point on "Cancel", at the other side of the middle."""
         x, y = self.wait_for_install_button()
         return self.width - 1 - x, y
+
+    def places_on_buttons(self):
+        """Waits until the dialog takes a pointer; points all over "Install" and all over "Cancel"."""
+        left, top, right, bottom = self.wait_for_install_area()
+        return (points(left, top, right, bottom),
+                points(self.width - 1 - right, top, self.width - 1 - left, bottom))
 
     def tap(self, places, duration):
         """Clicks 20 times a second, for a number of seconds, at each place in turn; the longest time between two clicks."""
@@ -129,6 +147,16 @@ class Screen:
         """The number of colours on the screen."""
         picture = self._picture()
         return len({picture[start:start + 3] for start in range(0, len(picture), 3)})
+
+    def _install_area(self):
+        """The left, top, right and bottom of the button "Install" if it takes a pointer."""
+        picture = self._picture()
+        first, last = picture.find(READY * 100) // 3, picture.rfind(READY * 100) // 3
+        row = first - first % self.width
+        left = picture.find(READY * 100, 3 * (row + self.width // 2)) // 3 - row
+        if first < 0 or not 0 < left < self.width:
+            return ()
+        return left, row // self.width, last % self.width + 99, last // self.width
 
     def _picture(self):
         """All pixels from left to right and top to bottom, three bytes each."""

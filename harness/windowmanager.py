@@ -3,6 +3,7 @@
 """What a window manager does, on a display that has none."""
 
 import ctypes
+from contextlib import contextmanager
 
 CLIENT_MESSAGE = 33
 
@@ -33,6 +34,23 @@ def take_focus(display):
     """Leaves no window of a display the focus."""
     xlib, connection = connect(display)
     xlib.XSetInputFocus(connection, ctypes.c_ulong(0), 0, ctypes.c_ulong(0))
+    xlib.XCloseDisplay(connection)
+
+
+@contextmanager
+def cover(display, width, height):
+    """A context in which a window lies over all others of a display that has no window manager, without the focus."""
+    xlib, connection = connect(display)
+    xlib.XDefaultRootWindow.restype = ctypes.c_ulong
+    xlib.XCreateSimpleWindow.restype = ctypes.c_ulong
+    black = ctypes.c_ulong(0)
+    window = xlib.XCreateSimpleWindow(connection, ctypes.c_ulong(xlib.XDefaultRootWindow(connection)), 0, 0, width, height,
+                                      0, black, black)
+    xlib.XMapRaised(connection, ctypes.c_ulong(window))
+    xlib.XSync(connection, False)
+    yield
+    xlib.XUnmapWindow(connection, ctypes.c_ulong(window))
+    xlib.XSync(connection, False)
     xlib.XCloseDisplay(connection)
 
 

@@ -1,8 +1,10 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The installed dialog under a Wayland compositor: in front of everything, with the focus, and gone without a trace."""
+"""The installed dialog under a Wayland compositor: in front of everything, with the focus, and gone without a trace. It
+takes no click that was meant for something else."""
 
 import re
+import signal
 
 import pytest
 from harness.weston import Panel, WestonScreen
@@ -84,3 +86,35 @@ def test_each_dialog_is_in_front(screen, panel, application, processes, service,
     sizes = {(int(width), int(height)) for width, height in
              re.findall(r'xdg_toplevel[@#]\d+\.configure\((\d+), (\d+)', '\n'.join(service.log()))}
     assert sizes == {panel[1]}
+
+
+@pytest.mark.parametrize('panel', ['phone', 'dense phone'], indirect=True)
+def test_pointer(screen, panel, processes, service, client, signals, standins, in_time):
+    """Known behaviour 70."""
+    client.install(['/absent.rpm'])
+    install, cancel = screen.places_on_buttons()
+    screen.click(*cancel[0])
+    assert signals.wait('installFinished') == CANCELLED
+
+    def dialog_comes_up():
+        """Taps from before the dialog is there."""
+        client.install(['/absent.rpm'])
+        return screen.tap(install, 2)
+
+    def dialog_is_covered():
+        """Taps while another window covers the dialog, and when it has gone."""
+        client.install(['/absent.rpm'])
+        screen.wait_for_install_area()
+        cover = processes.start_in_session('cover', ['weston-terminal', '--fullscreen'], screen.environment())
+        screen.wait_for_install_to_rest()
+        longest = screen.tap(install, 0.3)
+        cover.send_signal(signal.SIGTERM)
+        return max(longest, screen.tap(install, 1.2))
+
+    for attempt in (dialog_comes_up, dialog_is_covered):
+        assert in_time(attempt) == (0, 0)
+        outcomes, installed = (len(signals.arguments('installFinished')),
+                               len(standins.package_manager.calls('Install')))
+        screen.click(*screen.wait_for_install_button())
+        assert signals.wait('installFinished', outcomes + 1) == INSTALLED
+        assert len(standins.package_manager.calls('Install')) == installed + 1
