@@ -57,6 +57,20 @@ def test_notification_takes_the_place_of_the_one_that_is_shown(
     assert service.log() == []
 
 
+def test_notifications_in_quick_succession_are_two(standins, service, client, device):
+    """The number of the first one has not arrived yet. Known behaviour 73."""
+    standins.start('notifications')
+    standins.notifications.hang('Notify')
+    device.forbid_installing()
+
+    client.install([])
+    client.install([])
+
+    standins.notifications.wait_call('Notify', 2)
+    assert [call.arguments[1] for call in standins.notifications.calls('Notify')] == [0, 0]
+    assert service.log() == []
+
+
 def test_icons_are_seen_as_documented(standins, service, client, device):
     """As docs/integration.md tells the integrator."""
     text = (documents.SOURCE / 'docs/integration.md').read_text(encoding='utf-8')
