@@ -2,7 +2,9 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """From the request to the first frame of the dialog."""
 
+import shutil
 import time
+from pathlib import Path
 
 from harness.client import Client
 from harness.signalrecorder import SignalRecorder
@@ -12,9 +14,14 @@ from .packages import package
 from .programs import (CLIENT, FLOOR, PEERS, PROCESSES, PRODUCT, SESSION, SYSTEM, in_turn, running,
                        wait_for_event_loop)
 
+FIRST_ROUNDS = 5
 COLD_ROUNDS = 41
 WARM_ROUNDS = 51
-LIMIT = 1.5
+COLD_LIMIT = 1.5
+WARM_LIMIT = 1.4
+
+# Where the engine keeps compiled QML, in folders of the programs' names.
+CACHES = Path('/home/velmora/.cache')
 
 # The scene graph logs each frame.
 ENVIRONMENT = {'QT_QUICK_BACKEND': 'software', 'QT_LOGGING_RULES': 'qt.scenegraph.time.renderloop.debug=true'}
@@ -24,15 +31,16 @@ FRAME = 'Frame rendered'
 def figures():
     with running(PEERS):
         dialogs = Dialogs()
-        # The first one ever compiles the QML, and keeps it in the user's cache.
+        yield Ratio('first frame: first request ever', 'ms', *in_turn(FIRST_ROUNDS, dialogs.first_ever, PRODUCT, FLOOR), None)
+        # The QML that is compiled here stays in the user's cache.
         in_turn(1, dialogs.cold, PRODUCT, FLOOR)
         yield Ratio('first frame: first request, cold service', 'ms',
-                    *in_turn(COLD_ROUNDS, dialogs.cold, PRODUCT, FLOOR), LIMIT)
+                    *in_turn(COLD_ROUNDS, dialogs.cold, PRODUCT, FLOOR), COLD_LIMIT)
         with logging(PRODUCT) as product, logging(FLOOR) as floor:
             services = (PRODUCT, product), (FLOOR, floor)
             in_turn(1, dialogs.first_frame, *services)
             yield Ratio('first frame: later request, warm service', 'ms',
-                        *in_turn(WARM_ROUNDS, dialogs.first_frame, *services), LIMIT)
+                        *in_turn(WARM_ROUNDS, dialogs.first_frame, *services), WARM_LIMIT)
 
 
 def logging(program):
@@ -44,6 +52,12 @@ class Dialogs:
 
     def __init__(self):
         self._signals = SignalRecorder(SESSION.connection, PROCESSES)
+
+    def first_ever(self, program):
+        """The time to the first frame of the first request, where the QML has to be compiled."""
+        for cache in list(CACHES.rglob('qmlcache')):
+            shutil.rmtree(cache)
+        return self.cold(program)
 
     def cold(self, program):
         """The time to the first frame of the first request."""

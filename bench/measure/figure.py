@@ -8,20 +8,21 @@ from statistics import median
 
 @dataclass
 class Ratio:
-    """Samples, each taken beside one of what they are compared with. The verdict is about the median ratio of a pair."""
+    """Samples, each taken beside one of what they are compared with. The verdict is about the median ratio of a pair; without
+    a limit there is none."""
 
     name: str
     unit: str
     samples: list
     compared: list
-    limit: float
+    limit: float | None
     ratios: list = None  # unless they are just those of the samples
 
     def cells(self):
         ratios = self.ratios or quotients(self.samples, self.compared)
         ratio = median(ratios)
         return [f'{self.name}, {self.unit}', number(median(self.samples)), number(median(self.compared)),
-                f'{ratio:.3f}', middle_half(ratios), f'≤ {self.limit:g} ×', verdict(ratio, self.limit)]
+                f'{ratio:.3f}', middle_half(ratios), bar(self.limit, ' ×'), verdict(ratio, self.limit)]
 
 
 @dataclass
@@ -37,14 +38,20 @@ class Value:
     def cells(self):
         value = median(self.samples)
         return [f'{self.name}, {self.unit}', number(value), number(median(self.floor)) if self.floor else '', '',
-                middle_half(self.samples), f'≤ {self.limit:g}', verdict(value, self.limit)]
+                middle_half(self.samples), bar(self.limit), verdict(value, self.limit)]
 
 
 def quotients(samples, others):
     return [sample / other for sample, other in zip(samples, others)]
 
 
+def bar(limit, unit=''):
+    return '' if limit is None else f'≤ {limit:g}{unit}'
+
+
 def verdict(value, limit):
+    if limit is None:
+        return ''
     return 'met' if value <= limit else 'MISSED'
 
 
