@@ -77,7 +77,7 @@ Window {
         const end = top + panel.height
         if (end > body.height + 1)
             return Math.min(end - body.height, top > 0 ? top : 0.8 * body.height)
-        return panel.height > body.height ? Math.min(0, end - gap) : Math.min(0, top)
+        return panel.height > body.height ? Math.min(0, end - gap - 1.2 * fontSize) : Math.min(0, top)
     }
 
     // A pointer confirms only a warning that is in sight; otherwise it brings the warning into sight.
@@ -148,7 +148,7 @@ Window {
     function moveBy(distance) {
         const before = body.contentY
         scrollBy(distance)
-        if (body.contentY === before && card.y + card.height <= before + body.height + 1)
+        if (card.visible && body.contentY === before && card.y + card.height <= before + body.height + 1)
             focusByKey(file.activeFocus ? cancel : file)
     }
 
@@ -209,8 +209,10 @@ Window {
     onHeightChanged: startAnew()
     onActiveChanged: startAnew()
     onVisibilityChanged: startAnew()
+    // The dialog of another request may show its package in this one too.
+    onInfoChanged: startAnew()
     onFrameSwapped: {
-        if (!ready && active && !touch.active && !installTap.pressed) {
+        if (!ready && active && !touch.active && !installTap.pressed && !cancelTap.pressed) {
             if (rested)
                 ready = true
             else
@@ -277,14 +279,13 @@ Window {
                 spacing: 0.75 * dialog.gap
 
                 Column {
-                    leftPadding: dialog.gap
-                    spacing: dialog.gap / 4
-
                     Text {
                         id: question
                         Accessible.role: Accessible.Heading
                         Accessible.name: text
-                        width: page.column
+                        width: page.width
+                        leftPadding: dialog.gap
+                        rightPadding: dialog.gap
                         //: Heading of the dialog that asks whether a package file is to be installed
                         //% "Install this app?"
                         text: qsTrId("installationhandler-install-question")
@@ -294,13 +295,18 @@ Window {
                         wrapMode: Text.Wrap
                     }
                     // The texts of the package are clipped: a letter with many combining marks reaches far beyond its line.
+                    // The paddings are room for letters that reach a little beyond it.
                     Text {
                         id: name
                         Accessible.role: Accessible.StaticText
                         Accessible.name: text
                         visible: text !== ""
                         clip: true
-                        width: page.column
+                        width: page.width
+                        padding: dialog.gap / 4
+                        bottomPadding: dialog.gap / 8
+                        leftPadding: dialog.gap
+                        rightPadding: dialog.gap
                         text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
                         textFormat: Text.PlainText
                         font.pixelSize: 1.35 * dialog.fontSize
@@ -323,7 +329,10 @@ Window {
                         Accessible.name: pattern.arg(dialog.packageVersion)
                         visible: dialog.packageVersion !== ""
                         clip: true
-                        width: page.column
+                        width: page.width
+                        padding: dialog.gap / 8
+                        leftPadding: dialog.gap
+                        rightPadding: dialog.gap
                         // The isolates keep a version of another direction apart from the words around it.
                         text: pattern.arg("\u2068" + dialog.packageVersion + "\u2069")
                         textFormat: Text.PlainText
@@ -411,8 +420,9 @@ Window {
                         visible: text !== ""
                         clip: true
                         x: dialog.gap
-                        y: label.y + label.height + dialog.gap / 4
+                        y: label.y + label.height
                         width: page.column
+                        padding: dialog.gap / 4
                         leftPadding: 0.75 * dialog.gap
                         rightPadding: leftPadding
                         text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
@@ -426,8 +436,9 @@ Window {
 
                         Rectangle {
                             anchors.left: parent.left
+                            y: width
                             width: dialog.gap / 4
-                            height: parent.height
+                            height: parent.height - 2 * width
                             color: dialog.faintInk
                         }
                     }
@@ -448,9 +459,9 @@ Window {
                             expanded = !expanded
                         }
 
-                        y: summary.visible ? summary.y + summary.height + 0.75 * dialog.gap : 0
+                        y: summary.visible ? summary.y + summary.height + dialog.gap / 2 : 0
                         width: page.width
-                        height: Math.max(48 * dialog.dp, path.height + dialog.gap)
+                        height: Math.max(48 * dialog.dp, path.height + dialog.gap / 2)
                         color: fileTap.pressed ? dialog.mix(palette.base, palette.text, 0.14) : "transparent"
                         border.width: activeFocus && dialog.focusShown ? 3 * dialog.dp : 0
                         border.color: palette.text
@@ -470,6 +481,7 @@ Window {
                         TapHandler {
                             id: fileTap
                             longPressThreshold: install.longestPress
+                            onPressedChanged: if (!dialog.ready) dialog.startAnew()
                             onTapped: file.press()
                         }
 
@@ -477,16 +489,20 @@ Window {
                         // of another direction cannot move the file's extension.
                         Item {
                             id: path
-                            width: page.column - 0.5 * dialog.gap - arrow.width
+                            width: page.width - 1.25 * dialog.gap - arrow.width
                             height: fileName.height + (folder.visible ? folder.height : 0)
                             anchors.left: parent.left
-                            anchors.leftMargin: dialog.gap
+                            anchors.leftMargin: dialog.gap / 4
                             anchors.verticalCenter: parent.verticalCenter
 
                             Text {
                                 id: fileName
                                 clip: true
                                 width: path.width
+                                topPadding: dialog.gap / 4
+                                bottomPadding: dialog.gap / 8
+                                leftPadding: 0.75 * dialog.gap
+                                rightPadding: leftPadding
                                 text: "\u200e" + dialog.packageFile.slice(dialog.folderLength)
                                 textFormat: Text.PlainText
                                 font.pixelSize: dialog.fontSize
@@ -501,6 +517,10 @@ Window {
                                 visible: dialog.folderLength > 0
                                 clip: true
                                 width: path.width
+                                topPadding: dialog.gap / 8
+                                bottomPadding: dialog.gap / 4
+                                leftPadding: 0.75 * dialog.gap
+                                rightPadding: leftPadding
                                 text: "\u200e" + dialog.packageFile.slice(0, dialog.folderLength)
                                 textFormat: Text.PlainText
                                 font.pixelSize: dialog.smallSize
@@ -515,7 +535,7 @@ Window {
                             id: arrow
                             anchors.right: parent.right
                             anchors.rightMargin: dialog.gap
-                            y: path.y + (file.expanded ? 0.5 : 0.2) * dialog.fontSize
+                            y: path.y + fileName.topPadding + (file.expanded ? 0.5 : 0.2) * dialog.fontSize
                             width: 0.5 * dialog.fontSize
                             height: width
                             rotation: file.expanded ? 225 : 45
@@ -575,6 +595,7 @@ Window {
                     id: cancelTap
                     gesturePolicy: TapHandler.ReleaseWithinBounds
                     longPressThreshold: install.longestPress
+                    onPressedChanged: if (!dialog.ready) dialog.startAnew()
                     onTapped: cancel.press()
                 }
                 Text {

@@ -142,7 +142,7 @@ private Q_SLOTS:
         texts.version = text.section(QLatin1Char(' '), 0, 0);
         texts.summary = text;
         texts.fileName = QStringLiteral("/%1/%1.rpm").arg(text);
-        const ShownDialog dialog(&texts, QGuiApplication::primaryScreen()->size());
+        const ShownDialog dialog(&texts, QSize(360, 640).boundedTo(QGuiApplication::primaryScreen()->size()));
         dialog.makeReady();
         const QImage clipped = dialog.picture();
         QVERIFY(!clipped.isNull());

@@ -299,7 +299,7 @@ private Q_SLOTS:
         QVERIFY(!folder->property("truncated").toBool());
         QVERIFY(folder->property("lineCount").toInt() > 10);
         QVERIFY(folder->property("contentWidth").toReal() <= folder->width());
-        QVERIFY(dialog.item("file")->height() >= folder->height() + dialog.item("fileName")->height() + 16);
+        QVERIFY(dialog.item("file")->height() >= folder->height() + dialog.item("fileName")->height() + 8);
 
         press();
 

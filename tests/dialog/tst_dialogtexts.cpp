@@ -106,10 +106,12 @@ QRect inkOf(const QImage &picture)
     return ink;
 }
 
-/** The picture of an item alone. */
+/** The picture of an item alone, of a text without the room beside it. */
 QImage pictureOf(const ShownDialog &dialog, const char *id)
 {
-    return dialog.picture().copy(dialog.place(id).toAlignedRect());
+    const double left = dialog.property(id, "leftPadding").toReal();
+    const double right = dialog.property(id, "rightPadding").toReal();
+    return dialog.picture().copy(dialog.place(id).adjusted(left, 0, -right, 0).toAlignedRect());
 }
 
 /** The mean difference between the ink of two pictures of the same letters, or of others, from 0 to 255. */
