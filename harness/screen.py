@@ -33,6 +33,10 @@ class Screen:
     # The options by which xdotool finds the window of the dialog.
     window_search = ('--onlyvisible', '--class', 'velmora-installationhandler')
 
+    # The xdotool commands that choose "Install" in the dialog: they go on from "Cancel", which comes first. Only this window
+    # gets the keys. The last one is not lifted, because the window has gone when it has been pressed.
+    confirmation = 'key --window {window} Tab keydown --window {window} space'
+
     def __init__(self, processes, display):
         self.display = display
         self._processes = processes
@@ -69,9 +73,9 @@ class Screen:
         self._do('windowfocus', window, 'key', *keys)
 
     def confirm(self, window):
-        """Chooses "Install" in the dialog: goes on from "Cancel", which comes first. Only this window gets the keys."""
+        """Chooses "Install" in the dialog."""
         self._do('windowfocus', '--sync', window)
-        self._do('key', '--window', window, 'Tab', 'space')
+        self._do(*self.confirmation.format(window=window).split())
 
     def click(self, x, y, times=1):
         """Clicks at a point of the screen, as fast as one can when more than once."""

@@ -57,6 +57,7 @@ class WestonScreen(Screen):
     """Weston, whose only output is a window on an X server, and what a user does there."""
 
     window_search = ('--class', 'weston')
+    confirmation = 'key --window {window} Tab space'
 
     def __init__(self, processes, display, panel):
         super().__init__(processes, display)
