@@ -37,6 +37,9 @@ class Screen:
     # gets the keys. The last one is not lifted, because the window has gone when it has been pressed.
     confirmation = 'key --window {window} Tab keydown --window {window} space'
 
+    # The colour of a button that takes a pointer.
+    ready = READY
+
     def __init__(self, processes, display):
         self.display = display
         self._processes = processes
@@ -153,12 +156,13 @@ class Screen:
         return len({picture[start:start + 3] for start in range(0, len(picture), 3)})
 
     def _install_area(self):
-        """The left, top, right and bottom of the button "Install" if it takes a pointer."""
+        """The left, top, right and bottom of the button "Install" if it takes a pointer. In languages that are written from
+        right to left, where it is on the left, that of "Cancel"."""
         picture = self._picture()
-        first, last = picture.find(READY * 100) // 3, picture.rfind(READY * 100) // 3
-        row = first - first % self.width
-        left = picture.find(READY * 100, 3 * (row + self.width // 2)) // 3 - row
-        if first < 0 or not 0 < left < self.width:
+        first, last = picture.find(self.ready * 100) // 3, picture.rfind(self.ready * 100) // 3
+        row, middle = first - first % self.width, self.width // 2
+        left = picture.find(self.ready * 100, 3 * (row + middle)) // 3 - row
+        if first < 0 or first - row > middle or not 0 < left < self.width:
             return ()
         return left, row // self.width, last % self.width + 99, last // self.width
 

@@ -3,6 +3,7 @@
 """The device that the demo runs on: its buses, its display, the stand-ins and the installation handler."""
 
 import os
+import signal
 from contextlib import contextmanager
 from threading import Thread
 
@@ -43,7 +44,7 @@ class Device:
         self.screen = None
 
     def open_display(self):
-        """Opens the display and puts it into the environment of the services that the bus starts."""
+        """Opens the display, which services that the bus starts then use."""
         if 'DISPLAY' in os.environ:
             try:
                 self.screen = Screen(self.processes, os.environ['DISPLAY'])
@@ -54,7 +55,11 @@ class Device:
             self.screen = Screen.in_memory(self.processes, PANEL.options() if self.wayland else PHONE)
         if self.wayland:
             self.screen = WestonScreen(self.processes, self.screen.display, WINDOW if self.watched else PANEL)
-        self._session_bus.ask('UpdateActivationEnvironment', '(a{ss})', self.environment())
+        self.prepare_services()
+
+    def prepare_services(self, **variables):
+        """Puts the display and other variables into the environment of the services that the bus starts later."""
+        self._session_bus.ask('UpdateActivationEnvironment', '(a{ss})', {**self.environment(), **variables})
 
     def environment(self):
         """The environment variables of a program that shows windows on the display, without graphics hardware."""
@@ -75,6 +80,11 @@ class Device:
     def service_process(self):
         """The process id of the installation handler, or None when it does not run."""
         return self._session_bus.process_of(NAME)
+
+    def end_service(self):
+        """Ends the installation handler, and with it its dialog."""
+        os.kill(self.service_process(), signal.SIGKILL)
+        self._session_bus.wait_owner(NAME, owned=False)
 
     @contextmanager
     def monitored_buses(self):
