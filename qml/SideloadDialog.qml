@@ -207,7 +207,13 @@ Window {
     // Turned, covered or hidden meanwhile: a tap may be meant for something else again.
     onWidthChanged: startAnew()
     onHeightChanged: startAnew()
-    onActiveChanged: startAnew()
+    // So may a key, so "Cancel" has the focus again. It gets the focus after the activation. If the focus came first,
+    // screen readers would go back from the button to the window, and say the dialog twice.
+    onActiveChanged: {
+        startAnew()
+        install.focus = file.focus = false
+        cancel.focus = active
+    }
     onVisibilityChanged: startAnew()
     // The dialog of another request may show its package in this one too.
     onInfoChanged: startAnew()
@@ -585,7 +591,6 @@ Window {
                 color: dialog.mix(palette.base, palette.highlight, cancelTap.pressed ? 0.3 : 0.2)
                 border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
                 border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
-                focus: true
                 activeFocusOnTab: true
                 Accessible.role: Accessible.Button
                 Accessible.name: cancelLabel.text

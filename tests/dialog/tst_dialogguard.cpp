@@ -358,6 +358,19 @@ private Q_SLOTS:
         QCOMPARE(dialog.requested(), 0);
     }
 
+    void cancelTakesPointersWhileAnotherWindowIsActive()
+    {
+        const ShownDialog dialog;
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+
+        tap(dialog.window(), middle(dialog, "cancel"));
+
+        QCOMPARE(dialog.dismissed(), 1);
+    }
+
     void keysInstallAtOnce_data()
     {
         QTest::addColumn<Qt::Key>("key");
@@ -439,6 +452,36 @@ private Q_SLOTS:
         dialog.awaitReady();
         tap(dialog.window(), middle(dialog, "install"));
         QCOMPARE(dialog.requested(), 1);
+    }
+
+    void focusIsOnCancelAfterAnotherWindow_data()
+    {
+        QTest::addColumn<int>("tabs");
+
+        QTest::newRow("cancel") << 0;
+        QTest::newRow("install") << 1;
+        QTest::newRow("file") << 2;
+    }
+
+    void focusIsOnCancelAfterAnotherWindow()
+    {
+        QFETCH(int, tabs);
+        const ShownDialog dialog;
+        for (int i = 0; i < tabs; ++i) {
+            QTest::keyClick(dialog.window(), Qt::Key_Tab);
+        }
+
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        dialog.window()->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(dialog.window()));
+
+        QCOMPARE(dialog.window()->activeFocusItem(), dialog.item("cancel"));
+        QTest::keyClick(dialog.window(), Qt::Key_Return);
+        QCOMPARE(dialog.dismissed(), 1);
+        QCOMPARE(dialog.requested(), 0);
     }
 
     void hiddenDialogIsNotReady()
