@@ -12,5 +12,6 @@ Put the project's folder and `simulator` on PYTHONPATH; then:
 - `standins.StandIns` starts the stand-ins of the platform services;
 - `usermanager.UserManager` is systemd's manager of the session's services, which starts a session bus and the service;
 - `screen.Screen` is a display, and what a user does with the dialog on it; `weston.WestonScreen` is one with a Wayland
-  compositor.
+  compositor;
+- `accessibility.AccessibilityBus` is where screen readers find the dialog.
 """

@@ -9,6 +9,7 @@ from functools import partial
 from pathlib import Path
 
 import pytest
+from harness.accessibility import ACTIVE, AccessibilityBus
 from harness.bus import PrivateBus
 from harness.busmonitor import BusMonitor
 from harness.client import Client
@@ -18,6 +19,7 @@ from harness.screen import Screen
 from harness.service import PROGRAM, Service
 from harness.signalrecorder import SignalRecorder
 from harness.standins import StandIns
+from harness.windowmanager import take_focus
 from packages import build_package
 
 from .catalogues import Catalogues
@@ -298,6 +300,30 @@ def in_time(program, signals, standins):
                 standins.mce.configure('display', 'on')
         return pytest.skip(f'this machine is too busy: it has paused for {SOON} s in each of {ATTEMPTS} attempts')
     return repeat
+
+
+@pytest.fixture
+def accessibility(processes, session_bus, screen):
+    """The accessibility bus of the display's session; no screen reader runs yet."""
+    return AccessibilityBus(processes, session_bus, screen.environment())
+
+
+@pytest.fixture
+def objects(accessibility, program, screen):
+    """The service on the display while a screen reader runs: the root of the objects that the reader finds."""
+    accessibility.announce_screen_reader()
+    program.start(environment=screen.environment())
+    return accessibility.wait_program(program.process.pid)
+
+
+@pytest.fixture
+def lose_focus(accessibility, objects, screen):
+    """Takes the keyboard focus from the dialog, and waits until it has learned that."""
+    def lose():
+        window = objects.find(lambda child: child.has_state(ACTIVE))
+        take_focus(screen.display)
+        accessibility.wait_for(lambda: not window.has_state(ACTIVE), 'window that is not active')
+    return lose
 
 
 @pytest.fixture
