@@ -48,6 +48,7 @@ Window {
     readonly property real dp: Math.max(4, Math.min(16, Math.round(Screen.pixelDensity * 25.4 / 40),
                                                     Math.floor(shorterSide / 80))) / 4
     readonly property real gap: 16 * dp
+    readonly property int hairline: Math.round(dp)
 
     // A line keeps room for eleven wide letters, so that all buttons and words fit.
     readonly property int fontSize: Math.max(12 * dp, Math.min(Qt.application.font.pixelSize, shorterSide / 11))
@@ -359,8 +360,8 @@ Window {
                         id: badge
                         anchors.left: parent.left
                         anchors.leftMargin: dialog.gap
-                        y: warning.topPadding
-                        width: 1.2 * dialog.fontSize
+                        y: Math.round(warning.topPadding + (warning.contentHeight / warning.lineCount - height) / 2)
+                        width: 2 * Math.round(0.6 * dialog.fontSize)
                         height: width
                         radius: width / 2
                         color: dialog.warningInk
@@ -453,7 +454,7 @@ Window {
                         x: dialog.gap
                         y: file.y - height
                         width: summary.width
-                        height: dialog.dp
+                        height: dialog.hairline
                         color: dialog.mix(palette.base, palette.text, 0.2)
                     }
                     Rectangle {
@@ -469,7 +470,7 @@ Window {
                         width: page.width
                         height: Math.max(48 * dialog.dp, path.height + dialog.gap / 2)
                         color: fileTap.pressed ? dialog.mix(palette.base, palette.text, 0.14) : "transparent"
-                        border.width: activeFocus && dialog.focusShown ? 3 * dialog.dp : 0
+                        border.width: activeFocus && dialog.focusShown ? 3 * dialog.hairline : 0
                         border.color: palette.text
                         activeFocusOnTab: true
                         onActiveFocusChanged: dialog.revealFile()
@@ -536,11 +537,12 @@ Window {
                                 wrapMode: file.expanded ? Text.Wrap : Text.NoWrap
                             }
                         }
-                        // An arrow that points down, or up when the path is open.
+                        // An arrow that points down, or up when the path is open. The corners of the turned square reach
+                        // beyond its sides.
                         Item {
                             id: arrow
                             anchors.right: parent.right
-                            anchors.rightMargin: dialog.gap
+                            anchors.rightMargin: dialog.gap + 0.1 * dialog.fontSize
                             y: path.y + fileName.topPadding + (file.expanded ? 0.5 : 0.2) * dialog.fontSize
                             width: 0.5 * dialog.fontSize
                             height: width
@@ -589,7 +591,7 @@ Window {
                 height: actions.cellHeight
                 radius: dialog.gap / 2
                 color: dialog.mix(palette.base, palette.highlight, cancelTap.pressed ? 0.3 : 0.2)
-                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
+                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.hairline
                 border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
                 activeFocusOnTab: true
                 Accessible.role: Accessible.Button
@@ -630,7 +632,7 @@ Window {
                 height: actions.cellHeight
                 radius: dialog.gap / 2
                 color: dialog.mix(palette.base, palette.highlight, !dialog.ready ? 0 : installTap.pressed ? 0.3 : 0.2)
-                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.dp
+                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.hairline
                 border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
                 activeFocusOnTab: true
                 Accessible.role: Accessible.Button
