@@ -54,6 +54,10 @@ Window {
     readonly property int fontSize: Math.max(12 * dp, Math.min(Qt.application.font.pixelSize, shorterSide / 11))
     readonly property int smallSize: Math.max(12 * dp, 0.8 * fontSize)
 
+    // The texts of the package are clipped: a letter with many combining marks reaches far beyond its line. This much room
+    // is for letters that reach a little beyond it.
+    readonly property int room: 2 * Math.ceil(fontSize / 8)
+
     readonly property color faintInk: mix(palette.text, palette.base, 0.25)
     readonly property color outline: mix(palette.text, palette.base, 0.4)
     readonly property color warningInk: palette.base.hslLightness < palette.text.hslLightness ? "#ffb74d" : "#a04a00"
@@ -301,8 +305,6 @@ Window {
                         horizontalAlignment: Text.AlignLeft
                         wrapMode: Text.Wrap
                     }
-                    // The texts of the package are clipped: a letter with many combining marks reaches far beyond its line.
-                    // The paddings are room for letters that reach a little beyond it.
                     Text {
                         id: name
                         Accessible.role: Accessible.StaticText
@@ -310,8 +312,8 @@ Window {
                         visible: text !== ""
                         clip: true
                         width: page.width
-                        padding: dialog.gap / 4
-                        bottomPadding: dialog.gap / 8
+                        padding: dialog.room
+                        bottomPadding: dialog.room / 2
                         leftPadding: dialog.gap
                         rightPadding: dialog.gap
                         text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
@@ -337,7 +339,7 @@ Window {
                         visible: dialog.packageVersion !== ""
                         clip: true
                         width: page.width
-                        padding: dialog.gap / 8
+                        padding: dialog.room / 2
                         leftPadding: dialog.gap
                         rightPadding: dialog.gap
                         // The isolates keep a version of another direction apart from the words around it.
@@ -429,7 +431,7 @@ Window {
                         x: dialog.gap
                         y: label.y + label.height
                         width: page.column
-                        padding: dialog.gap / 4
+                        padding: dialog.room
                         leftPadding: 0.75 * dialog.gap
                         rightPadding: leftPadding
                         text: dialog.info ? dialog.harmless(dialog.info.summary, 1000) : ""
@@ -443,9 +445,9 @@ Window {
 
                         Rectangle {
                             anchors.left: parent.left
-                            y: width
+                            y: dialog.room
                             width: dialog.gap / 4
-                            height: parent.height - 2 * width
+                            height: parent.height - 2 * y
                             color: dialog.faintInk
                         }
                     }
@@ -506,8 +508,8 @@ Window {
                                 id: fileName
                                 clip: true
                                 width: path.width
-                                topPadding: dialog.gap / 4
-                                bottomPadding: dialog.gap / 8
+                                topPadding: dialog.room
+                                bottomPadding: dialog.room / 2
                                 leftPadding: 0.75 * dialog.gap
                                 rightPadding: leftPadding
                                 text: "\u200e" + dialog.packageFile.slice(dialog.folderLength)
@@ -524,8 +526,8 @@ Window {
                                 visible: dialog.folderLength > 0
                                 clip: true
                                 width: path.width
-                                topPadding: dialog.gap / 8
-                                bottomPadding: dialog.gap / 4
+                                topPadding: dialog.room / 2
+                                bottomPadding: dialog.room
                                 leftPadding: 0.75 * dialog.gap
                                 rightPadding: leftPadding
                                 text: "\u200e" + dialog.packageFile.slice(0, dialog.folderLength)

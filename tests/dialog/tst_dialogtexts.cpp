@@ -317,7 +317,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, fileName);
         QFETCH(QLocale, locale);
-        setFontSize(40);
+        setFontSize(36);
         PackageTexts texts;
         texts.fileName = QStringLiteral("/home/user/rpm");
         const ShownDialog right(&texts, QSize(800, 800));

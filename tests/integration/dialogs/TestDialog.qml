@@ -9,14 +9,15 @@ import "dialognumber.js" as DialogNumber
 Window {
     readonly property int number: DialogNumber.next()
 
-    readonly property string fileName: rpmInfo.fileName
+    // A dialog that is forgotten outlives its package.
+    readonly property string fileName: rpmInfo ? rpmInfo.fileName : ""
 
     signal requestInstall()
     signal dismissed()
     signal shown()
 
     onFileNameChanged: {
-        if (visible)
+        if (visible && rpmInfo)
             console.log("dialog", number, "turns to", fileName)
     }
     onVisibleChanged: {
