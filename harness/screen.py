@@ -34,8 +34,9 @@ class Screen:
     window_search = ('--onlyvisible', '--class', 'velmora-installationhandler')
 
     # The xdotool commands that choose "Install" in the dialog: they go on from "Cancel", which comes first. Only this window
-    # gets the keys. The last one is not lifted, because the window has gone when it has been pressed.
-    confirmation = 'key --window {window} Tab keydown --window {window} space'
+    # gets the keys. The last one is not lifted, because the window has gone when it has been pressed. It is lifted in the next
+    # dialog, where Qt would take another press for a repetition.
+    confirmation = 'keyup --window {window} space key --window {window} Tab keydown --window {window} space'
 
     # The colour of a button that takes a pointer.
     ready = READY
