@@ -249,16 +249,7 @@ Window {
         onActiveChanged: if (!dialog.ready) dialog.startAnew()
     }
 
-    // The page is a sheet at the lower edge, where the thumb reaches the buttons. Its round upper corners are apart: a
-    // rectangle without such corners is painted faster.
-    Rectangle {
-        x: page.x
-        y: page.y - dialog.gap
-        width: page.width
-        height: 2 * dialog.gap
-        radius: dialog.gap
-        color: palette.base
-    }
+    // A sheet at the lower edge, where the thumb reaches the buttons.
     Rectangle {
         id: page
 
@@ -276,6 +267,15 @@ Window {
         Accessible.description: warning.text
         Keys.onPressed: (event) => dialog.handleKey(event)
 
+        // The round upper corners are apart: a rectangle without such corners is painted faster.
+        Rectangle {
+            y: -dialog.gap
+            z: -1
+            width: page.width
+            height: 2 * dialog.gap
+            radius: dialog.gap
+            color: palette.base
+        }
         Flickable {
             id: body
             width: page.width
@@ -294,9 +294,8 @@ Window {
                         id: question
                         Accessible.role: Accessible.Heading
                         Accessible.name: text
-                        width: page.width
-                        leftPadding: dialog.gap
-                        rightPadding: dialog.gap
+                        x: dialog.gap
+                        width: page.column
                         //: Heading of the dialog that asks whether a package file is to be installed
                         //% "Install this app?"
                         text: qsTrId("installationhandler-install-question")
@@ -311,11 +310,10 @@ Window {
                         Accessible.name: text
                         visible: text !== ""
                         clip: true
-                        width: page.width
+                        x: dialog.gap - dialog.room
+                        width: page.column + 2 * dialog.room
                         padding: dialog.room
                         bottomPadding: dialog.room / 2
-                        leftPadding: dialog.gap
-                        rightPadding: dialog.gap
                         text: dialog.info ? dialog.harmless(dialog.info.name, 128) : ""
                         textFormat: Text.PlainText
                         font.pixelSize: 1.35 * dialog.fontSize
@@ -338,10 +336,9 @@ Window {
                         Accessible.name: pattern.arg(dialog.packageVersion)
                         visible: dialog.packageVersion !== ""
                         clip: true
-                        width: page.width
+                        x: dialog.gap - dialog.room / 2
+                        width: page.column + dialog.room
                         padding: dialog.room / 2
-                        leftPadding: dialog.gap
-                        rightPadding: dialog.gap
                         // The isolates keep a version of another direction apart from the words around it.
                         text: pattern.arg("\u2068" + dialog.packageVersion + "\u2069")
                         textFormat: Text.PlainText
@@ -354,7 +351,7 @@ Window {
                 Rectangle {
                     id: panel
                     width: page.width
-                    height: warning.height
+                    height: warning.height + 2 * warning.y
                     color: Qt.tint(palette.base, "#38ff9d00")
 
                     // The badge is drawn, because a font may lack it.
@@ -362,7 +359,7 @@ Window {
                         id: badge
                         anchors.left: parent.left
                         anchors.leftMargin: dialog.gap
-                        y: Math.round(warning.topPadding + (warning.contentHeight / warning.lineCount - height) / 2)
+                        y: Math.round(warning.y + (warning.contentHeight / warning.lineCount - height) / 2)
                         width: 2 * Math.round(0.6 * dialog.fontSize)
                         height: width
                         radius: width / 2
@@ -390,8 +387,7 @@ Window {
                         anchors.right: parent.right
                         anchors.rightMargin: dialog.gap
                         width: page.column - badge.width - 0.75 * dialog.gap
-                        topPadding: 0.75 * dialog.gap
-                        bottomPadding: topPadding
+                        y: 0.75 * dialog.gap
                         //: Warning above the details of a package that the user got elsewhere than in the app store
                         //% "This app is not from the app store and has not been checked. It could harm your device or data. Install it only if you trust where you got it."
                         text: qsTrId("installationhandler-untrusted-source")
@@ -452,14 +448,6 @@ Window {
                         }
                     }
                     Rectangle {
-                        visible: summary.visible
-                        x: dialog.gap
-                        y: file.y - height
-                        width: summary.width
-                        height: dialog.hairline
-                        color: dialog.mix(palette.base, palette.text, 0.2)
-                    }
-                    Rectangle {
                         id: file
 
                         property bool expanded: false
@@ -472,7 +460,7 @@ Window {
                         width: page.width
                         height: Math.max(48 * dialog.dp, path.height + dialog.gap / 2)
                         color: fileTap.pressed ? dialog.mix(palette.base, palette.text, 0.14) : "transparent"
-                        border.width: activeFocus && dialog.focusShown ? 3 * dialog.hairline : 0
+                        border.width: dialog.focusShown && activeFocus ? 3 * dialog.hairline : 0
                         border.color: palette.text
                         activeFocusOnTab: true
                         onActiveFocusChanged: dialog.revealFile()
@@ -498,20 +486,18 @@ Window {
                         // of another direction cannot move the file's extension.
                         Item {
                             id: path
-                            width: page.width - 1.25 * dialog.gap - arrow.width
+                            width: page.column - dialog.fontSize / 2
                             height: fileName.height + (folder.visible ? folder.height : 0)
                             anchors.left: parent.left
-                            anchors.leftMargin: dialog.gap / 4
+                            anchors.leftMargin: dialog.gap - dialog.room
                             anchors.verticalCenter: parent.verticalCenter
 
                             Text {
                                 id: fileName
                                 clip: true
                                 width: path.width
-                                topPadding: dialog.room
+                                padding: dialog.room
                                 bottomPadding: dialog.room / 2
-                                leftPadding: 0.75 * dialog.gap
-                                rightPadding: leftPadding
                                 text: "\u200e" + dialog.packageFile.slice(dialog.folderLength)
                                 textFormat: Text.PlainText
                                 font.pixelSize: dialog.fontSize
@@ -526,10 +512,8 @@ Window {
                                 visible: dialog.folderLength > 0
                                 clip: true
                                 width: path.width
+                                padding: dialog.room
                                 topPadding: dialog.room / 2
-                                bottomPadding: dialog.room
-                                leftPadding: 0.75 * dialog.gap
-                                rightPadding: leftPadding
                                 text: "\u200e" + dialog.packageFile.slice(0, dialog.folderLength)
                                 textFormat: Text.PlainText
                                 font.pixelSize: dialog.smallSize
@@ -539,28 +523,28 @@ Window {
                                 wrapMode: file.expanded ? Text.Wrap : Text.NoWrap
                             }
                         }
-                        // An arrow that points down, or up when the path is open. The corners of the turned square reach
-                        // beyond its sides.
+                        // An arrow that points down, or up when the path is open: two sides of a square.
                         Item {
                             id: arrow
                             anchors.right: parent.right
-                            anchors.rightMargin: dialog.gap + 0.1 * dialog.fontSize
-                            y: path.y + fileName.topPadding + (file.expanded ? 0.5 : 0.2) * dialog.fontSize
-                            width: 0.5 * dialog.fontSize
-                            height: width
+                            anchors.rightMargin: dialog.gap + 0.35 * dialog.fontSize - width / 2
+                            y: path.y + dialog.room + (file.expanded ? 0.75 : 0.45) * dialog.fontSize - height / 2
+                            width: 20
+                            height: 20
+                            scale: dialog.fontSize / 40
                             rotation: file.expanded ? 225 : 45
 
                             Rectangle {
-                                y: arrow.width - height
-                                width: arrow.width
-                                height: 2 * dialog.dp
+                                y: 15
+                                width: 20
+                                height: 5
                                 color: dialog.faintInk
                                 antialiasing: true
                             }
                             Rectangle {
-                                x: arrow.width - width
-                                width: 2 * dialog.dp
-                                height: arrow.width
+                                x: 15
+                                width: 5
+                                height: 20
                                 color: dialog.faintInk
                                 antialiasing: true
                             }
@@ -591,10 +575,10 @@ Window {
 
                 width: actions.cell
                 height: actions.cellHeight
-                radius: dialog.gap / 2
+                radius: dialog.gap / 4
                 color: dialog.mix(palette.base, palette.highlight, cancelTap.pressed ? 0.3 : 0.2)
-                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.hairline
-                border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
+                border.width: dialog.focusShown && activeFocus ? 3 * dialog.hairline : dialog.hairline
+                border.color: dialog.focusShown && activeFocus ? palette.text : dialog.outline
                 activeFocusOnTab: true
                 Accessible.role: Accessible.Button
                 Accessible.name: cancelLabel.text
@@ -632,10 +616,10 @@ Window {
 
                 width: actions.cell
                 height: actions.cellHeight
-                radius: dialog.gap / 2
+                radius: dialog.gap / 4
                 color: dialog.mix(palette.base, palette.highlight, !dialog.ready ? 0 : installTap.pressed ? 0.3 : 0.2)
-                border.width: (activeFocus && dialog.focusShown ? 3 : 1) * dialog.hairline
-                border.color: activeFocus && dialog.focusShown ? palette.text : dialog.outline
+                border.width: dialog.focusShown && activeFocus ? 3 * dialog.hairline : dialog.hairline
+                border.color: dialog.focusShown && activeFocus ? palette.text : dialog.outline
                 activeFocusOnTab: true
                 Accessible.role: Accessible.Button
                 Accessible.name: installLabel.text
