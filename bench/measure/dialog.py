@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """From the request to the first frame of the dialog."""
 
+import os
 import shutil
 import time
 from pathlib import Path
@@ -27,6 +28,9 @@ CACHES = Path('/home/velmora/.cache')
 ENVIRONMENT = {'QT_QUICK_BACKEND': 'software', 'QT_LOGGING_RULES': 'qt.scenegraph.time.renderloop.debug=true'}
 FRAME = 'Frame rendered'
 
+# A program that moves between processors has to fill their caches again, as often as chance has it.
+ONE_PROCESSOR = ('taskset', '--cpu-list', str(max(os.sched_getaffinity(0))))
+
 
 def figures():
     with running(PEERS):
@@ -36,15 +40,15 @@ def figures():
         in_turn(1, dialogs.cold, PRODUCT, FLOOR)
         yield Ratio('first frame: first request, cold service', 'ms',
                     *in_turn(COLD_ROUNDS, dialogs.cold, PRODUCT, FLOOR), COLD_LIMIT)
-        with logging(PRODUCT) as product, logging(FLOOR) as floor:
+        with logging(PRODUCT, ONE_PROCESSOR) as product, logging(FLOOR, ONE_PROCESSOR) as floor:
             services = (PRODUCT, product), (FLOOR, floor)
             in_turn(1, dialogs.first_frame, *services)
             yield Ratio('first frame: later request, warm service', 'ms',
                         *in_turn(WARM_ROUNDS, dialogs.first_frame, *services), WARM_LIMIT)
 
 
-def logging(program):
-    return running(program, ENVIRONMENT, prefix=())
+def logging(program, prefix=()):
+    return running(program, ENVIRONMENT, prefix)
 
 
 class Dialogs:
