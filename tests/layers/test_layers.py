@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The layers of the product: service -> install, removal -> common -> platform. No include runs up or sideways.
+"""The layers of the product: service -> install, removal -> common -> platform, and ctl -> common. No include runs up or
+sideways.
 
 Each test compiles one include with the command that the build uses for a source file of the folder.
 """
@@ -24,6 +25,7 @@ BELOW = {
     'install': {'common'},
     'removal': {'common'},
     'service': {'common', 'install', 'removal'},
+    'ctl': {'common'},
 }
 
 

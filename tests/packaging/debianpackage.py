@@ -26,8 +26,8 @@ def build(stage, source, folder):
     """Does with the installed files what Debian's tools for packages do. Returns the package's path."""
     root = shutil.copytree(stage, folder / 'root')
     program = root / 'usr/bin' / NAME
-    run(['strip', '--strip-unneeded', program])
-    run(['gzip', '--best', '--no-name', root / 'usr/share/man/man1' / f'{NAME}.1'])
+    run(['strip', '--strip-unneeded', *(root / 'usr/bin').iterdir()])
+    run(['gzip', '--best', '--no-name', *(root / 'usr/share/man/man1').iterdir()])
     documents = root / 'usr/share/doc' / NAME
     documents.mkdir(parents=True)
     shutil.copy(source / 'LICENSE', documents / 'copyright')

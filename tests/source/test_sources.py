@@ -13,7 +13,7 @@ ROOT = Path(__file__).resolve().parents[2]
 # Files and folders that builds and tests leave in the tree.
 LEFTOVERS = {'.git', '.pytest_cache', '__pycache__', 'build', 'stage'}
 
-PRODUCT = ('common', 'install', 'platform', 'qml', 'removal', 'service')
+PRODUCT = ('common', 'ctl', 'install', 'platform', 'qml', 'removal', 'service')
 
 COPYRIGHT = 'SPDX-FileCopyrightText: velmora-installationhandler contributors'
 LICENSE = 'SPDX-License-Identifier: BSD-3-Clause'

@@ -1,9 +1,10 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
 
-# cmake -DLUPDATE=<program> "-DCATALOGUES=<file>;..." -P Update.cmake, in the folder of the catalogues.
+# cmake -DLUPDATE=<program> "-DCATALOGUES=<file>;..." "-DSOURCES=<pattern>;..." -P UpdateCatalogues.cmake, in the folder of
+# the catalogues.
 
-file(GLOB sources ../common/*.cpp ../service/*.cpp ../install/*.cpp ../removal/*.cpp ../qml/*.qml)
+file(GLOB sources ${SOURCES})
 execute_process(
     COMMAND "${LUPDATE}" -silent -locations none -no-obsolete ${sources} -ts ${CATALOGUES}
     COMMAND_ERROR_IS_FATAL ANY)

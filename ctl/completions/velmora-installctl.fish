@@ -1,0 +1,33 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+
+function __velmora_installctl_before
+    not __fish_seen_subcommand_from install remove monitor
+end
+
+function __velmora_installctl_names
+    rpm -qa --queryformat '%{NAME}\n' 2>/dev/null
+end
+
+complete -c velmora-installctl -f
+complete -c velmora-installctl -n __velmora_installctl_before -a install -d 'install package files'
+complete -c velmora-installctl -n __velmora_installctl_before -a remove -d 'remove applications'
+complete -c velmora-installctl -n __velmora_installctl_before -a monitor -d 'watch the service'
+
+complete -c velmora-installctl -l timeout -x -d 'wait no longer than this, 0 for no limit'
+complete -c velmora-installctl -l json -d 'print JSON objects, one a line'
+complete -c velmora-installctl -l quiet -d 'print errors only'
+complete -c velmora-installctl -s h -l help -d 'print a summary'
+complete -c velmora-installctl -l version -d 'print the version'
+
+complete -c velmora-installctl -n '__fish_seen_subcommand_from install remove' -l no-wait -d 'do not wait for the outcome'
+complete -c velmora-installctl -n '__fish_seen_subcommand_from install remove' -l keep-user-data \
+    -d 'keep the data of the application'
+
+complete -c velmora-installctl -n '__fish_seen_subcommand_from install' -l sdk -d 'install in sdk mode'
+complete -c velmora-installctl -n '__fish_seen_subcommand_from install' -l notify -d 'also show desktop notifications'
+complete -c velmora-installctl -n '__fish_seen_subcommand_from install' -k -a '(__fish_complete_suffix .rpm)'
+
+complete -c velmora-installctl -n '__fish_seen_subcommand_from remove' -l launcher -r -k \
+    -a '(__fish_complete_suffix .desktop)' -d 'remove the application of a launcher'
+complete -c velmora-installctl -n '__fish_seen_subcommand_from remove' -a '(__velmora_installctl_names)'

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "errand.h"
+
+#include "installation.h"
+#include "launcherremoval.h"
+#include "removal.h"
+#include "report.h"
+#include "results.h"
+#include "submission.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <chrono>
+
+namespace {
+
+// The service has so long to answer a call, if the user has set no limit.
+constexpr int AnswerSeconds = 25;
+
+// The status of a program that a signal has ended is the sum of this and the signal's number.
+constexpr int SignalStatus = 128;
+
+// Nothing has been done for this request or will be.
+bool isRefusal(const Result &result)
+{
+    return result.outcome == Outcome::Failed || result.outcome == Outcome::Unavailable
+            || result.outcome == Outcome::Unprivileged;
+}
+
+}
+
+Errand::Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Service *service, Report *report)
+    : m_commandLine(commandLine)
+    , m_subjects(subjects)
+    , m_service(service)
+    , m_report(report)
+    , m_others(service)
+{
+    m_timeout.setSingleShot(true);
+    connect(&m_timeout, &QTimer::timeout, this, [this] { m_request->expire(m_commandLine.seconds); });
+}
+
+void Errand::start()
+{
+    if (m_commandLine.seconds > 0) {
+        m_timeout.start(std::chrono::seconds(m_commandLine.seconds));
+    }
+    startNext();
+}
+
+void Errand::interrupt(int signal)
+{
+    m_signal = signal;
+    m_request->interrupt();
+}
+
+void Errand::startNext()
+{
+    const Subject &subject = m_subjects.at(m_shown);
+    m_report->showState(subject, subject.kind == Subject::PackageFile ? State::Reading : State::Removing);
+    startRequest(m_commandLine.noWait ? makeSubmission() : makeRequest(), &Errand::handleFinished);
+}
+
+// PackageKit's library may report a failure twice (Known behaviour 25, 28). The answer to a request of nothing comes
+// after all that the service has to report at the moment.
+void Errand::startPause()
+{
+    startRequest(new Submission(m_service, QStringLiteral("removePackages"), {QStringList(), false}),
+                 &Errand::handlePauseFinished);
+}
+
+Request *Errand::makeRequest() const
+{
+    const Subject &subject = m_subjects.at(m_shown);
+    switch (subject.kind) {
+    case Subject::PackageFile:
+        return new Installation(m_service, &m_others, subject.argument,
+                                {m_commandLine.sdk, m_commandLine.keepUserData});
+    case Subject::Package:
+        return new Removal(m_service, &m_others, subject.argument, m_commandLine.keepUserData);
+    case Subject::Launcher:
+        break;
+    }
+    return new LauncherRemoval(m_service, &m_others, subject.argument);
+}
+
+Request *Errand::makeSubmission() const
+{
+    QStringList arguments;
+    std::transform(m_subjects.cbegin(), m_subjects.cend(), std::back_inserter(arguments),
+                   [](const Subject &subject) { return subject.argument; });
+    switch (m_subjects.constFirst().kind) {
+    case Subject::PackageFile:
+        return new Submission(m_service, QStringLiteral("installFiles"),
+                              {arguments, m_commandLine.sdk, m_commandLine.keepUserData});
+    case Subject::Package:
+        return new Submission(m_service, QStringLiteral("removePackages"), {arguments, m_commandLine.keepUserData});
+    case Subject::Launcher:
+        break;
+    }
+    return new Submission(m_service, QStringLiteral("removePackageByDesktopFile"), {arguments.constFirst()});
+}
+
+template<typename Handler>
+void Errand::startRequest(Request *request, Handler handler)
+{
+    m_request.reset(request);
+    connect(request, &Request::stateChanged, this,
+            [this](State state) { m_report->showState(m_subjects.at(m_shown), state); });
+    connect(request, &Request::finished, this, handler);
+    request->start(m_commandLine.seconds < 0 ? AnswerSeconds : 0);
+}
+
+void Errand::handleFinished(const Result &result)
+{
+    m_request->disconnect(this);
+    showResult(result);
+    // One request was for all subjects.
+    while (m_commandLine.noWait && !isRefusal(result) && m_shown < m_subjects.size()) {
+        showResult(result);
+    }
+    if (result.last || m_commandLine.noWait || m_shown == m_subjects.size()) {
+        end();
+    } else if (result.outcome == Outcome::Failed && m_subjects.at(m_shown).kind == Subject::Package) {
+        startPause();
+    } else {
+        startNext();
+    }
+}
+
+void Errand::handlePauseFinished(const Result &result)
+{
+    m_request->disconnect(this);
+    if (result.last) {
+        showResult(result);
+        end();
+    } else {
+        startNext();
+    }
+}
+
+void Errand::showResult(const Result &result)
+{
+    m_outcome = weightier(m_outcome, result.told());
+    m_report->showResult(m_subjects.at(m_shown), result);
+    ++m_shown;
+}
+
+void Errand::end()
+{
+    m_timeout.stop();
+    while (m_shown < m_subjects.size()) {
+        showResult(Results::unrequested());
+    }
+    const int status = m_outcome == Outcome::Interrupted ? SignalStatus + m_signal : exitStatus(m_outcome);
+    m_report->showEnd(m_outcome, status);
+    emit finished(status);
+}

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include "commandline.h"
+#include "otherrequests.h"
+#include "request.h"
+#include "subject.h"
+
+#include <QList>
+#include <QObject>
+#include <QScopedPointer>
+#include <QTimer>
+
+class Report;
+
+/** All that a command line asks the service for: one request after the other, reported to the user. */
+class Errand : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** subjects: at least one. service, report: outlive this object. */
+    Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Service *service, Report *report);
+
+    void start();
+
+    /** Sees a call of another program. */
+    void takeCallOfOther(const QDBusMessage &call) { m_others.take(call); }
+
+    /** Ends, because the process has received a signal. */
+    void interrupt(int signal);
+
+Q_SIGNALS:
+    /** status: the exit status of the program. */
+    void finished(int status);
+
+private:
+    void startNext();
+    void startPause();
+    Request *makeRequest() const;
+    Request *makeSubmission() const;
+    /** Starts a request in the place of the last one. */
+    template<typename Handler>
+    void startRequest(Request *request, Handler handler);
+    void handleFinished(const Result &result);
+    void handlePauseFinished(const Result &result);
+    void showResult(const Result &result);
+    void end();
+
+    const CommandLine m_commandLine;
+    const QList<Subject> m_subjects;
+    Service *m_service;
+    Report *m_report;
+    OtherRequests m_others;
+    QScopedPointer<Request, QScopedPointerDeleteLater> m_request;
+    QTimer m_timeout;
+    // The number of subjects whose results have been shown. It is that of the current one too.
+    int m_shown = 0;
+    int m_signal = 0;
+    Outcome m_outcome = Outcome::Unrequested;
+};

@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "files.h"
+
+#include "utf8.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QUrl>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <optional>
+
+namespace {
+
+bool isUrl(const QByteArray &given)
+{
+    return given.left(6).toLower() == "file:/";
+}
+
+bool isEscape(const QByteArray &url, int position)
+{
+    const QByteArray digits = url.mid(position + 1, 2);
+    bool isNumber = false;
+    return digits.size() == 2 && digits.toUInt(&isNumber, 16) != 0 && isNumber;
+}
+
+// Nothing if the URL has another host or another part than a path, or an escape that makes no sense.
+std::optional<QByteArray> pathOfUrl(const QByteArray &url)
+{
+    QByteArray path = url.mid(5);
+    if (path.startsWith("//")) {
+        const int end = path.indexOf('/', 2);
+        const QByteArray host = path.mid(2, end - 2);
+        if (end < 0 || !(host.isEmpty() || host.toLower() == "localhost")) {
+            return std::nullopt;
+        }
+        path.remove(0, end);
+    }
+    if (path.contains('?') || path.contains('#')) {
+        return std::nullopt;
+    }
+    for (int position = path.indexOf('%'); position >= 0; position = path.indexOf('%', position + 1)) {
+        if (!isEscape(path, position)) {
+            return std::nullopt;
+        }
+    }
+    return QByteArray::fromPercentEncoding(path);
+}
+
+QByteArray workingDirectory()
+{
+    std::array<char, PATH_MAX> path{};
+    return getcwd(path.data(), path.size()) ? QByteArray(path.data()) : QByteArray();
+}
+
+// Double slashes and single dots go. Double dots stay, because the folder before them may be a link.
+QByteArray toAbsolute(const QByteArray &path)
+{
+    QByteArray absolute;
+    const QByteArray whole = path.startsWith('/') ? path : workingDirectory() + '/' + path;
+    for (const QByteArray &part : whole.split('/')) {
+        if (!part.isEmpty() && part != ".") {
+            absolute += '/' + part;
+        }
+    }
+    return absolute;
+}
+
+QString lastError()
+{
+    return qt_error_string(errno);
+}
+
+QString findProblem(const QByteArray &path)
+{
+    struct stat status = {};
+    if (stat(path.constData(), &status) != 0) {
+        return lastError();
+    }
+    //: Why a file cannot be installed
+    //% "not a regular file"
+    return S_ISREG(status.st_mode) ? QString() : qtTrId("installctl-not-regular");
+}
+
+QString findReadingProblem(const QByteArray &path)
+{
+    // The file may have become something else, whose opening could block.
+    const int file = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) {
+        return lastError();
+    }
+    close(file);
+    return QString();
+}
+
+QString notUtf8()
+{
+    //: The path of a file
+    //% "the path is not UTF-8, so the service cannot be told"
+    return qtTrId("installctl-not-utf8");
+}
+
+NamedFile find(const QByteArray &given)
+{
+    NamedFile file;
+    file.subject.given = QString::fromUtf8(given);
+    const std::optional<QByteArray> path = isUrl(given) ? pathOfUrl(given) : given;
+    if (!path) {
+        //: Why a file cannot be installed
+        //% "not a URL of a file on this device"
+        file.problem = qtTrId("installctl-wrong-url");
+        return file;
+    }
+    const QByteArray absolute = path->isEmpty() ? QByteArray() : toAbsolute(*path);
+    file.subject.name = QString::fromUtf8(absolute);
+    file.problem = findProblem(absolute);
+    if (file.problem.isEmpty() && !readUtf8(absolute)) {
+        file.problem = notUtf8();
+    }
+    return file;
+}
+
+// The service's way from the argument to the path.
+bool isUnderstood(const QString &argument, const QString &path)
+{
+    return QUrl::fromUserInput(argument).toLocalFile() == path;
+}
+
+}
+
+NamedFile findPackageFile(const QByteArray &given, bool sdkMode)
+{
+    NamedFile file = find(given);
+    const QString path = file.subject.name;
+    if (file.problem.isEmpty()) {
+        file.problem = findReadingProblem(path.toUtf8());
+    }
+    file.subject.argument = path;
+    if (!file.problem.isEmpty() || isUnderstood(path, path)) {
+        return file;
+    }
+    file.subject.argument = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    if (sdkMode) {
+        //: %1 is the option --sdk
+        //% "with %1 a path must not end in a blank"
+        file.problem = qtTrId("installctl-blank-at-end").arg(QStringLiteral("--sdk"));
+    } else if (!isUnderstood(file.subject.argument, path)) {
+        file.problem = notUtf8();
+    }
+    return file;
+}
+
+NamedFile findLauncher(const QByteArray &given)
+{
+    NamedFile file = find(given);
+    file.subject.kind = Subject::Launcher;
+    file.subject.argument = file.subject.name;
+    return file;
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+/** The line of a terminal that says what is being waited for, and for how long. */
+class ProgressLine : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** clock: began when the program started. */
+    explicit ProgressLine(const QElapsedTimer &clock, QObject *parent = nullptr);
+
+    /** Shows another text in the place of the last one. If the line is too long, the begin of the subject goes. */
+    void show(const QString &subject, const QString &text);
+    /** Empties the line, so that others can be printed. */
+    void clear();
+
+private:
+    void draw();
+
+    const QElapsedTimer m_clock;
+    QTimer m_timer;
+    QString m_subject;
+    QString m_text;
+};

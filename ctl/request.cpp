@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "request.h"
+
+#include "callerror.h"
+#include "results.h"
+
+#include <chrono>
+
+Request::Request(Service *service, const QString &method, const QVariantList &arguments)
+    : m_service(service)
+    , m_method(method)
+    , m_arguments(arguments)
+{
+    m_limit.setSingleShot(true);
+    connect(service, &Service::ownerChanged, this, &Request::handleOwnerChanged);
+    connect(service, &Service::busLost, this, [this] { end(Results::busLost()); });
+    connect(service, &Service::nonsense, this, [this] { end(Results::nonsense()); });
+}
+
+void Request::start(int seconds)
+{
+    if (seconds > 0) {
+        connect(&m_limit, &QTimer::timeout, this, [this, seconds] { expire(seconds); });
+        m_limit.start(std::chrono::seconds(seconds));
+    }
+    auto *watcher = new QDBusPendingCallWatcher(m_service->call(m_method, m_arguments), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, &Request::handleReply);
+}
+
+void Request::expire(int seconds)
+{
+    if (m_isTaken) {
+        end(Results::unfinished(seconds));
+    } else {
+        end(m_service->isRunning() ? Results::unanswered(seconds) : Results::notStarted(seconds));
+    }
+}
+
+void Request::interrupt()
+{
+    end(Results::interrupted());
+}
+
+void Request::take()
+{
+    m_isTaken = true;
+    m_limit.stop();
+}
+
+void Request::end(const Result &result)
+{
+    if (!m_hasEnded) {
+        m_hasEnded = true;
+        m_limit.stop();
+        emit finished(result);
+    }
+}
+
+void Request::handleReply(QDBusPendingCallWatcher *watcher)
+{
+    const QDBusMessage reply = watcher->reply();
+    if (reply.type() == QDBusMessage::ErrorMessage) {
+        end(readCallError(reply));
+        return;
+    }
+    m_answerer = reply.service();
+    take();
+    if (!m_hasEnded) {
+        handleAnswer();
+    }
+}
+
+// Before the answer this means nothing: an idle service may have ended just when the bus started a new one for the
+// call.
+void Request::handleOwnerChanged(const QString &oldOwner)
+{
+    if (isAnswered() && oldOwner == m_answerer) {
+        end(Results::serviceEnded());
+    }
+}

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#include "results.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+Result make(Outcome outcome, const QString &text)
+{
+    Result result;
+    result.outcome = outcome;
+    result.text = text;
+    return result;
+}
+
+Result makeLast(Outcome outcome, const QString &text)
+{
+    Result result = make(outcome, text);
+    result.last = true;
+    return result;
+}
+
+}
+
+Result Results::failed(const QString &text)
+{
+    return make(Outcome::Failed, text);
+}
+
+Result Results::unprivileged(const QString &text)
+{
+    return makeLast(Outcome::Unprivileged, text);
+}
+
+Result Results::unavailable(const QString &text)
+{
+    //: %1 is the reason
+    //% "the service is not available: %1"
+    return makeLast(Outcome::Unavailable, qtTrId("installctl-unavailable").arg(text));
+}
+
+Result Results::noBus(const QString &text)
+{
+    //: %1 is the reason
+    //% "no session bus: %1"
+    return makeLast(Outcome::Unavailable, qtTrId("installctl-no-bus").arg(text));
+}
+
+Result Results::problem(const QString &text)
+{
+    return make(Outcome::Problem, text);
+}
+
+Result Results::busLost()
+{
+    //: Why it is not known how the request has ended
+    //% "the session bus went away before the service reported an outcome"
+    return makeLast(Outcome::Unclear, qtTrId("installctl-bus-lost"));
+}
+
+Result Results::serviceEnded()
+{
+    //: Why it is not known how the request has ended
+    //% "the service ended before it reported an outcome"
+    return make(Outcome::Unclear, qtTrId("installctl-service-ended"));
+}
+
+Result Results::nonsense()
+{
+    //: Why it is not known how the request has ended
+    //% "the service reported something that cannot be understood"
+    return make(Outcome::Unclear, qtTrId("installctl-nonsense"));
+}
+
+Result Results::unanswered(int seconds)
+{
+    //: The program waits no longer
+    //% "no answer within %1 seconds; the service may go on"
+    return makeLast(Outcome::Timeout, qtTrId("installctl-unanswered").arg(seconds));
+}
+
+Result Results::notStarted(int seconds)
+{
+    //: The reason why a service is not available
+    //% "it has not started within %1 seconds"
+    return unavailable(qtTrId("installctl-not-started").arg(seconds));
+}
+
+Result Results::unfinished(int seconds)
+{
+    //: The program waits no longer
+    //% "no outcome within %1 seconds; the service goes on"
+    return makeLast(Outcome::Timeout, qtTrId("installctl-unfinished").arg(seconds));
+}
+
+Result Results::interrupted()
+{
+    //: After Ctrl-C
+    //% "the service goes on"
+    return makeLast(Outcome::Interrupted, qtTrId("installctl-goes-on"));
+}
+
+Result Results::unrequested()
+{
+    return make(Outcome::Unrequested, QString());
+}
+
+Result Results::launcherGone()
+{
+    //: Why an application counts as removed; a launcher is a .desktop file
+    //% "the launcher is gone, and the service has reported nothing"
+    return make(Outcome::Done, qtTrId("installctl-launcher-gone"));
+}
+
+Result Results::launcherThere()
+{
+    //: Why it is not known whether an application has been removed; a launcher is a .desktop file
+    //% "the service has reported nothing, and the launcher is still there"
+    return make(Outcome::Unclear, qtTrId("installctl-launcher-there"));
+}
