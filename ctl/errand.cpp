@@ -20,9 +20,6 @@ namespace {
 // The service has so long to answer a call, if the user has set no limit.
 constexpr int AnswerSeconds = 25;
 
-// The status of a program that a signal has ended is the sum of this and the signal's number.
-constexpr int SignalStatus = 128;
-
 // Nothing has been done for this request or will be.
 bool isRefusal(const Result &result)
 {
@@ -155,7 +152,7 @@ void Errand::end()
     while (m_shown < m_subjects.size()) {
         showResult(Results::unrequested());
     }
-    const int status = m_outcome == Outcome::Interrupted ? SignalStatus + m_signal : exitStatus(m_outcome);
+    const int status = exitStatus(m_outcome, m_outcome == Outcome::Interrupted ? m_signal : 0);
     m_report->showEnd(m_outcome, status);
     emit finished(status);
 }

@@ -29,7 +29,7 @@ constexpr std::array Rows{
         Row{Outcome::Unwritten, "unwritten", 74},
         Row{Outcome::Unprivileged, "unprivileged", 77},
         Row{Outcome::Timeout, "timeout", 124},
-        Row{Outcome::Interrupted, "interrupted", 130},
+        Row{Outcome::Interrupted, "interrupted", 128},
         Row{Outcome::Unrequested, "unrequested", 0},
 };
 
@@ -56,9 +56,9 @@ QLatin1String word(Outcome outcome)
     return QLatin1String(row(outcome).word);
 }
 
-int exitStatus(Outcome outcome)
+int exitStatus(Outcome outcome, int signal)
 {
-    return row(outcome).status;
+    return row(outcome).status + signal;
 }
 
 Outcome weightier(Outcome one, Outcome other)

@@ -27,8 +27,8 @@ enum class Outcome {
 /** The word of an outcome in the JSON output. */
 QLatin1String word(Outcome outcome);
 
-/** The exit status of the program. That of an interruption is the one of SIGINT. */
-int exitStatus(Outcome outcome);
+/** The exit status of the program. signal: the number of the one that has interrupted it. */
+int exitStatus(Outcome outcome, int signal = 0);
 
 /** Which of two outcomes the exit status of both tells. */
 Outcome weightier(Outcome one, Outcome other);

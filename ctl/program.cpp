@@ -25,8 +25,6 @@
 
 namespace {
 
-constexpr int SignalStatus = 128;
-
 void addReports(Reports *reports, const CommandLine &commandLine, const QElapsedTimer &clock)
 {
     if (commandLine.json) {
@@ -112,7 +110,7 @@ int runMonitor(const CommandLine &commandLine, const QElapsedTimer &clock)
     });
     const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &interruption,
-                     [](int signal) { QCoreApplication::exit(SignalStatus + signal); });
+                     [](int signal) { QCoreApplication::exit(exitStatus(Outcome::Interrupted, signal)); });
     if (commandLine.seconds > 0) {
         QTimer::singleShot(std::chrono::seconds(commandLine.seconds), &service, &QCoreApplication::quit);
     }
