@@ -118,9 +118,7 @@ void Reader::readCommand()
 {
     const QStringList words = m_parser.positionalArguments();
     m_line.command = toCommand(words.value(0));
-    for (const QString &word : words.mid(1)) {
-        m_line.subjects << toBytes(word);
-    }
+    std::transform(words.cbegin() + !words.isEmpty(), words.cend(), std::back_inserter(m_line.subjects), toBytes);
 }
 
 QString Reader::findError() const
@@ -163,7 +161,7 @@ QString Reader::findWrongOption() const
         if (isSet(rule.option) && !rule.isRight) {
             //: %1 is an option such as --sdk
             //% "%1 does not go with this command and its other options"
-            return qtTrId("installctl-usage-wrong-option").arg(QLatin1String("--") + QLatin1String(rule.option));
+            return qtTrId("installctl-usage-wrong-option").arg(QStringLiteral("--") + QLatin1String(rule.option));
         }
     }
     return QString();

@@ -53,7 +53,7 @@ void DesktopNotification::showResult(const Subject &subject, const Result &resul
     if (result.isGood()) {
         m_installed << fileName(subject);
     } else if (result.outcome != Outcome::Unrequested) {
-        m_others << fileName(subject) + QLatin1String(": ") + reason(subject, result);
+        m_others << fileName(subject) + QStringLiteral(": ") + reason(subject, result);
     }
 }
 

@@ -65,8 +65,8 @@ QByteArray workingDirectory()
 QByteArray toAbsolute(const QByteArray &path)
 {
     QByteArray absolute;
-    const QByteArray whole = path.startsWith('/') ? path : workingDirectory() + '/' + path;
-    for (const QByteArray &part : whole.split('/')) {
+    const QList<QByteArray> parts = (path.startsWith('/') ? path : workingDirectory() + '/' + path).split('/');
+    for (const QByteArray &part : parts) {
         if (!part.isEmpty() && part != ".") {
             absolute += '/' + part;
         }

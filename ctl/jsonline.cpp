@@ -7,7 +7,7 @@
 
 #include <QJsonDocument>
 
-void printJsonLine(QLatin1String event, QJsonObject object, const QElapsedTimer &clock)
+void printJsonLine(QLatin1String event, QJsonObject object, QElapsedTimer clock)
 {
     object.insert(QStringLiteral("event"), event);
     object.insert(QStringLiteral("elapsed"), static_cast<double>(clock.elapsed()) / 1000);

@@ -8,4 +8,4 @@
 #include <QLatin1String>
 
 /** Prints an object on a line, with the keys of all objects. clock: began when the program started. */
-void printJsonLine(QLatin1String event, QJsonObject object, const QElapsedTimer &clock);
+void printJsonLine(QLatin1String event, QJsonObject object, QElapsedTimer clock);

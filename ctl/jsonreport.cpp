@@ -35,7 +35,7 @@ QJsonObject toJson(const Subject &subject)
 
 }
 
-JsonReport::JsonReport(bool isQuiet, const QElapsedTimer &clock)
+JsonReport::JsonReport(bool isQuiet, QElapsedTimer clock)
     : m_isQuiet(isQuiet)
     , m_clock(clock)
 {

@@ -14,7 +14,7 @@ class JsonReport : public Report
 {
 public:
     /** isQuiet: prints nothing of what goes well. clock: began when the program started. */
-    JsonReport(bool isQuiet, const QElapsedTimer &clock);
+    JsonReport(bool isQuiet, QElapsedTimer clock);
 
     void showState(const Subject &subject, State state) override;
     void showResult(const Subject &subject, const Result &result) override;

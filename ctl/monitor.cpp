@@ -23,7 +23,7 @@ QString toText(const QString &name, const QJsonArray &values)
 
 }
 
-Monitor::Monitor(const Service *service, Format format, const QElapsedTimer &clock)
+Monitor::Monitor(const Service *service, Format format, QElapsedTimer clock)
     : m_format(format)
     , m_clock(clock)
 {

@@ -19,7 +19,7 @@ public:
     enum Format { Text, Json, Nothing };
 
     /** service: listens already. clock: began when the program started. */
-    Monitor(const Service *service, Format format, const QElapsedTimer &clock);
+    Monitor(const Service *service, Format format, QElapsedTimer clock);
 
     /** Prints a call of a program. */
     void showCall(const QDBusMessage &call) const;

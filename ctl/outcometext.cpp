@@ -106,7 +106,7 @@ QString OutcomeText::join(const QString &word, const Result &result)
 {
     QStringList parts{word, printable(result.text)};
     parts.removeAll(QString());
-    const QString text = parts.join(QLatin1String(": "));
+    const QString text = parts.join(QStringLiteral(": "));
     //: %1 is the outcome of a request
     //% "%1 (may be the outcome of another request)"
     return result.uncertain ? qtTrId("installctl-uncertain").arg(text) : text;

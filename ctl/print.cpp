@@ -40,7 +40,8 @@ QString printable(const QString &text)
 {
     QString line;
     line.reserve(text.size());
-    for (const QChar character : text.trimmed()) {
+    const QString trimmed = text.trimmed();
+    for (const QChar character : trimmed) {
         if (isLineBreak(character.unicode())) {
             line += QLatin1Char(' ');
         } else if (character.category() == QChar::Other_Control || isDirection(character.unicode())) {

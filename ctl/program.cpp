@@ -25,7 +25,7 @@
 
 namespace {
 
-void addReports(Reports *reports, const CommandLine &commandLine, const QElapsedTimer &clock)
+void addReports(Reports *reports, const CommandLine &commandLine, QElapsedTimer clock)
 {
     if (commandLine.json) {
         reports->add(std::make_unique<JsonReport>(commandLine.quiet, clock));
@@ -44,14 +44,15 @@ int endWith(Outcome outcome, Report *report)
 
 int endWithoutBus(const QList<Subject> &subjects, const QString &reason, Report *report)
 {
-    report->showResult(subjects.constFirst(), Results::noBus(reason));
-    for (const Subject &subject : subjects.mid(1)) {
-        report->showResult(subject, Results::unrequested());
+    Result result = Results::noBus(reason);
+    for (const Subject &subject : subjects) {
+        report->showResult(subject, result);
+        result = Results::unrequested();
     }
     return endWith(Outcome::Unavailable, report);
 }
 
-int runErrand(const CommandLine &commandLine, const QElapsedTimer &clock)
+int runErrand(const CommandLine &commandLine, QElapsedTimer clock)
 {
     Reports reports;
     addReports(&reports, commandLine, clock);
@@ -88,7 +89,7 @@ Monitor::Format monitorFormat(const CommandLine &commandLine)
     return commandLine.json ? Monitor::Json : Monitor::Text;
 }
 
-int runMonitor(const CommandLine &commandLine, const QElapsedTimer &clock)
+int runMonitor(const CommandLine &commandLine, QElapsedTimer clock)
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
@@ -128,7 +129,7 @@ int refuse(const QString &error)
 
 }
 
-int runProgram(const CommandLine &commandLine, const QElapsedTimer &clock)
+int runProgram(const CommandLine &commandLine, QElapsedTimer clock)
 {
     if (!commandLine.error.isEmpty()) {
         return refuse(commandLine.error);

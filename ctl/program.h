@@ -8,4 +8,4 @@
 #include <QElapsedTimer>
 
 /** Does what a command line asks for, and returns the exit status. clock: began when the program started. */
-int runProgram(const CommandLine &commandLine, const QElapsedTimer &clock);
+int runProgram(const CommandLine &commandLine, QElapsedTimer clock);

@@ -63,7 +63,7 @@ QString emptyLine()
 
 }
 
-ProgressLine::ProgressLine(const QElapsedTimer &clock, QObject *parent)
+ProgressLine::ProgressLine(QElapsedTimer clock, QObject *parent)
     : QObject(parent)
     , m_clock(clock)
 {

@@ -15,7 +15,7 @@ class ProgressLine : public QObject
 
 public:
     /** clock: began when the program started. */
-    explicit ProgressLine(const QElapsedTimer &clock, QObject *parent = nullptr);
+    explicit ProgressLine(QElapsedTimer clock, QObject *parent = nullptr);
 
     /** Shows another text in the place of the last one. If the line is too long, the begin of the subject goes. */
     void show(const QString &subject, const QString &text);

@@ -44,19 +44,19 @@ QList<NamedFile> withoutDuplicates(const QList<NamedFile> &files)
 
 QList<Subject> findSubjects(const CommandLine &commandLine, Report *report)
 {
-    QList<Subject> subjects;
-    QList<Subject> wrong;
     const QList<NamedFile> files = withoutDuplicates(findAll(commandLine));
+    QList<Subject> subjects;
+    subjects.reserve(files.size());
+    bool hasProblem = false;
     for (const NamedFile &file : files) {
         Subject subject = file.subject;
-        subject.position = subjects.size() + wrong.size() + 1;
+        subject.position = subjects.size() + 1;
         subject.count = files.size();
-        if (file.problem.isEmpty()) {
-            subjects << subject;
-        } else {
-            wrong << subject;
+        if (!file.problem.isEmpty()) {
+            hasProblem = true;
             report->showResult(subject, Results::problem(file.problem));
         }
+        subjects << subject;
     }
-    return wrong.isEmpty() ? subjects : QList<Subject>();
+    return hasProblem ? QList<Subject>() : subjects;
 }

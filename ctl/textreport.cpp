@@ -41,12 +41,12 @@ void printResult(std::FILE *stream, const Subject &subject, const Result &result
         return;
     }
     const QString word = colourFor(stream, OutcomeText::of(subject, result.outcome), result);
-    printLine(stream, printable(subject.given) + QLatin1String(": ") + OutcomeText::join(word, result));
+    printLine(stream, printable(subject.given) + QStringLiteral(": ") + OutcomeText::join(word, result));
 }
 
 }
 
-TextReport::TextReport(bool isQuiet, const QElapsedTimer &clock)
+TextReport::TextReport(bool isQuiet, QElapsedTimer clock)
     : m_isQuiet(isQuiet)
 {
     if (!isQuiet && Terminal::canChangeLines(stdout)) {
@@ -60,7 +60,7 @@ void TextReport::showState(const Subject &subject, State state)
     if (m_progressLine) {
         m_progressLine->show(printable(subject.given), text);
     } else if (!m_isQuiet) {
-        printLine(stdout, printable(subject.given) + QLatin1String(": ") + text);
+        printLine(stdout, printable(subject.given) + QStringLiteral(": ") + text);
     }
 }
 

@@ -15,7 +15,7 @@ class TextReport : public Report
 {
 public:
     /** isQuiet: prints nothing of what goes well. clock: began when the program started. */
-    TextReport(bool isQuiet, const QElapsedTimer &clock);
+    TextReport(bool isQuiet, QElapsedTimer clock);
 
     void showState(const Subject &subject, State state) override;
     void showResult(const Subject &subject, const Result &result) override;
