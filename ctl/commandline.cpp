@@ -118,7 +118,8 @@ void Reader::readCommand()
 {
     const QStringList words = m_parser.positionalArguments();
     m_line.command = toCommand(words.value(0));
-    std::transform(words.cbegin() + !words.isEmpty(), words.cend(), std::back_inserter(m_line.subjects), toBytes);
+    const QStringList others = words.mid(1);
+    std::transform(others.cbegin(), others.cend(), std::back_inserter(m_line.subjects), toBytes);
 }
 
 QString Reader::findError() const

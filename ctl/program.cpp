@@ -77,7 +77,9 @@ int runErrand(const CommandLine &commandLine, QElapsedTimer clock)
     const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &errand, &Errand::interrupt);
     QObject::connect(&errand, &Errand::finished, &errand, &QCoreApplication::exit, Qt::QueuedConnection);
-    errand.start();
+    // QtDBus keeps signals back until the event loop runs, but no replies. A reply would overtake the signals before
+    // it.
+    QMetaObject::invokeMethod(&errand, &Errand::start, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
 

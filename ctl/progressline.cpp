@@ -36,18 +36,43 @@ int width(const QString &text)
     return columns;
 }
 
-// Without its begin, the text takes no more than these columns.
-QString shorten(const QString &text, int columns)
+QString ellipsis()
 {
-    if (width(text) <= columns) {
-        return text;
-    }
-    const QString ellipsis(QChar(0x2026));
+    return QString(QChar(0x2026));
+}
+
+// The end of a text that takes no more than these columns.
+QString endOf(const QString &text, int columns)
+{
     QString rest = text;
-    while (!rest.isEmpty() && width(ellipsis + rest) > columns) {
+    while (!rest.isEmpty() && width(rest) > columns - width(ellipsis())) {
         rest.remove(0, rest.at(0).isHighSurrogate() ? 2 : 1);
     }
-    return ellipsis + rest;
+    return ellipsis() + rest;
+}
+
+// The begin of a text that takes no more than these columns.
+QString beginOf(const QString &text, int columns)
+{
+    QString rest = text;
+    while (!rest.isEmpty() && width(rest) > columns - width(ellipsis())) {
+        rest.chop(rest.at(rest.size() - 1).isLowSurrogate() ? 2 : 1);
+    }
+    return rest + ellipsis();
+}
+
+QString fit(const QString &subject, const QString &text, int columns)
+{
+    const int left = columns - width(text);
+    if (width(subject) <= left) {
+        return subject + text;
+    }
+    // A subject of a few letters tells nothing.
+    constexpr int Least = 8;
+    if (left >= Least) {
+        return endOf(subject, left) + text;
+    }
+    return width(text) <= columns ? text : beginOf(text, columns);
 }
 
 void write(const QString &text)
@@ -72,7 +97,7 @@ ProgressLine::ProgressLine(QElapsedTimer clock, QObject *parent)
 
 void ProgressLine::show(const QString &subject, const QString &text)
 {
-    m_subject = subject;
+    m_subject = subject + QStringLiteral(": ");
     m_text = text;
     m_timer.start(Second);
     draw();
@@ -88,9 +113,9 @@ void ProgressLine::clear()
 
 void ProgressLine::draw()
 {
-    const QString end = QStringLiteral(": %1 (%2)").arg(m_text, toTime(m_clock.elapsed()));
+    const QString time = QStringLiteral(" (%1)").arg(toTime(m_clock.elapsed()));
     const int columns = Terminal::columns(stdout);
     // A line that fills the last column moves the cursor to the next one.
-    const QString begin = columns == 0 ? m_subject : shorten(m_subject, columns - 1 - width(end));
-    write(emptyLine() + begin + end);
+    const int room = columns - 1 - width(time);
+    write(emptyLine() + (columns == 0 ? m_subject + m_text : fit(m_subject, m_text, room)) + time);
 }

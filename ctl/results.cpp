@@ -77,21 +77,21 @@ Result Results::nonsense()
 Result Results::unanswered(int seconds)
 {
     //: The program waits no longer
-    //% "no answer within %1 seconds; the service may go on"
+    //% "no answer within %1 s; the service may go on"
     return makeLast(Outcome::Timeout, qtTrId("installctl-unanswered").arg(seconds));
 }
 
 Result Results::notStarted(int seconds)
 {
     //: The reason why a service is not available
-    //% "it has not started within %1 seconds"
+    //% "it has not started within %1 s"
     return unavailable(qtTrId("installctl-not-started").arg(seconds));
 }
 
 Result Results::unfinished(int seconds)
 {
     //: The program waits no longer
-    //% "no outcome within %1 seconds; the service goes on"
+    //% "no outcome within %1 s; the service goes on"
     return makeLast(Outcome::Timeout, qtTrId("installctl-unfinished").arg(seconds));
 }
 

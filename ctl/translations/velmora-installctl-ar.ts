@@ -208,9 +208,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>ليس ملفًا عاديًا</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
-        <translation>لم تبدأ خلال %1 ثانية</translation>
+        <translation>لم تبدأ خلال %1 ث</translation>
     </message>
     <message id="installctl-not-utf8">
         <source>the path is not UTF-8, so the service cannot be told</source>
@@ -283,9 +283,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>انتهى الوقت</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>لا ردّ خلال %1 ثانية، وقد تكون الخدمة مستمرة</translation>
+        <translation>لا ردّ خلال %1 ث، وقد تكون الخدمة مستمرة</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -303,9 +303,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>غير واضح</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>لا نتيجة خلال %1 ثانية، والخدمة مستمرة</translation>
+        <translation>لا نتيجة خلال %1 ث، والخدمة مستمرة</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>

@@ -208,9 +208,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>no es un archivo normal</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
-        <translation>no ha arrancado en %1 segundos</translation>
+        <translation>no ha arrancado en %1 s</translation>
     </message>
     <message id="installctl-not-utf8">
         <source>the path is not UTF-8, so the service cannot be told</source>
@@ -283,9 +283,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>tiempo agotado</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>sin respuesta en %1 segundos; puede que el servicio continúe</translation>
+        <translation>sin respuesta en %1 s; puede que el servicio continúe</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -303,9 +303,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>sin aclarar</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>sin resultado en %1 segundos; el servicio continúa</translation>
+        <translation>sin resultado en %1 s; el servicio continúa</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>

@@ -208,9 +208,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>ei ole tavallinen tiedosto</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
-        <translation>se ei käynnistynyt %1 sekunnin kuluessa</translation>
+        <translation>se ei käynnistynyt %1 s:n kuluessa</translation>
     </message>
     <message id="installctl-not-utf8">
         <source>the path is not UTF-8, so the service cannot be told</source>
@@ -283,9 +283,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>aika loppui</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>ei vastausta %1 sekunnin kuluessa; palvelu saattaa jatkaa</translation>
+        <translation>ei vastausta %1 s:n kuluessa; palvelu saattaa jatkaa</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -303,9 +303,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>epäselvä</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>ei tulosta %1 sekunnin kuluessa; palvelu jatkaa</translation>
+        <translation>ei tulosta %1 s:n kuluessa; palvelu jatkaa</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>

@@ -208,9 +208,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>n’est pas un fichier ordinaire</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
-        <translation>il n’a pas démarré en %1 secondes</translation>
+        <translation>il n’a pas démarré en %1 s</translation>
     </message>
     <message id="installctl-not-utf8">
         <source>the path is not UTF-8, so the service cannot be told</source>
@@ -283,9 +283,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>temps écoulé</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>pas de réponse en %1 secondes&#xa0;; le service continue peut-être</translation>
+        <translation>pas de réponse en %1 s&#xa0;; le service continue peut-être</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -303,9 +303,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>incertain</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>pas de résultat en %1 secondes&#xa0;; le service continue</translation>
+        <translation>pas de résultat en %1 s&#xa0;; le service continue</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>

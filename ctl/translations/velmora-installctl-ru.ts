@@ -208,7 +208,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>не обычный файл</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
         <translation>она не запустилась за %1 с</translation>
     </message>
@@ -283,7 +283,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>время вышло</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
         <translation>нет ответа в течение %1 с; возможно, служба продолжает работу</translation>
     </message>
@@ -303,7 +303,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>неясно</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
         <translation>нет результата в течение %1 с; служба продолжает работу</translation>
     </message>

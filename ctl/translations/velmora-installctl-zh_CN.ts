@@ -208,7 +208,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>不是普通文件</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
         <translation>它未在 %1 秒内启动</translation>
     </message>
@@ -283,7 +283,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>超时</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
         <translation>%1 秒内没有应答；服务可能仍在继续</translation>
     </message>
@@ -303,7 +303,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>不明</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
         <translation>%1 秒内没有结果；服务继续进行</translation>
     </message>

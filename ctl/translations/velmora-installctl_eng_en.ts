@@ -208,9 +208,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>not a regular file</translation>
     </message>
     <message id="installctl-not-started">
-        <source>it has not started within %1 seconds</source>
+        <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
-        <translation>it has not started within %1 seconds</translation>
+        <translation>it has not started within %1 s</translation>
     </message>
     <message id="installctl-not-utf8">
         <source>the path is not UTF-8, so the service cannot be told</source>
@@ -283,9 +283,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>timeout</translation>
     </message>
     <message id="installctl-unanswered">
-        <source>no answer within %1 seconds; the service may go on</source>
+        <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>no answer within %1 seconds; the service may go on</translation>
+        <translation>no answer within %1 s; the service may go on</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -303,9 +303,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>unclear</translation>
     </message>
     <message id="installctl-unfinished">
-        <source>no outcome within %1 seconds; the service goes on</source>
+        <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>no outcome within %1 seconds; the service goes on</translation>
+        <translation>no outcome within %1 s; the service goes on</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>
