@@ -32,7 +32,7 @@ QString reason(const Subject &subject, const Result &result)
 {
     return result.uncertain || result.text.isEmpty()
             ? OutcomeText::join(OutcomeText::of(subject, result.outcome), result)
-            : printable(result.text);
+            : onOneLine(result.text);
 }
 
 }

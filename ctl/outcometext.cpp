@@ -104,7 +104,7 @@ QString OutcomeText::of(const Subject &subject, Outcome outcome)
 
 QString OutcomeText::join(const QString &word, const Result &result)
 {
-    QStringList parts{word, printable(result.text)};
+    QStringList parts{word, onOneLine(result.text)};
     parts.removeAll(QString());
     const QString text = parts.join(QStringLiteral(": "));
     //: %1 is the outcome of a request

@@ -5,15 +5,10 @@
 
 namespace {
 
-// Besides the control characters these change the order in which a terminal shows a line.
-bool isDirection(ushort character)
+// Besides the control characters: what breaks a line, and what changes the order in which a terminal shows it.
+bool actsOnLine(ushort character)
 {
-    return (character >= 0x202a && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
-}
-
-bool isLineBreak(ushort character)
-{
-    return character == '\n' || character == 0x2028 || character == 0x2029;
+    return (character >= 0x2028 && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);
 }
 
 QString escape(ushort character)
@@ -40,15 +35,17 @@ QString printable(const QString &text)
 {
     QString line;
     line.reserve(text.size());
-    const QString trimmed = text.trimmed();
-    for (const QChar character : trimmed) {
-        if (isLineBreak(character.unicode())) {
-            line += QLatin1Char(' ');
-        } else if (character.category() == QChar::Other_Control || isDirection(character.unicode())) {
+    for (const QChar character : text) {
+        if (character.category() == QChar::Other_Control || actsOnLine(character.unicode())) {
             line += escape(character.unicode());
         } else {
             line += character;
         }
     }
     return line;
+}
+
+QString onOneLine(const QString &text)
+{
+    return printable(text.trimmed().replace(QLatin1Char('\n'), QLatin1Char(' ')));
 }

@@ -13,5 +13,8 @@ void printLine(std::FILE *stream, const QString &line);
 /** The name of the program before an error that concerns no single file or package. */
 void printError(const QString &text);
 
-/** A text as one line that cannot act on a terminal: line breaks become blanks, other control characters escapes. */
+/** A text that cannot act on a terminal: control characters have become escapes. */
 QString printable(const QString &text);
+
+/** The same, and on one line: line breaks have become blanks. */
+QString onOneLine(const QString &text);

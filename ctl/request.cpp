@@ -67,15 +67,18 @@ void Request::handleReply(QDBusPendingCallWatcher *watcher)
     }
     m_answerer = reply.service();
     take();
-    if (!m_hasEnded) {
+    if (m_goneOwners.contains(m_answerer)) {
+        end(Results::serviceEnded());
+    } else if (!m_hasEnded) {
         handleAnswer();
     }
 }
 
-// Before the answer this means nothing: an idle service may have ended just when the bus started a new one for the
-// call.
+// Before the answer nobody knows who will answer: an idle service may have ended just when the bus started a new one
+// for the call. QtDBus may also deliver this signal before an answer that came earlier.
 void Request::handleOwnerChanged(const QString &oldOwner)
 {
+    m_goneOwners << oldOwner;
     if (isAnswered() && oldOwner == m_answerer) {
         end(Results::serviceEnded());
     }

@@ -10,6 +10,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QVariantList>
 
@@ -58,6 +59,8 @@ private:
     QTimer m_limit;
     // The connection that has answered.
     QString m_answerer;
+    // Those that have lost the service's name since the request was made.
+    QStringList m_goneOwners;
     bool m_isTaken = false;
     bool m_hasEnded = false;
 };

@@ -37,7 +37,7 @@ QString colourFor(std::FILE *stream, const QString &word, const Result &result)
 void printResult(std::FILE *stream, const Subject &subject, const Result &result)
 {
     if (result.outcome == Outcome::Unavailable) {
-        printError(printable(result.text));
+        printError(onOneLine(result.text));
         return;
     }
     const QString word = colourFor(stream, OutcomeText::of(subject, result.outcome), result);
