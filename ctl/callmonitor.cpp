@@ -3,35 +3,23 @@
 
 #include "callmonitor.h"
 
+#include "bus.h"
 #include "busnames.h"
 
+#include <QDBusPendingCallWatcher>
 #include <QStringList>
 
-namespace {
-
-QString connectionName()
-{
-    return QStringLiteral("monitor");
-}
-
-}
-
-CallMonitor::CallMonitor(QObject *parent)
+CallMonitor::CallMonitor(const QDBusConnection &bus, QObject *parent)
     : QDBusVirtualObject(parent)
+    , m_bus(bus)
 {
-}
-
-CallMonitor::~CallMonitor()
-{
-    QDBusConnection::disconnectFromBus(connectionName());
 }
 
 // QtDBus would answer a call to an object that does not exist, although it is somebody else's call. So this object
 // stands for all of them.
 void CallMonitor::start()
 {
-    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName());
-    bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+    m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
 
     QDBusMessage request = QDBusMessage::createMethodCall(
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
@@ -39,7 +27,8 @@ void CallMonitor::start()
     request << QStringList(
             QStringLiteral("type='method_call',interface='%1'").arg(BusNames::InstallationHandler::Interface))
             << 0U;
-    bus.call(request);
+    const auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, &CallMonitor::started);
 }
 
 QString CallMonitor::introspect(const QString &) const
@@ -49,7 +38,7 @@ QString CallMonitor::introspect(const QString &) const
 
 bool CallMonitor::handleMessage(const QDBusMessage &message, const QDBusConnection &)
 {
-    if (message.service() != QDBusConnection::sessionBus().baseService()) {
+    if (message.service() != Bus::connection().baseService()) {
         emit called(message);
     }
     return true;

@@ -9,24 +9,29 @@
 #include <QString>
 
 /**
- * Sees the calls of all programs to the installation handler, by a connection of its own that is a monitor of the bus.
- * The session bus lets its own user do this, unless it is configured otherwise.
+ * Sees the calls of all programs to the installation handler. The session bus lets its own user do this, unless it is
+ * configured otherwise.
  */
 class CallMonitor : public QDBusVirtualObject
 {
     Q_OBJECT
 
 public:
-    explicit CallMonitor(QObject *parent = nullptr);
-    ~CallMonitor() override;
+    /** bus: a connection that serves no other purpose. */
+    explicit CallMonitor(const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /** Begins to see calls, if the bus allows it. Blocks until the bus has answered. */
+    /** Begins to see calls. */
     void start();
 
     QString introspect(const QString &path) const override;
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
 
 Q_SIGNALS:
+    /** The bus has allowed or refused it. */
+    void started();
     /** A program other than this one calls a method. */
     void called(const QDBusMessage &message);
+
+private:
+    QDBusConnection m_bus;
 };

@@ -12,6 +12,9 @@ struct CommandLine
 {
     enum Command { None, Install, Remove, Monitor };
 
+    /** The limit that holds if none was given, in seconds. */
+    static constexpr int UsualLimit = 25;
+
     Command command = None;
     /** The files or names, the bytes as they were given. */
     QList<QByteArray> subjects;
@@ -27,6 +30,9 @@ struct CommandLine
     bool version = false;
     /** The limit for everything together, 0 for no limit, negative if none was given. */
     int seconds = -1;
+    /** The limit for a bus or service to answer, 0 for no limit. */
+    int limit() const { return seconds < 0 ? UsualLimit : seconds; }
+
     /** The reason why the program cannot do this, empty if it can. */
     QString error;
 };

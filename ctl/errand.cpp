@@ -3,6 +3,7 @@
 
 #include "errand.h"
 
+#include "bus.h"
 #include "installation.h"
 #include "launcherremoval.h"
 #include "removal.h"
@@ -17,9 +18,6 @@
 
 namespace {
 
-// The service has so long to answer a call, if the user has set no limit.
-constexpr int AnswerSeconds = 25;
-
 // Nothing has been done for this request or will be.
 bool isRefusal(const Result &result)
 {
@@ -29,29 +27,69 @@ bool isRefusal(const Result &result)
 
 }
 
-Errand::Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Service *service, Report *report)
+Errand::Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Report *report)
     : m_commandLine(commandLine)
     , m_subjects(subjects)
-    , m_service(service)
     , m_report(report)
-    , m_others(service)
+    , m_service(Bus::connection())
+    , m_callMonitor(Bus::monitorConnection())
+    , m_others(&m_service)
 {
     m_timeout.setSingleShot(true);
-    connect(&m_timeout, &QTimer::timeout, this, [this] { m_request->expire(m_commandLine.seconds); });
+    m_timeout.setTimerType(Qt::PreciseTimer);
+    connect(&m_callMonitor, &CallMonitor::called, &m_others, &OtherRequests::take);
 }
 
 void Errand::start()
 {
-    if (m_commandLine.seconds > 0) {
-        m_timeout.start(std::chrono::seconds(m_commandLine.seconds));
+    const int seconds = m_commandLine.limit();
+    if (seconds > 0) {
+        connect(&m_timeout, &QTimer::timeout, this, [this, seconds] { handleTimeout(seconds); });
+        m_timeout.start(std::chrono::seconds(seconds));
     }
-    startNext();
+    // Nobody listens who does not wait.
+    if (m_commandLine.noWait) {
+        startNext();
+    } else {
+        prepare();
+    }
+}
+
+void Errand::prepare()
+{
+    connect(&m_service, &Service::listening, this, &Errand::handlePrepared);
+    connect(&m_callMonitor, &CallMonitor::started, this, &Errand::handlePrepared);
+    m_service.listen();
+    m_callMonitor.start();
+}
+
+void Errand::handlePrepared()
+{
+    --m_preparations;
+    if (m_preparations == 0) {
+        startNext();
+    }
+}
+
+void Errand::handleTimeout(int seconds)
+{
+    if (m_request) {
+        m_request->expire(seconds);
+    } else {
+        showResult(Results::silentBus(seconds));
+        end();
+    }
 }
 
 void Errand::interrupt(int signal)
 {
     m_signal = signal;
-    m_request->interrupt();
+    if (m_request) {
+        m_request->interrupt();
+    } else {
+        m_outcome = Outcome::Interrupted;
+        end();
+    }
 }
 
 void Errand::startNext()
@@ -65,40 +103,40 @@ void Errand::startNext()
 // after all that the service has to report at the moment.
 void Errand::startPause()
 {
-    startRequest(new Submission(m_service, QStringLiteral("removePackages"), {QStringList(), false}),
+    startRequest(new Submission(&m_service, QStringLiteral("removePackages"), {QStringList(), false}),
                  &Errand::handlePauseFinished);
 }
 
-Request *Errand::makeRequest() const
+Request *Errand::makeRequest()
 {
     const Subject &subject = m_subjects.at(m_shown);
     switch (subject.kind) {
     case Subject::PackageFile:
-        return new Installation(m_service, &m_others, subject.argument,
+        return new Installation(&m_service, &m_others, subject.argument,
                                 {m_commandLine.sdk, m_commandLine.keepUserData});
     case Subject::Package:
-        return new Removal(m_service, &m_others, subject.argument, m_commandLine.keepUserData);
+        return new Removal(&m_service, &m_others, subject.argument, m_commandLine.keepUserData);
     case Subject::Launcher:
         break;
     }
-    return new LauncherRemoval(m_service, &m_others, subject.argument);
+    return new LauncherRemoval(&m_service, &m_others, subject.argument);
 }
 
-Request *Errand::makeSubmission() const
+Request *Errand::makeSubmission()
 {
     QStringList arguments;
     std::transform(m_subjects.cbegin(), m_subjects.cend(), std::back_inserter(arguments),
                    [](const Subject &subject) { return subject.argument; });
     switch (m_subjects.constFirst().kind) {
     case Subject::PackageFile:
-        return new Submission(m_service, QStringLiteral("installFiles"),
+        return new Submission(&m_service, QStringLiteral("installFiles"),
                               {arguments, m_commandLine.sdk, m_commandLine.keepUserData});
     case Subject::Package:
-        return new Submission(m_service, QStringLiteral("removePackages"), {arguments, m_commandLine.keepUserData});
+        return new Submission(&m_service, QStringLiteral("removePackages"), {arguments, m_commandLine.keepUserData});
     case Subject::Launcher:
         break;
     }
-    return new Submission(m_service, QStringLiteral("removePackageByDesktopFile"), {arguments.constFirst()});
+    return new Submission(&m_service, QStringLiteral("removePackageByDesktopFile"), {arguments.constFirst()});
 }
 
 template<typename Handler>
@@ -108,7 +146,16 @@ void Errand::startRequest(Request *request, Handler handler)
     connect(request, &Request::stateChanged, this,
             [this](State state) { m_report->showState(m_subjects.at(m_shown), state); });
     connect(request, &Request::finished, this, handler);
-    request->start(m_commandLine.seconds < 0 ? AnswerSeconds : 0);
+    connect(request, &Request::taken, this, [this] {
+        if (m_commandLine.seconds < 0) {
+            m_timeout.stop();
+        }
+    });
+    // A limit that the user has set is for everything together. The usual one is for each call.
+    if (m_commandLine.seconds < 0) {
+        m_timeout.start(std::chrono::seconds(m_commandLine.limit()));
+    }
+    request->start();
 }
 
 void Errand::handleFinished(const Result &result)

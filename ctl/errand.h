@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "callmonitor.h"
 #include "commandline.h"
 #include "otherrequests.h"
 #include "request.h"
@@ -21,13 +22,10 @@ class Errand : public QObject
     Q_OBJECT
 
 public:
-    /** subjects: at least one. service, report: outlive this object. */
-    Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Service *service, Report *report);
+    /** subjects: at least one. report: outlives this object. The bus must be connected. */
+    Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Report *report);
 
     void start();
-
-    /** Sees a call of another program. */
-    void takeCallOfOther(const QDBusMessage &call) { m_others.take(call); }
 
     /** Ends, because the process has received a signal. */
     void interrupt(int signal);
@@ -37,10 +35,13 @@ Q_SIGNALS:
     void finished(int status);
 
 private:
+    void prepare();
+    void handlePrepared();
+    void handleTimeout(int seconds);
     void startNext();
     void startPause();
-    Request *makeRequest() const;
-    Request *makeSubmission() const;
+    Request *makeRequest();
+    Request *makeSubmission();
     /** Starts a request in the place of the last one. */
     template<typename Handler>
     void startRequest(Request *request, Handler handler);
@@ -51,11 +52,14 @@ private:
 
     const CommandLine m_commandLine;
     const QList<Subject> m_subjects;
-    Service *m_service;
     Report *m_report;
+    Service m_service;
+    CallMonitor m_callMonitor;
     OtherRequests m_others;
     QScopedPointer<Request, QScopedPointerDeleteLater> m_request;
     QTimer m_timeout;
+    // The number of preparations that have not ended.
+    int m_preparations = 2;
     // The number of subjects whose results have been shown. It is that of the current one too.
     int m_shown = 0;
     int m_signal = 0;

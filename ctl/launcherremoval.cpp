@@ -27,6 +27,7 @@ LauncherRemoval::LauncherRemoval(Service *service, const OtherRequests *others, 
     , m_watcher(QStringList(launcher))
 {
     m_patience.setSingleShot(true);
+    m_patience.setTimerType(Qt::PreciseTimer);
     connect(&m_patience, &QTimer::timeout, this, &LauncherRemoval::giveUp);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &LauncherRemoval::handleChange);
 }

@@ -3,9 +3,10 @@
 
 #include "monitor.h"
 
+#include "bus.h"
 #include "jsonline.h"
+#include "outcome.h"
 #include "print.h"
-#include "service.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -23,21 +24,39 @@ QString toText(const QString &name, const QJsonArray &values)
 
 }
 
-Monitor::Monitor(const Service *service, Format format, QElapsedTimer clock)
-    : m_format(format)
+Monitor::Monitor(Format format, QElapsedTimer clock)
+    : m_service(Bus::connection())
+    , m_callMonitor(Bus::monitorConnection())
+    , m_format(format)
     , m_clock(clock)
 {
-    connect(service, &Service::ownerChanged, this,
+    connect(&m_service, &Service::listening, this, [this] { showRunning(m_service.wasRunning()); });
+    connect(&m_service, &Service::ownerChanged, this,
             [this](const QString &, const QString &owner) { showRunning(!owner.isEmpty()); });
-    connect(service, &Service::needConfirm, this, [this] {
+    connect(&m_service, &Service::needConfirm, this, [this] {
         const QString name = QStringLiteral("needConfirm");
         show(QLatin1String("signal"), {{QStringLiteral("name"), name}}, toText(name, {}));
     });
-    connect(service, &Service::installFinished, this,
+    connect(&m_service, &Service::installFinished, this,
             [this](bool success, const QString &errorString) { showOutcome("installFinished", success, errorString); });
-    connect(service, &Service::removalFinished, this,
+    connect(&m_service, &Service::removalFinished, this,
             [this](bool success, const QString &errorString) { showOutcome("removalFinished", success, errorString); });
-    showRunning(service->wasRunning());
+    connect(&m_service, &Service::busLost, this, &Monitor::handleBusLost);
+    connect(&m_callMonitor, &CallMonitor::called, this, &Monitor::showCall);
+}
+
+void Monitor::start()
+{
+    m_service.listen();
+    m_callMonitor.start();
+}
+
+void Monitor::handleBusLost()
+{
+    //: An error
+    //% "the session bus went away"
+    printError(qtTrId("installctl-monitor-bus-lost"));
+    emit finished(exitStatus(Outcome::Unavailable));
 }
 
 void Monitor::showCall(const QDBusMessage &call) const

@@ -3,12 +3,13 @@
 
 #pragma once
 
+#include "callmonitor.h"
+#include "service.h"
+
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QJsonObject>
 #include <QObject>
-
-class Service;
 
 /** Prints what happens between programs and the service. */
 class Monitor : public QObject
@@ -18,17 +19,24 @@ class Monitor : public QObject
 public:
     enum Format { Text, Json, Nothing };
 
-    /** service: listens already. clock: began when the program started. */
-    Monitor(const Service *service, Format format, QElapsedTimer clock);
+    /** clock: began when the program started. The bus must be connected. */
+    Monitor(Format format, QElapsedTimer clock);
 
-    /** Prints a call of a program. */
-    void showCall(const QDBusMessage &call) const;
+    void start();
+
+Q_SIGNALS:
+    /** There is nothing to see any more. status: the exit status of the program. */
+    void finished(int status);
 
 private:
+    void showCall(const QDBusMessage &call) const;
     void showRunning(bool isRunning) const;
     void showOutcome(const char *name, bool success, const QString &errorString) const;
     void show(QLatin1String event, const QJsonObject &object, const QString &text) const;
+    void handleBusLost();
 
+    Service m_service;
+    CallMonitor m_callMonitor;
     const Format m_format;
     const QElapsedTimer m_clock;
 };

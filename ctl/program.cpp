@@ -3,7 +3,7 @@
 
 #include "program.h"
 
-#include "callmonitor.h"
+#include "bus.h"
 #include "desktopnotification.h"
 #include "errand.h"
 #include "help.h"
@@ -17,21 +17,22 @@
 #include "textreport.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
 
 namespace {
 
-void addReports(Reports *reports, const CommandLine &commandLine, QElapsedTimer clock)
+void addReports(Reports *reports, const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
 {
     if (commandLine.json) {
         reports->add(std::make_unique<JsonReport>(commandLine.quiet, clock));
     }
     reports->add(std::make_unique<TextReport>(commandLine.quiet || commandLine.json, clock));
-    if (commandLine.notify) {
+    if (commandLine.notify && bus == Bus::Connected) {
         reports->add(std::make_unique<DesktopNotification>());
     }
 }
@@ -42,45 +43,62 @@ int endWith(Outcome outcome, Report *report)
     return exitStatus(outcome);
 }
 
-int endWithoutBus(const QList<Subject> &subjects, const QString &reason, Report *report)
+int endWithProblems(const QList<NamedFile> &files, Report *report)
 {
-    Result result = Results::noBus(reason);
-    for (const Subject &subject : subjects) {
-        report->showResult(subject, result);
+    for (const NamedFile &file : files) {
+        if (!file.problem.isEmpty()) {
+            report->showResult(file.subject, Results::problem(file.problem));
+        }
+    }
+    return endWith(Outcome::Problem, report);
+}
+
+int endWithoutBus(const QList<NamedFile> &files, Result result, Report *report)
+{
+    for (const NamedFile &file : files) {
+        report->showResult(file.subject, result);
         result = Results::unrequested();
     }
     return endWith(Outcome::Unavailable, report);
 }
 
-int runErrand(const CommandLine &commandLine, QElapsedTimer clock)
+int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Report *report)
 {
-    Reports reports;
-    addReports(&reports, commandLine, clock);
-    const QList<Subject> subjects = findSubjects(commandLine, &reports);
-    if (subjects.isEmpty()) {
-        return endWith(Outcome::Problem, &reports);
-    }
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
-        return endWithoutBus(subjects, bus.lastError().message(), &reports);
-    }
-
-    Service service(bus);
-    Errand errand(commandLine, subjects, &service, &reports);
-    CallMonitor callMonitor;
-    QObject::connect(&callMonitor, &CallMonitor::called, &errand, &Errand::takeCallOfOther);
-    // Nobody listens who does not wait.
-    if (!commandLine.noWait) {
-        service.listen();
-        callMonitor.start();
-    }
+    QList<Subject> subjects;
+    std::transform(files.cbegin(), files.cend(), std::back_inserter(subjects),
+                   [](const NamedFile &file) { return file.subject; });
+    Errand errand(commandLine, subjects, report);
     const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &errand, &Errand::interrupt);
     QObject::connect(&errand, &Errand::finished, &errand, &QCoreApplication::exit, Qt::QueuedConnection);
-    // QtDBus keeps signals back until the event loop runs, but no replies. A reply would overtake the signals before
-    // it.
-    QMetaObject::invokeMethod(&errand, &Errand::start, Qt::QueuedConnection);
+    errand.start();
     return QCoreApplication::exec();
+}
+
+Result withoutBus(Bus::State state, const CommandLine &commandLine)
+{
+    return state == Bus::Silent ? Results::silentBus(commandLine.limit())
+                                : Results::noBus(Bus::connection().lastError().message());
+}
+
+bool hasProblem(const QList<NamedFile> &files)
+{
+    return std::any_of(files.cbegin(), files.cend(), [](const NamedFile &file) { return !file.problem.isEmpty(); });
+}
+
+// Problems with files are told first. Where there is a bus, a notification can tell them too.
+int run(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
+{
+    Reports reports;
+    addReports(&reports, commandLine, bus, clock);
+    const QList<NamedFile> files = findSubjects(commandLine);
+    if (hasProblem(files)) {
+        return endWithProblems(files, &reports);
+    }
+    if (bus != Bus::Connected) {
+        return endWithoutBus(files, withoutBus(bus, commandLine), &reports);
+    }
+    return runErrand(commandLine, files, &reports);
 }
 
 Monitor::Format monitorFormat(const CommandLine &commandLine)
@@ -91,38 +109,36 @@ Monitor::Format monitorFormat(const CommandLine &commandLine)
     return commandLine.json ? Monitor::Json : Monitor::Text;
 }
 
-int runMonitor(const CommandLine &commandLine, QElapsedTimer clock)
+int runMonitor(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
 {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
-        printError(Results::noBus(bus.lastError().message()).text);
+    if (bus != Bus::Connected) {
+        printError(onOneLine(withoutBus(bus, commandLine).text));
         return exitStatus(Outcome::Unavailable);
     }
-    Service service(bus);
-    service.listen();
-    const Monitor monitor(&service, monitorFormat(commandLine), clock);
-    CallMonitor callMonitor;
-    QObject::connect(&callMonitor, &CallMonitor::called, &monitor, &Monitor::showCall);
-    callMonitor.start();
-
-    QObject::connect(&service, &Service::busLost, &service, [] {
-        //: An error
-        //% "the session bus went away"
-        printError(qtTrId("installctl-monitor-bus-lost"));
-        QCoreApplication::exit(exitStatus(Outcome::Unavailable));
-    });
+    Monitor monitor(monitorFormat(commandLine), clock);
+    QObject::connect(&monitor, &Monitor::finished, &monitor, &QCoreApplication::exit, Qt::QueuedConnection);
     const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &interruption,
                      [](int signal) { QCoreApplication::exit(exitStatus(Outcome::Interrupted, signal)); });
     if (commandLine.seconds > 0) {
-        QTimer::singleShot(std::chrono::seconds(commandLine.seconds), &service, &QCoreApplication::quit);
+        QTimer::singleShot(std::chrono::seconds(commandLine.seconds), &monitor, &QCoreApplication::quit);
     }
+    monitor.start();
     return QCoreApplication::exec();
+}
+
+// A bus that does not answer keeps QtDBus waiting, also at the end of the process.
+int leaveIf(Bus::State bus, int status)
+{
+    if (bus == Bus::Silent) {
+        std::_Exit(status);
+    }
+    return status;
 }
 
 int refuse(const QString &error)
 {
-    printError(error);
+    printError(printable(error));
     //: %1 is a command
     //% "see %1"
     printError(qtTrId("installctl-see-help").arg(QStringLiteral("velmora-installctl --help")));
@@ -144,5 +160,8 @@ int runProgram(const CommandLine &commandLine, QElapsedTimer clock)
         printLine(stdout, QStringLiteral("velmora-installctl " VELMORA_VERSION));
         return 0;
     }
-    return commandLine.command == CommandLine::Monitor ? runMonitor(commandLine, clock) : runErrand(commandLine, clock);
+    const Bus::State bus = Bus::connect(!commandLine.noWait, commandLine.limit());
+    return leaveIf(bus,
+                   commandLine.command == CommandLine::Monitor ? runMonitor(commandLine, bus, clock)
+                                                               : run(commandLine, bus, clock));
 }

@@ -6,25 +6,18 @@
 #include "callerror.h"
 #include "results.h"
 
-#include <chrono>
-
 Request::Request(Service *service, const QString &method, const QVariantList &arguments)
     : m_service(service)
     , m_method(method)
     , m_arguments(arguments)
 {
-    m_limit.setSingleShot(true);
     connect(service, &Service::ownerChanged, this, &Request::handleOwnerChanged);
     connect(service, &Service::busLost, this, [this] { end(Results::busLost()); });
     connect(service, &Service::nonsense, this, [this] { end(Results::nonsense()); });
 }
 
-void Request::start(int seconds)
+void Request::start()
 {
-    if (seconds > 0) {
-        connect(&m_limit, &QTimer::timeout, this, [this, seconds] { expire(seconds); });
-        m_limit.start(std::chrono::seconds(seconds));
-    }
     auto *watcher = new QDBusPendingCallWatcher(m_service->call(m_method, m_arguments), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, &Request::handleReply);
 }
@@ -46,14 +39,13 @@ void Request::interrupt()
 void Request::take()
 {
     m_isTaken = true;
-    m_limit.stop();
+    emit taken();
 }
 
 void Request::end(const Result &result)
 {
     if (!m_hasEnded) {
         m_hasEnded = true;
-        m_limit.stop();
         emit finished(result);
     }
 }

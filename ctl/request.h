@@ -11,7 +11,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <QVariantList>
 
 /**
@@ -26,8 +25,8 @@ public:
     /** service: outlives this object. */
     Request(Service *service, const QString &method, const QVariantList &arguments);
 
-    /** Makes the call. seconds: the service has so long to answer it, without a limit if 0. */
-    void start(int seconds);
+    /** Makes the call. */
+    void start();
 
     /** Ends the request because its time is over. The service goes on. seconds: the time that there was. */
     void expire(int seconds);
@@ -36,6 +35,8 @@ public:
 
 Q_SIGNALS:
     void stateChanged(State state);
+    /** The service works on the request, or has answered at least. */
+    void taken();
     /** The last signal of a request. */
     void finished(const Result &result);
 
@@ -45,7 +46,7 @@ protected:
 
     bool isAnswered() const { return !m_answerer.isEmpty(); }
     Service *service() const { return m_service; }
-    /** The service works on the request. From now on there is no time limit. */
+    /** The service works on the request. */
     void take();
     void end(const Result &result);
 
@@ -56,7 +57,6 @@ private:
     Service *m_service;
     const QString m_method;
     const QVariantList m_arguments;
-    QTimer m_limit;
     // The connection that has answered.
     QString m_answerer;
     // Those that have lost the service's name since the request was made.

@@ -48,6 +48,13 @@ Result Results::noBus(const QString &text)
     return makeLast(Outcome::Unavailable, qtTrId("installctl-no-bus").arg(text));
 }
 
+Result Results::silentBus(int seconds)
+{
+    //: The reason why there is no session bus
+    //% "it has not answered within %1 s"
+    return noBus(qtTrId("installctl-bus-silent").arg(seconds));
+}
+
 Result Results::problem(const QString &text)
 {
     return make(Outcome::Problem, text);

@@ -16,6 +16,8 @@ Result unprivileged(const QString &text);
 Result unavailable(const QString &text);
 /** text: why the bus cannot be reached. */
 Result noBus(const QString &text);
+/** seconds: the bus had so long to answer. */
+Result silentBus(int seconds);
 Result problem(const QString &text);
 
 /** The bus has gone during a request. */

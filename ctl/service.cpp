@@ -5,12 +5,29 @@
 
 #include "busnames.h"
 
-#include <QDBusConnectionInterface>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
 #include <limits>
 
 using namespace BusNames::InstallationHandler;
+
+namespace {
+
+// In milliseconds. By default QtDBus waits for 25 seconds.
+constexpr int QuestionTimeout = 1000;
+
+QDBusMessage ask(const QString &method)
+{
+    QDBusMessage question = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                                           QStringLiteral("/org/freedesktop/DBus"),
+                                                           QStringLiteral("org.freedesktop.DBus"), method);
+    question << BusNames::InstallationHandler::Service;
+    return question;
+}
+
+}
 
 Service::Service(const QDBusConnection &bus, QObject *parent)
     : QObject(parent)
@@ -18,23 +35,46 @@ Service::Service(const QDBusConnection &bus, QObject *parent)
 {
 }
 
+// The signals of everybody come, and handleSignal() looks for the sender. For a certain sender QtDBus would ask the bus
+// who that is, and wait for the answer.
 void Service::listen()
 {
     for (const char *name : {"needConfirm", "installFinished", "removalFinished"}) {
-        m_bus.connect(BusNames::InstallationHandler::Service, Path, Interface, QLatin1String(name), this,
-                      SLOT(handleSignal(QDBusMessage)));
+        m_bus.connect(QString(), Path, Interface, QLatin1String(name), this, SLOT(handleSignal(QDBusMessage)));
     }
     // QtDBus makes this signal itself.
     m_bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                   SIGNAL(busLost()));
+    watchOwner();
+}
+
+void Service::watchOwner()
+{
     const auto *watcher = new QDBusServiceWatcher(BusNames::InstallationHandler::Service, m_bus,
                                                   QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &oldOwner, const QString &owner) {
+                m_owner = owner;
+                m_hasChanged = true;
                 emit ownerChanged(oldOwner, owner);
             });
-    m_wasRunning = isRunning();
+    const auto *answer = new QDBusPendingCallWatcher(m_bus.asyncCall(ask(QStringLiteral("GetNameOwner"))), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *answered) {
+        const QDBusPendingReply<QString> reply = *answered;
+        handleOwner(reply.isError() ? QString() : reply.value());
+    });
+}
+
+void Service::handleOwner(const QString &owner)
+{
+    // QtDBus may deliver a later signal first.
+    if (!m_hasChanged) {
+        m_owner = owner;
+    }
+    m_wasRunning = !owner.isEmpty();
+    m_isListening = true;
+    emit listening();
 }
 
 QDBusPendingCall Service::call(const QString &method, const QVariantList &arguments)
@@ -47,12 +87,19 @@ QDBusPendingCall Service::call(const QString &method, const QVariantList &argume
 
 bool Service::isRunning() const
 {
-    return m_bus.interface()->isServiceRegistered(BusNames::InstallationHandler::Service);
+    if (m_isListening) {
+        return !m_owner.isEmpty();
+    }
+    const QDBusMessage answer = m_bus.call(ask(QStringLiteral("NameHasOwner")), QDBus::Block, QuestionTimeout);
+    return answer.arguments().value(0).toBool();
 }
 
 void Service::handleSignal(const QDBusMessage &message)
 {
     const QVariantList values = message.arguments();
+    if (message.service() != m_owner) {
+        return;
+    }
     if (message.member() == QLatin1String("needConfirm")) {
         emit needConfirm();
     } else if (message.signature() != QLatin1String("bs")) {

@@ -18,19 +18,21 @@ class Service : public QObject
 public:
     explicit Service(const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /** Receives the signals from now on. Blocks until the bus has told who owns the service's name. */
+    /** Begins to receive the signals of the service. */
     void listen();
 
-    /** Whether the service was on the bus when listen() was called. */
+    /** Whether the service was on the bus when it was first listened to. */
     bool wasRunning() const { return m_wasRunning; }
 
     /** Calls a method. The bus starts the service if necessary. The call has no time limit. */
     QDBusPendingCall call(const QString &method, const QVariantList &arguments);
 
-    /** Whether the service is on the bus now. Blocks until the bus has answered. */
+    /** Whether the service is on the bus now. Without having listened this waits for the bus's answer. */
     bool isRunning() const;
 
 Q_SIGNALS:
+    /** All signals after this one are received. */
+    void listening();
     void needConfirm();
     void installFinished(bool success, const QString &errorString);
     void removalFinished(bool success, const QString &errorString);
@@ -44,6 +46,13 @@ private Q_SLOTS:
     void handleSignal(const QDBusMessage &message);
 
 private:
+    void watchOwner();
+    void handleOwner(const QString &owner);
+
     QDBusConnection m_bus;
+    // The connection that owns the service's name, as the last change or the bus's answer has told.
+    QString m_owner;
+    bool m_isListening = false;
+    bool m_hasChanged = false;
     bool m_wasRunning = false;
 };

@@ -3,9 +3,6 @@
 
 #include "subjects.h"
 
-#include "files.h"
-#include "results.h"
-
 #include <QSet>
 
 namespace {
@@ -42,21 +39,13 @@ QList<NamedFile> withoutDuplicates(const QList<NamedFile> &files)
 
 }
 
-QList<Subject> findSubjects(const CommandLine &commandLine, Report *report)
+QList<NamedFile> findSubjects(const CommandLine &commandLine)
 {
-    const QList<NamedFile> files = withoutDuplicates(findAll(commandLine));
-    QList<Subject> subjects;
-    subjects.reserve(files.size());
-    bool hasProblem = false;
-    for (const NamedFile &file : files) {
-        Subject subject = file.subject;
-        subject.position = subjects.size() + 1;
-        subject.count = files.size();
-        if (!file.problem.isEmpty()) {
-            hasProblem = true;
-            report->showResult(subject, Results::problem(file.problem));
-        }
-        subjects << subject;
+    QList<NamedFile> files = withoutDuplicates(findAll(commandLine));
+    int position = 0;
+    for (NamedFile &file : files) {
+        file.subject.position = ++position;
+        file.subject.count = files.size();
     }
-    return hasProblem ? QList<Subject>() : subjects;
+    return files;
 }

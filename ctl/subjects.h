@@ -4,13 +4,9 @@
 #pragma once
 
 #include "commandline.h"
-#include "report.h"
-#include "subject.h"
+#include "files.h"
 
 #include <QList>
 
-/**
- * The files and packages of a command line, each once, in their order. The list is empty if there are problems with
- * files, all of which have been reported then.
- */
-QList<Subject> findSubjects(const CommandLine &commandLine, Report *report);
+/** Finds the files and packages of a command line, each once, in their order. */
+QList<NamedFile> findSubjects(const CommandLine &commandLine);

@@ -17,6 +17,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>Why it is not known how the request has ended</extracomment>
         <translation>сеансовая шина исчезла раньше, чем служба сообщила результат</translation>
     </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>она не ответила за %1 с</translation>
+    </message>
     <message id="installctl-confirming">
         <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>

@@ -17,6 +17,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>Why it is not known how the request has ended</extracomment>
         <translation>会话总线在服务报告结果之前消失了</translation>
     </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>它未在 %1 秒内应答</translation>
+    </message>
     <message id="installctl-confirming">
         <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: velmora-installationhandler contributors
+// SPDX-License-Identifier: BSD-3-Clause
+
+#pragma once
+
+#include <QDBusConnection>
+
+/** The connections to the session bus: one to call the service, and one that can become a monitor. */
+namespace Bus {
+
+enum State {
+    Connected,
+    /** There is no bus. */
+    Absent,
+    /** There is something that does not answer. The process can only be left by std::_Exit() then. */
+    Silent,
+};
+
+/** Connects once. needsMonitor: makes the second connection too. seconds: the bus has so long, without a limit if 0. */
+State connect(bool needsMonitor, int seconds);
+
+QDBusConnection connection();
+QDBusConnection monitorConnection();
+
+}
