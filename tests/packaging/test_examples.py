@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The commands in the README and in the welcome of the demo's shell, pasted into that shell."""
+"""The commands in the documents and in the welcome of the demo's shell, pasted into that shell."""
 
 import os
 import re
 import stat
 
+import documents
 import pytest
 
 SIGNALS = '/tmp/test-signals'
@@ -91,8 +92,8 @@ def run_to_end(shell, command, outcome):
     shell.wait_for_line(outcome, SIGNALS, count=before + 1)
 
 
-def test_examples_of_the_bus_interface(examples, shell):
-    ask, install_silently, remove, watch = examples('Bus interface')
+def test_examples_for_gdbus(shell):
+    ask, install_silently, remove, watch = documents.examples('docs/clients.md', 'gdbus')
     start_watching(shell, watch)
 
     assert shell.run(ask) == '()\n'

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The manual page."""
+"""The manual pages."""
 
 import re
 import shutil
@@ -9,21 +9,41 @@ from datetime import datetime
 from pathlib import Path
 from xml.etree import ElementTree
 
+import documents
 import pytest
 from builds import configuring, run
 from contents import INSTALLED
 
-MANUAL = Path('/usr/share/man/man1/velmora-installationhandler.1')
+MANUALS = Path('/usr/share/man/man1')
+MANUAL = MANUALS / 'velmora-installationhandler.1'
+COMPANION = 'velmora-installctl'
 DESCRIPTION = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml')
+
+
+def read(manual):
+    """A page as it is read, in lines of any length, without bold and underlined letters."""
+    done = subprocess.run(['groff', '-man', '-Tutf8', '-ww', '-P-c', '-rLL=10000n', manual], capture_output=True, text=True,
+                          check=True)
+    assert done.stderr == ''
+    return re.sub('.\b', '', done.stdout)
 
 
 @pytest.fixture(scope='module')
 def text():
-    """The manual as it is read, in lines of any length, without bold and underlined letters."""
-    done = subprocess.run(['groff', '-man', '-Tutf8', '-ww', '-P-c', '-rLL=10000n', MANUAL], capture_output=True, text=True,
-                          check=True)
-    assert done.stderr == ''
-    return re.sub('.\b', '', done.stdout)
+    """The manual of the service."""
+    return read(MANUAL)
+
+
+@pytest.fixture(scope='module')
+def companion():
+    """The manual of the companion program."""
+    return read(MANUALS / f'{COMPANION}.1')
+
+
+@pytest.fixture(scope='module')
+def companion_help():
+    """The help of the companion program."""
+    return run([COMPANION, '--help'], LC_ALL='C', LANGUAGE='')
 
 
 def section(text, title):
@@ -70,13 +90,45 @@ def test_all_members_of_the_bus_interface_are_described(text):
         sorted((name, ', '.join(arguments)) for name, arguments in longest.items())
 
 
-def test_all_files_are_listed(text):
-    listed = re.findall(r'^ +(/\S+)$', section(text, 'FILES'), re.MULTILINE)
-    for path in set(INSTALLED) - {'usr/bin/velmora-installationhandler', str(MANUAL)[1:]}:
-        assert any(Path('/', path).match(pattern) for pattern in listed), path
+def is_of_companion(path):
+    return COMPANION in Path(path).name
 
 
-def test_exit_statuses_are_those_of_the_readme(text, source):
-    readme = (source / 'README.md').read_text(encoding='utf-8')
-    assert re.findall(r'^ +(\d+)$', section(text, 'EXIT STATUS'), re.MULTILINE) == \
-        re.findall(r'^\| (\d+) \|', readme, re.MULTILINE)
+def unlisted(manual, files):
+    """The files that a manual does not list, besides programs and manuals."""
+    listed = re.findall(r'^ +(/\S+)$', section(manual, 'FILES'), re.MULTILINE)
+    return [path for path in files if not path.startswith(('usr/bin/', 'usr/share/man/'))
+            and not any(Path('/', path).match(pattern) for pattern in listed)]
+
+
+def test_all_files_are_listed(text, companion):
+    assert unlisted(text, [path for path in INSTALLED if not is_of_companion(path)]) == []
+    assert unlisted(companion, [path for path in INSTALLED if is_of_companion(path)]) == []
+
+
+def statuses_of_readme(title):
+    """The rows of the table of exit statuses in a section of the README."""
+    return re.findall(r'^\| (\d[\d, ]*) \| (.*) \|$', documents.section('README.md', title), re.MULTILINE)
+
+
+def statuses(manual):
+    return re.findall(r'^ +(\d+(?:, \d+)*)$', section(manual, 'EXIT STATUS'), re.MULTILINE)
+
+
+def test_exit_statuses_are_those_of_the_readme(text):
+    assert statuses(text) == [status for status, _ in statuses_of_readme('Command line of the service')]
+
+
+def test_exit_statuses_of_companion_are_those_of_readme_and_help(companion, companion_help):
+    described = re.findall(r'^  (\d+(?:, \d+)*) +(.*)$', companion_help, re.MULTILINE)
+    assert described == statuses_of_readme('The way in')
+    assert statuses(companion) == [status for status, _ in described]
+
+
+def test_options_of_companion_are_those_of_its_help(companion, companion_help):
+    def options(text):
+        return sorted(set(re.findall(r'--[a-z-]+', text)))
+
+    headings = '\n'.join(re.findall(r'^ {7}(?=\S)(-.*)$', section(companion, 'OPTIONS'), re.MULTILINE))
+    assert options(headings) == options(companion_help)
+    assert set(options(section(companion, 'SYNOPSIS'))) <= set(options(headings))
