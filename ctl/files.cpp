@@ -71,7 +71,7 @@ QByteArray toAbsolute(const QByteArray &path)
             absolute += '/' + part;
         }
     }
-    return absolute;
+    return absolute.isEmpty() ? "/" : absolute;
 }
 
 QString lastError()
@@ -112,6 +112,7 @@ NamedFile find(const QByteArray &given)
 {
     NamedFile file;
     file.subject.given = QString::fromUtf8(given);
+    file.subject.name = file.subject.given;
     const std::optional<QByteArray> path = isUrl(given) ? pathOfUrl(given) : given;
     if (!path) {
         //: Why a file cannot be installed
@@ -119,6 +120,7 @@ NamedFile find(const QByteArray &given)
         file.problem = qtTrId("installctl-wrong-url");
         return file;
     }
+    // An empty path is none.
     const QByteArray absolute = path->isEmpty() ? QByteArray() : toAbsolute(*path);
     file.subject.name = QString::fromUtf8(absolute);
     file.problem = findProblem(absolute);
