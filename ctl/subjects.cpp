@@ -29,7 +29,8 @@ QList<NamedFile> withoutDuplicates(const QList<NamedFile> &files)
     QList<NamedFile> once;
     QSet<QString> names;
     for (const NamedFile &file : files) {
-        if (!names.contains(file.subject.name)) {
+        // A problem is told for each of the user's words.
+        if (!file.problem.isEmpty() || !names.contains(file.subject.name)) {
             names << file.subject.name;
             once << file;
         }
