@@ -22,6 +22,32 @@ QDBusMessage createCall(const QString &method)
     return QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/Notifications"), name, method);
 }
 
+struct Look
+{
+    QString icon;
+    QString title;
+};
+
+Look lookOf(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::Done:
+        //: Title of a notification
+        //% "Installed"
+        return {QStringLiteral("dialog-information"), qtTrId("installctl-notification-installed")};
+    case Outcome::Unclear:
+    case Outcome::Timeout:
+    case Outcome::Interrupted:
+        //: Title of a notification: nobody knows how the installation has ended or will end
+        //% "Outcome not known"
+        return {QStringLiteral("dialog-warning"), qtTrId("installctl-notification-unknown")};
+    default:
+        //: Title of a notification
+        //% "Not installed"
+        return {QStringLiteral("dialog-error"), qtTrId("installctl-notification-not-installed")};
+    }
+}
+
 QString fileName(const Subject &subject)
 {
     return subject.given.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
@@ -64,19 +90,9 @@ void DesktopNotification::showEnd(Outcome outcome, int)
         close();
         return;
     }
-    Content content{QStringLiteral("dialog-error"), QString(), m_others.join(QLatin1Char('\n')), -1};
-    if (m_others.isEmpty()) {
-        content.icon = QStringLiteral("dialog-information");
-        //: Title of a notification
-        //% "Installed"
-        content.title = qtTrId("installctl-notification-installed");
-        content.body = m_installed.join(QLatin1Char('\n'));
-    } else {
-        //: Title of a notification
-        //% "Not installed"
-        content.title = qtTrId("installctl-notification-not-installed");
-    }
-    publish(content).waitForFinished();
+    const Look look = lookOf(outcome);
+    const QStringList &lines = m_others.isEmpty() ? m_installed : m_others;
+    publish({look.icon, look.title, lines.join(QLatin1Char('\n')), -1}).waitForFinished();
 }
 
 // The body is markup.

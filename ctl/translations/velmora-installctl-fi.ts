@@ -237,6 +237,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>Title of a notification</extracomment>
         <translation>Ei asennettu</translation>
     </message>
+    <message id="installctl-notification-unknown">
+        <source>Outcome not known</source>
+        <extracomment>Title of a notification: nobody knows how the installation has ended or will end</extracomment>
+        <translation>Tulos ei ole tiedossa</translation>
+    </message>
     <message id="installctl-reading">
         <source>reading</source>
         <extracomment>The service reads a package file</extracomment>
