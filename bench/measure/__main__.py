@@ -5,7 +5,7 @@
 import os
 import sys
 
-from . import dialog, idle, installation, lookup, reads, removal, startup, wayland
+from . import companion, dialog, idle, installation, lookup, reads, removal, startup, wayland
 from .figure import table
 
 GROUPS = {
@@ -17,6 +17,7 @@ GROUPS = {
     'lookup': lookup.figures,
     'dialog': dialog.figures,
     'wayland': wayland.figures,
+    'companion': companion.figures,
 }
 
 
