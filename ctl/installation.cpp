@@ -45,9 +45,14 @@ void Installation::handleInstallFinished(bool success, const QString &errorStrin
 
     // The service asks before it installs. So this is the end of a request that was made before.
     const bool isEarlier = asksUser() && m_questions == 0 && !result.last;
-    if (!isEarlier || !service()->wasRunning()) {
-        end(result);
+    if (isEarlier && service()->wasRunning()) {
+        return;
     }
+    // QtDBus may deliver the report before an answer that came earlier. The states are the same in any order.
+    if (!isAnswered() && !result.last) {
+        handleAnswer();
+    }
+    end(result);
 }
 
 Outcome Installation::readFailure(const QString &errorString) const
