@@ -12,7 +12,7 @@ import pytest
 from harness.accessibility import ACTIVE, AccessibilityBus
 from harness.bus import PrivateBus
 from harness.busmonitor import BusMonitor
-from harness.client import Client
+from harness.client import WHOLE_STACKS, Client
 from harness.forkedprocess import start_server
 from harness.processes import Processes
 from harness.screen import Screen
@@ -33,9 +33,6 @@ PROCESSES = pytest.StashKey[Processes]()
 # Less than it takes, in seconds, until "Install" takes a pointer (Known behaviour 70).
 SOON = 0.65
 ATTEMPTS = 5
-
-# QtDBus's thread may still hold a message when a client ends. Only whole stacks tell such a leak from the client's own.
-WHOLE_STACKS = {'ASAN_OPTIONS': 'fast_unwind_on_malloc=0'}
 
 
 def pytest_sessionstart():

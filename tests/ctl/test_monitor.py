@@ -1,0 +1,89 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""What the command "monitor" shows."""
+
+import re
+import signal
+
+from harness.client import INTERFACE, NAME, PATH
+from gi.repository import GLib
+
+TIME = re.compile(r'\d\d:\d\d:\d\d ')
+
+
+def test_events(session_bus, manager, program, dialog, ctl, client, tmp_path):
+    """Requests, questions, reports, and whether the service runs: it is not started by the monitor."""
+    dialog.use('Controlled')
+    session_bus.allow_activation()
+    text, objects, quiet = (ctl.start('monitor', *option) for option in ([], ['--json'], ['--quiet']))
+    monitors = [text, objects]
+
+    def wait(*words):
+        for run, word in zip(monitors, words * 2):
+            run.wait_line(word)
+
+    wait('the service does not run', '"running":false')
+    assert not session_bus.has_owner(NAME)
+    program.start()
+    wait('the service runs', '"running":true')
+    client.install(['/absent "größer"\n.rpm'])
+    wait('installFiles')
+    wait('needConfirm')
+    dialog.wait_shown(1)
+    dialog.answer('dismissed')
+    wait('installFinished')
+    client.remove(['app'], keep_userdata=True)
+    wait('removePackages')
+    wait('removalFinished')
+    program.kill()
+    for run, number, status in zip([*monitors, quiet], (signal.SIGINT, signal.SIGTERM, signal.SIGHUP), (130, 143, 129)):
+        if run != quiet:
+            run.wait_line('not run' if run == text else 'false', 2)
+        run.send_signal(number)
+        assert run.wait()[::2] == (status, [])
+
+    name = session_bus.connection.get_unique_name()
+    assert all(TIME.match(line) for line in text.process.lines())
+    lines = [TIME.sub('', line) for line in text.process.lines()]
+    removal = 'The name org.freedesktop.PackageKit was not provided by any .service files'
+    assert [line for line in lines if not line.startswith('removalFinished')] == [
+        'the service does not run', 'the service runs',
+        f'{name} installFiles(["/absent \\"größer\\"\\n.rpm"],false,false)', 'needConfirm()',
+        'installFinished(false,"The user cancelled the installation")',
+        f'{name} removePackages(["app"],true)', 'the service does not run']
+    assert f'removalFinished(false,"{removal}")' in lines
+
+    made = [made for made in objects.objects() if made.get('name') != 'removalFinished']
+    assert made == [
+        {'event': 'service', 'running': False}, {'event': 'service', 'running': True},
+        {'event': 'request', 'name': 'installFiles', 'arguments': [
+            ['/absent "größer"\n.rpm'], False, False], 'sender': name},
+        {'event': 'signal', 'name': 'needConfirm'},
+        {'event': 'signal', 'name': 'installFinished', 'success': False, 'text': 'The user cancelled the installation'},
+        {'event': 'request', 'name': 'removePackages', 'arguments': [['app'], True], 'sender': name},
+        {'event': 'service', 'running': False}]
+    assert {'event': 'signal', 'name': 'removalFinished', 'success': False, 'text': removal} in objects.objects()
+    assert quiet.wait().out == []
+
+
+def test_signals_of_others(service, session_bus, ctl):
+    """Only those of the service's connection count, and only calls of the service's interface."""
+    run = ctl.start('monitor')
+    run.wait_line('the service runs')
+    values = GLib.Variant('(bs)', (True, ''))
+    session_bus.connection.emit_signal(None, PATH, INTERFACE, 'installFinished', values)
+    session_bus.connection.emit_signal(None, PATH, 'org.example.Other', 'removalFinished', values)
+    service.barrier()
+    service.kill()
+    run.wait_line('the service does not run')
+    assert [TIME.sub('', line) for line in run.process.lines()] == ['the service runs', 'the service does not run']
+
+
+def test_bus_that_goes(processes, session_bus, ctl):
+    runs = [ctl.start('monitor', *option) for option in ([], ['--json'])]
+    for run in runs:
+        run.wait_line('run')
+    processes.kill(session_bus.process)
+
+    for run in runs:
+        assert run.wait()[::2] == (69, ['velmora-installctl: the session bus went away'])
