@@ -7,6 +7,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
 
 #include <limits>
@@ -90,8 +91,8 @@ bool Service::isRunning() const
     if (m_isListening) {
         return !m_owner.isEmpty();
     }
-    const QDBusMessage answer = m_bus.call(ask(QStringLiteral("NameHasOwner")), QDBus::Block, QuestionTimeout);
-    return answer.arguments().value(0).toBool();
+    const QDBusReply<bool> answer = m_bus.call(ask(QStringLiteral("NameHasOwner")), QDBus::Block, QuestionTimeout);
+    return answer.isValid() && answer.value();
 }
 
 void Service::handleSignal(const QDBusMessage &message)
