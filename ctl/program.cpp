@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 
 namespace {
@@ -67,6 +68,8 @@ int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Rep
     QList<Subject> subjects;
     std::transform(files.cbegin(), files.cend(), std::back_inserter(subjects),
                    [](const NamedFile &file) { return file.subject; });
+    // Whether somebody reads the output or not, all requests are made, and the status tells how they ended.
+    std::signal(SIGPIPE, SIG_IGN);
     Errand errand(commandLine, subjects, report);
     const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &errand, &Errand::interrupt);
