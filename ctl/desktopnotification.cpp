@@ -50,7 +50,8 @@ Look lookOf(Outcome outcome)
 
 QString fileName(const Subject &subject)
 {
-    return subject.given.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
+    const QString name = subject.name.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
+    return printable(name.isEmpty() ? subject.given : name);
 }
 
 // The service's own text says more than the word for the outcome.
