@@ -19,6 +19,13 @@ _velmora_installctl() {
         esac
     done
 
+    # Bash takes "=" for a word of its own.
+    if [[ $word == = ]]; then
+        word=''
+    elif [[ $previous == = ]]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
+
     local all='--timeout --json --quiet --help'
     case $previous:$command:$word in
         --launcher:*) _velmora_installctl_files desktop "$word" ;;
