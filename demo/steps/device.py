@@ -77,6 +77,12 @@ class Device:
         self.processes.run('gdbus', [*HOME_SCREEN, 'gdbus', 'call', '--session', '--dest', NAME, '--object-path', PATH,
                                      '--method', f'{INTERFACE}.{method}', argument])
 
+    def start_installctl(self, *arguments):
+        """Starts the companion program as the home screen does, and does not wait for anything."""
+        program = self.processes.start('velmora-installctl', [*HOME_SCREEN, 'velmora-installctl', *arguments])
+        program.end_awaited = True
+        return program
+
     def service_process(self):
         """The process id of the installation handler, or None when it does not run."""
         return self._session_bus.process_of(NAME)

@@ -9,7 +9,8 @@ import stat
 import documents
 import pytest
 
-SIGNALS = '/tmp/test-signals'
+SIGNALS, INSTALLATION = '/tmp/test-signals', '/tmp/test-installation'
+GONE = 'the launcher is gone, and the service has reported nothing'
 INSTALLED = "org.velmoraos.installationhandler.installFinished (true, '')"
 REMOVED = "org.velmoraos.installationhandler.removalFinished (true, '')"
 FIND_DIALOG = 'xdotool search --sync --onlyvisible --class velmora-installationhandler'
@@ -119,25 +120,56 @@ def test_examples_for_gdbus(shell):
     assert not shell.picture.exists()
 
 
+def begin_to_install(shell, command):
+    """Runs a command up to the dialog. The command's output goes to a file."""
+    shell.run(f'{command.strip()} >{INSTALLATION} 2>&1 & installation=$!')
+    shell.run(FIND_DIALOG)
+
+
+def end_of_installation(shell):
+    """Waits until the command has ended, with success, and returns its last line."""
+    return shell.run(f'wait $installation && tail --lines 1 {INSTALLATION}')
+
+
+def test_the_way_in(shell):
+    (block,) = documents.examples('README.md', 'The way in')
+    install, remove, remove_launcher = block.splitlines()
+    package = shell.run('echo $DEMO_PACKAGE').strip()
+
+    begin_to_install(shell, install)
+    shell.run(shell.hint('Answer'))
+    assert end_of_installation(shell) == f'{package}: installed\n'
+    assert 'velmora-hello' in shell.run('rpm -qa')
+
+    assert shell.run(remove) == 'velmora-hello: removing\nvelmora-hello: removed\n'
+    assert 'velmora-hello' not in shell.run('rpm -qa; ls /usr/share/applications')
+    launcher = remove_launcher.split()[-1]
+    assert shell.run(remove_launcher) == f'{launcher}: removing\n{launcher}: removed\n'
+    assert 'velmora-notes' not in shell.run('rpm -qa; ls /usr/share/applications')
+    assert shell.leave(0) == 0
+
+
 def test_hints_of_the_shell(shell):
     assert 'velmora-hello' in shell.run(shell.hint('Package'))
-    start_watching(shell, shell.hint('Signals'))
+    shell.run(f'{shell.hint("Signals")} >{SIGNALS} 2>&1 &')
+    shell.wait_for_line('the service', SIGNALS)
 
-    assert shell.run(shell.hint('Install')) == '()\n'
-    shell.run(FIND_DIALOG)
+    begin_to_install(shell, shell.hint('Install'))
     # No event tells that the dialog has been painted. Antialiased text alone has dozens of colours.
     shell.run(f'until {shell.hint("Picture")} && [ "$(identify -format %k {shell.picture})" -ge 16 ]; do :; done')
     shell.run(shell.hint('Answer'))
-    shell.wait_for_line(INSTALLED, SIGNALS)
+    assert end_of_installation(shell).endswith(': installed\n')
+    shell.wait_for_line('installFinished(true', SIGNALS)
 
     said = shell.run(shell.hint('Look around'))
     assert 'velmora-hello-1.0-1' in said
     assert 'velmora-hello.desktop' in said
 
-    native, *others = re.findall(r'/[^"\' ]+\.desktop', shell.hint('Remove') + shell.welcome.partition('also: ')[2])
+    (native,) = re.findall(r'/\S+\.desktop', shell.hint('Remove'))
+    others = re.findall(r'/\S+\.desktop', shell.welcome.partition('also: ')[2])
     assert len(others) == 2
     for launcher in others:
-        assert shell.run(shell.hint('Remove').replace(native, launcher)) == '()\n'
-        shell.run(f'until ! [ -e {launcher} ]; do sleep 0.1; done')
+        assert shell.run(shell.hint('Remove').replace(native, launcher)) == \
+            f'{launcher}: removing\n{launcher}: removed: {GONE}\n'
     assert shell.leave(0) == 0
     assert stat.S_IMODE(shell.picture.stat().st_mode) == 0o644

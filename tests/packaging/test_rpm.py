@@ -115,6 +115,7 @@ def test_demo_installs_an_application(source, installed, tmp_path):
     said = run([source / 'demo/run', tmp_path / 'dialog.png'])
 
     assert 'signal: installFinished(true, "")' in said
+    assert '.rpm: installed\n' in said
     assert run(['rpm', '--verify', '--nodeps', NAME]) == ''
 
 
