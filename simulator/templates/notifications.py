@@ -21,3 +21,8 @@ def Notify(self, _app_name, replaces_id, _app_icon, _summary, _body, _actions, _
         return replaces_id
     self.last_id += 1
     return self.last_id
+
+
+@dbus.service.method(MAIN_IFACE, in_signature='u', out_signature='')
+def CloseNotification(self, _id):
+    pass

@@ -53,6 +53,7 @@ def test_notifications_are_recorded_with_their_hints(standins, client):
     assert client.call('Notify', '(susssasa{sv}i)', *arguments[:1], 1, *arguments[2:], **NOTIFICATIONS) == (1,)
     assert notifications.calls('Notify')[0].arguments == \
         ('app', 0, 'icon', 'summary', 'body', [], {'urgency': 2, 'transient': True}, -1)
+    assert client.call('CloseNotification', '(u)', 1, **NOTIFICATIONS) == ()
 
 
 @pytest.mark.parametrize('name, target, calls', [

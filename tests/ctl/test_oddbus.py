@@ -1,0 +1,187 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""A session bus that goes away, falls silent, or is none."""
+
+import re
+import signal
+import socket
+from contextlib import closing, contextmanager, suppress
+
+import pytest
+from gi.repository import Gio, GLib
+from oddservice import OddService, answer, ask
+
+LOST = 'unclear: the session bus went away before the service reported an outcome'
+NO_BUS = 'velmora-installctl: no session bus: '
+SILENT = f'{NO_BUS}it has not answered within 1 s'
+TIMEOUT = re.compile('.*: timeout: no (answer within 5 s; the service may go|outcome within 5 s; the service goes) on')
+NOT_STARTED = 'velmora-installctl: the service is not available: it has not started within 1 s'
+UNREQUESTED = 'velmora-installctl: 1 of 2 have not been requested'
+
+
+@pytest.fixture
+def files(tmp_path):
+    """The folder of the files a and b, and of a launcher."""
+    for name in ('a', 'b', 'app.desktop'):
+        (tmp_path / name).touch()
+    return tmp_path
+
+
+@pytest.fixture
+def odd(session_bus, processes):
+    """The service, which reports nothing."""
+    odd = OddService(session_bus, processes)
+    odd.plans.update({'answered': [answer], 'app.desktop': [answer], 'a': [ask, answer], '': [answer]})
+    return odd
+
+
+CASES = [
+    (['install', 'a', 'b'], 4, f'a: {LOST}', UNREQUESTED),
+    (['install', 'b', 'a'], 4, f'b: {LOST}', UNREQUESTED),
+    (['install', '--notify', 'a'], 4, f'a: {LOST}'),
+    (['remove', 'silent'], 4, f'silent: {LOST}'),
+    (['remove', '--no-wait', 'silent'], 4, f'silent: {LOST}'),
+    (['remove', 'answered', 'next'], 4, f'answered: {LOST}', UNREQUESTED),
+    (['remove', '--launcher', 'app.desktop'], 4, f'app.desktop: {LOST}'),
+    (['monitor'], 69, 'velmora-installctl: the session bus went away'),
+]
+
+
+@contextmanager
+def waiting(ctl, odd, folder, *options):
+    """Runs of all cases, which wait for something."""
+    runs = [ctl.start(*arguments, *options, folder=folder) for arguments, *_ in CASES]
+    for run, (arguments, *_) in zip(runs, CASES):
+        run.wait_line('the service runs' if arguments == ['monitor'] else ': ')
+    odd.wait_requests(len(CASES) - 1)
+    yield zip(runs, CASES)
+
+
+def test_end(session_bus, processes, odd, ctl, files):
+    """Nobody knows what becomes of the requests."""
+    with waiting(ctl, odd, files) as runs:
+        processes.kill(session_bus.process)
+        for run, (arguments, status, *errors) in runs:
+            assert run.wait()[::2] == (status, errors), arguments
+
+
+def test_silence(session_bus, odd, ctl, files):
+    """A bus that hangs while something is being waited for, and one that hangs from the beginning."""
+    with waiting(ctl, odd, files, '--timeout', '5') as runs:
+        session_bus.process.send_signal(signal.SIGSTOP)
+        later = [ctl.start(*arguments, '--timeout', '1', folder=files) for arguments, *_ in CASES]
+        for run, (_, _, _, *others) in zip(later, CASES):
+            assert run.wait() == (69, [], [SILENT, *others])
+        for run, (arguments, _, _, *others) in runs:
+            status, _, errors = run.wait()
+            if arguments == ['monitor']:
+                assert (status, errors) == (0, [])
+            else:
+                assert status == 124
+                assert TIMEOUT.fullmatch(errors.pop(0))
+                assert errors == others
+    session_bus.process.send_signal(signal.SIGCONT)
+
+
+@pytest.fixture
+def listener(tmp_path):
+    """A socket that programs can connect to."""
+    with closing(socket.socket(socket.AF_UNIX)) as listening:
+        listening.bind(str(tmp_path / 'bus'))
+        (tmp_path / 'bus').chmod(0o666)
+        listening.listen(20)
+        yield listening
+
+
+@pytest.fixture
+def there(files):
+    """The options of a run that takes the socket for the bus."""
+    return {'DBUS_SESSION_BUS_ADDRESS': f'unix:path={files}/bus', 'folder': files}
+
+
+def test_socket_that_is_silent(listener, ctl, there):
+    runs = [ctl.start(*arguments, '--timeout=1', **there) for arguments, *_ in CASES]
+    for run, (_, _, _, *others) in zip(runs, CASES):
+        assert run.wait() == (69, [], [SILENT, *others])
+
+
+GREETINGS = (b'', b'HTTP/1.1 400 Bad Request\r\n\r\n', b'OK 1234deadbeef\r\n', b'REJECTED EXTERNAL\r\n', b'\0' * 70000)
+
+
+def test_not_a_bus(listener, ctl, there):
+    """Whatever it says, the program ends."""
+    greeting = b''
+
+    def greet(_source, _condition):
+        connection, _ = listener.accept()
+        with closing(connection), suppress(BrokenPipeError):
+            connection.recv(1)
+            connection.sendall(greeting)
+        return True
+    watch = GLib.io_add_watch(listener.fileno(), GLib.PRIORITY_DEFAULT, GLib.IO_IN, greet)
+    for greeting in GREETINGS:
+        for arguments in (['install', 'a'], ['monitor']):
+            run = ctl(*arguments, **there)
+            assert (run.status, run.out, len(run.err)) == (69, [], 1), greeting
+            assert run.err[0].startswith(NO_BUS) and len(run.err[0]) > len(NO_BUS) + 10, greeting
+    GLib.source_remove(watch)
+
+
+class GreetingBus:
+    """Lets programs connect, and answers nothing but their greeting, or not even that."""
+
+    def __init__(self, path, greets):
+        self._greets = greets
+        self._connections = []
+        self._server = Gio.DBusServer.new_sync(f'unix:path={path}', Gio.DBusServerFlags.NONE, Gio.dbus_generate_guid(), None,
+                                               None)
+        path.chmod(0o666)
+        self._server.connect('new-connection', self._connected)
+        self._server.start()
+
+    def stop(self):
+        """Ends it."""
+        self._server.stop()
+        for connection in self._connections:
+            connection.close()
+
+    def _connected(self, _server, connection):
+        self._connections.append(connection)
+        connection.add_filter(self._received)
+        return True
+
+    def _received(self, connection, message, incoming):
+        """Runs in the connection's own thread."""
+        if not incoming:
+            return message
+        if self._greets and message.get_member() == 'Hello':
+            reply = message.new_method_reply()
+            reply.set_body(GLib.Variant('(s)', (':1.1',)))
+            reply.set_sender('org.freedesktop.DBus')
+            connection.send_message(reply, Gio.DBusSendMessageFlags.NONE)
+        return None
+
+
+@pytest.mark.parametrize('greets', [False, True])
+def test_bus_that_stops_at_the_greeting(ctl, files, there, greets):
+    bus = GreetingBus(files / 'bus', greets)
+    runs = [ctl.start(*arguments, '--quiet', '--timeout=1', **there) for arguments, *_ in CASES]
+    for run, (arguments, _, _, *others) in zip(runs, CASES):
+        if greets and arguments == ['monitor']:
+            assert run.wait() == (0, [], [])
+        elif greets and '--no-wait' in arguments:
+            assert run.wait() == (69, [], [NOT_STARTED])
+        else:
+            assert run.wait() == (69, [], [SILENT, *others])
+    bus.stop()
+
+
+def test_no_bus(ctl, files):
+    """Addresses that lead nowhere. Problems of files are told all the same."""
+    for address in ('', 'nonsense', 'unix:path=/dev/null', 'unix:path=/', 'tcp:host=localhost,port=1', 'unix:', ';'):
+        variables = {'DBUS_SESSION_BUS_ADDRESS': address, 'folder': files}
+        run = ctl('install', '--quiet', 'a', 'b', **variables)
+        assert (run.status, run.out) == (69, [])
+        assert run.err[0].startswith(NO_BUS) and run.err[1:] == [UNREQUESTED], address
+        assert ctl('install', 'absent', **variables) == (66, [], ['absent: No such file or directory'])
+        assert ctl('monitor', **variables).status == 69
