@@ -86,8 +86,8 @@ void DesktopNotification::showResult(const Subject &subject, const Result &resul
 
 void DesktopNotification::showEnd(Outcome outcome, int)
 {
-    // The user knows it.
-    if (outcome == Outcome::Declined) {
+    // The user knows it, or the service shows a notification of its own.
+    if (outcome == Outcome::Declined || outcome == Outcome::Forbidden) {
         close();
         return;
     }

@@ -101,13 +101,6 @@ QString findReadingProblem(const QByteArray &path)
     return QString();
 }
 
-QString notUtf8()
-{
-    //: The path of a file
-    //% "the path is not UTF-8, so the service cannot be told"
-    return qtTrId("installctl-not-utf8");
-}
-
 NamedFile find(const QByteArray &given)
 {
     NamedFile file;
@@ -125,7 +118,9 @@ NamedFile find(const QByteArray &given)
     file.subject.name = QString::fromUtf8(absolute);
     file.problem = findProblem(absolute);
     if (file.problem.isEmpty() && !readUtf8(absolute)) {
-        file.problem = notUtf8();
+        //: The path of a file
+        //% "the path is not UTF-8, so the service cannot be told"
+        file.problem = qtTrId("installctl-not-utf8");
     }
     return file;
 }
@@ -150,12 +145,11 @@ NamedFile findPackageFile(const QByteArray &given, bool sdkMode)
         return file;
     }
     file.subject.argument = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    // In sdk mode the service takes the argument for a path.
     if (sdkMode) {
         //: %1 is the option --sdk
         //% "with %1 a path must not end in a blank"
         file.problem = qtTrId("installctl-blank-at-end").arg(QStringLiteral("--sdk"));
-    } else if (!isUnderstood(file.subject.argument, path)) {
-        file.problem = notUtf8();
     }
     return file;
 }

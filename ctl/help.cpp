@@ -25,7 +25,7 @@ QString options()
 {
     return
             //: An option
-            //% "install in sdk mode, without a question if developer mode allows that"
+            //% "install in sdk mode, without a question if allowed"
             line("--sdk", qtTrId("installctl-help-sdk"))
             //: An option
             //% "keep the data of the application"

@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>إخراج الأخطاء فقط</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>التثبيت في وضع SDK، بلا سؤال إن سمح وضع المطوّر بذلك</translation>
+        <translation>التثبيت في وضع SDK، بلا سؤال إن كان ذلك مسموحًا</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>nur Fehler ausgeben</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>im SDK-Modus installieren, ohne Frage, wenn der Entwicklermodus das erlaubt</translation>
+        <translation>im SDK-Modus installieren, ohne Frage, wenn erlaubt</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>escribir solo los errores</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>instalar en modo SDK, sin preguntar si el modo de desarrollador lo permite</translation>
+        <translation>instalar en modo SDK, sin preguntar si está permitido</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

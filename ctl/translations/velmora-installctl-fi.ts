@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>tulosta vain virheet</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>asenna SDK-tilassa, kysymättä, jos kehittäjätila sallii sen</translation>
+        <translation>asenna SDK-tilassa, kysymättä, jos se on sallittu</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

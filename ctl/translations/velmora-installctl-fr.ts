@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>n’écrire que les erreurs</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>installer en mode SDK, sans question si le mode développeur le permet</translation>
+        <translation>installer en mode SDK, sans question si c’est permis</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>выводить только ошибки</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>установить в режиме SDK, без вопроса, если это разрешает режим разработчика</translation>
+        <translation>установить в режиме SDK, без вопроса, если это разрешено</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

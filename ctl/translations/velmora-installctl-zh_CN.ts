@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>只输出错误</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>以 SDK 模式安装；若开发者模式允许则不询问</translation>
+        <translation>以 SDK 模式安装；若允许则不询问</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>

@@ -118,9 +118,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>print errors only</translation>
     </message>
     <message id="installctl-help-sdk">
-        <source>install in sdk mode, without a question if developer mode allows that</source>
+        <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>install in sdk mode, without a question if developer mode allows that</translation>
+        <translation>install in sdk mode, without a question if allowed</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>
