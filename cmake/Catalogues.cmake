@@ -6,17 +6,20 @@
 # cmake --build <build folder> --target update-translations: updates all catalogues from the texts in the code and in the
 # QML. It marks new texts as "unfinished" for the translators; the tests fail until they are translated.
 
+set(VELMORA_LANGUAGES
+    ar bg bn ca cs da de el en_GB es et fa fi fr fr_CA he hi hr hu id it ja ko lt lv ms nb nl pl pt pt_BR ro ru sk sl sr sv th
+    tr uk vi zh_CN zh_TW)
+
 add_custom_target(translations ALL)
 add_custom_target(update-translations)
 
-# add_catalogues(<name> LANGUAGES <language>... SOURCES <pattern>...)
+# add_catalogues(<name> <pattern>...)
 #
 # Compiles and installs the catalogues <name>_eng_en.ts and <name>-<language>.ts of the current folder. The patterns say which
 # files have the texts.
 function(add_catalogues name)
-    cmake_parse_arguments(PARSE_ARGV 1 CATALOGUES "" "" "LANGUAGES;SOURCES")
     set(catalogues ${name}_eng_en.ts)
-    foreach(language IN LISTS CATALOGUES_LANGUAGES)
+    foreach(language IN LISTS VELMORA_LANGUAGES)
         list(APPEND catalogues ${name}-${language}.ts)
     endforeach()
 
@@ -35,7 +38,7 @@ function(add_catalogues name)
 
     add_custom_target(update-translations-${name}
         COMMAND "${CMAKE_COMMAND}" "-DLUPDATE=$<TARGET_FILE:Qt5::lupdate>" "-DCATALOGUES=${catalogues}"
-            "-DSOURCES=${CATALOGUES_SOURCES}" -P "${CMAKE_SOURCE_DIR}/cmake/UpdateCatalogues.cmake"
+            "-DSOURCES=${ARGN}" -P "${CMAKE_SOURCE_DIR}/cmake/UpdateCatalogues.cmake"
         WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
         VERBATIM)
     add_dependencies(update-translations update-translations-${name})

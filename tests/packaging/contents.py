@@ -8,7 +8,6 @@ LANGUAGES = (
     'ar', 'bg', 'bn', 'ca', 'cs', 'da', 'de', 'el', 'en_GB', 'es', 'et', 'fa', 'fi', 'fr', 'fr_CA', 'he', 'hi', 'hr', 'hu',
     'id', 'it', 'ja', 'ko', 'lt', 'lv', 'ms', 'nb', 'nl', 'pl', 'pt', 'pt_BR', 'ro', 'ru', 'sk', 'sl', 'sr', 'sv', 'th', 'tr',
     'uk', 'vi', 'zh_CN', 'zh_TW')
-CTL_LANGUAGES = ('ar', 'de', 'es', 'fi', 'fr', 'ru', 'zh_CN')
 
 # The paths and permissions of all installed files.
 INSTALLED = {
@@ -25,7 +24,7 @@ INSTALLED = {
     'usr/share/translations/velmora-installationhandler_eng_en.qm': 0o644,
     **{f'usr/share/translations/velmora-installationhandler-{language}.qm': 0o644 for language in LANGUAGES},
     'usr/share/translations/velmora-installctl_eng_en.qm': 0o644,
-    **{f'usr/share/translations/velmora-installctl-{language}.qm': 0o644 for language in CTL_LANGUAGES},
+    **{f'usr/share/translations/velmora-installctl-{language}.qm': 0o644 for language in LANGUAGES},
     'usr/share/velmora-installationhandler/SideloadDialog.qml': 0o644,
     'usr/share/zsh/vendor-completions/_velmora-installctl': 0o644,
 }

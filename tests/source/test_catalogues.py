@@ -84,7 +84,7 @@ def mark_at_end(text):
 
 @pytest.mark.parametrize('program', PROGRAMS, ids=lambda program: program.name)
 def test_every_catalogue_is_compiled(program):
-    (languages,) = re.findall(r'set\(languages\s([^)]+)\)', (program.folder / 'CMakeLists.txt').read_text())
+    (languages,) = re.findall(r'set\(VELMORA_LANGUAGES\s([^)]+)\)', (ROOT / 'cmake/Catalogues.cmake').read_text())
     assert program.english.exists()
     assert [path.name for path in program.translated()] == [f'{program.name}-{code}.ts' for code in languages.split()]
 
@@ -179,4 +179,4 @@ def test_desktop_entry_has_the_languages_of_its_program():
     entry.read(ROOT / 'ctl/velmora-installctl.desktop', encoding='utf-8')
     names = {key: value for key, value in entry['Desktop Entry'].items() if key.startswith('Name')}
     assert list(names) == ['Name', *(f'Name[{language(path)}]' for path in COMPANION.translated())]
-    assert len(set(names.values())) == len(names)
+    assert list(names.values()).count(names['Name']) == 2, 'British English has the same words'

@@ -1,0 +1,386 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!--
+SPDX-FileCopyrightText: velmora-installationhandler contributors
+SPDX-License-Identifier: BSD-3-Clause
+-->
+<TS version="2.1" language="bg">
+<context>
+    <name></name>
+    <message id="installctl-blank-at-end">
+        <source>with %1 a path must not end in a blank</source>
+        <extracomment>%1 is the option --sdk</extracomment>
+        <translation>с %1 пътят не може да завършва с интервал</translation>
+    </message>
+    <message id="installctl-bus-lost">
+        <source>the session bus went away before the service reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>сесийната шина изчезна, преди услугата да съобщи резултат</translation>
+    </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>тя не отговори в рамките на %1 s</translation>
+    </message>
+    <message id="installctl-confirming">
+        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
+        <translation>изчаква се отговорът Ви на екрана на устройството, а след това инсталирането</translation>
+    </message>
+    <message id="installctl-declined">
+        <source>declined</source>
+        <extracomment>The user has declined the installation</extracomment>
+        <translation>отказано</translation>
+    </message>
+    <message id="installctl-failed">
+        <source>failed</source>
+        <extracomment>The reason follows</extracomment>
+        <translation>неуспешно</translation>
+    </message>
+    <message id="installctl-forbidden">
+        <source>forbidden</source>
+        <extracomment>The device&apos;s policy forbids the installation</extracomment>
+        <translation>забранено</translation>
+    </message>
+    <message id="installctl-goes-on">
+        <source>the service goes on</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>услугата продължава да работи</translation>
+    </message>
+    <message id="installctl-help-declined">
+        <source>the user has declined</source>
+        <extracomment>An exit status</extracomment>
+        <translation>потребителят отказа</translation>
+    </message>
+    <message id="installctl-help-done">
+        <source>done</source>
+        <extracomment>An exit status</extracomment>
+        <translation>готово</translation>
+    </message>
+    <message id="installctl-help-failed">
+        <source>something has failed</source>
+        <extracomment>An exit status</extracomment>
+        <translation>нещо се провали</translation>
+    </message>
+    <message id="installctl-help-forbidden">
+        <source>the device&apos;s policy forbids it</source>
+        <extracomment>An exit status</extracomment>
+        <translation>политиката на устройството не го позволява</translation>
+    </message>
+    <message id="installctl-help-help">
+        <source>print this text</source>
+        <extracomment>An option</extracomment>
+        <translation>извеждане на този текст</translation>
+    </message>
+    <message id="installctl-help-interrupted">
+        <source>interrupted by a signal; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>прекъснато от сигнал; услугата продължава да работи</translation>
+    </message>
+    <message id="installctl-help-json">
+        <source>print JSON objects, one a line</source>
+        <extracomment>An option</extracomment>
+        <translation>извеждане на обекти JSON, по един на ред</translation>
+    </message>
+    <message id="installctl-help-keep-user-data">
+        <source>keep the data of the application</source>
+        <extracomment>An option</extracomment>
+        <translation>запазване на данните на приложението</translation>
+    </message>
+    <message id="installctl-help-launcher">
+        <source>remove the application of a launcher</source>
+        <extracomment>An option</extracomment>
+        <translation>премахване на приложението, чийто е стартерът</translation>
+    </message>
+    <message id="installctl-help-no-wait">
+        <source>do not wait for the outcome</source>
+        <extracomment>An option</extracomment>
+        <translation>без изчакване на резултата</translation>
+    </message>
+    <message id="installctl-help-notify">
+        <source>also show desktop notifications</source>
+        <extracomment>An option</extracomment>
+        <translation>показване и на известия на работния плот</translation>
+    </message>
+    <message id="installctl-help-options">
+        <source>Options:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Опции:</translation>
+    </message>
+    <message id="installctl-help-problem">
+        <source>a file cannot be used; nothing was requested</source>
+        <extracomment>An exit status</extracomment>
+        <translation>файл не може да се ползва; нищо не е заявено</translation>
+    </message>
+    <message id="installctl-help-quiet">
+        <source>print errors only</source>
+        <extracomment>An option</extracomment>
+        <translation>извеждане само на грешките</translation>
+    </message>
+    <message id="installctl-help-sdk">
+        <source>install in sdk mode, without a question if allowed</source>
+        <extracomment>An option</extracomment>
+        <translation>инсталиране в режим SDK, без въпрос, ако е позволено</translation>
+    </message>
+    <message id="installctl-help-statuses">
+        <source>Exit status:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Изходен код:</translation>
+    </message>
+    <message id="installctl-help-timed-out">
+        <source>the time is over; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>времето изтече; услугата продължава да работи</translation>
+    </message>
+    <message id="installctl-help-timeout">
+        <source>wait no longer than this, 0 for no limit</source>
+        <extracomment>An option</extracomment>
+        <translation>изчаква се най-много толкова, 0 — без ограничение</translation>
+    </message>
+    <message id="installctl-help-unavailable">
+        <source>no session bus or no service</source>
+        <extracomment>An exit status</extracomment>
+        <translation>няма сесийна шина или услуга</translation>
+    </message>
+    <message id="installctl-help-unclear">
+        <source>the outcome is not known, or may be that of another request</source>
+        <extracomment>An exit status</extracomment>
+        <translation>резултатът е неизвестен или може да е от друга заявка</translation>
+    </message>
+    <message id="installctl-help-unprivileged">
+        <source>the caller may not ask for this</source>
+        <extracomment>An exit status</extracomment>
+        <translation>извикващият няма право да иска това</translation>
+    </message>
+    <message id="installctl-help-unwritten">
+        <source>done, but the output could not be written</source>
+        <extracomment>An exit status</extracomment>
+        <translation>готово, но изходът не можа да бъде записан</translation>
+    </message>
+    <message id="installctl-help-usage">
+        <source>bad command line</source>
+        <extracomment>An exit status</extracomment>
+        <translation>неправилен команден ред</translation>
+    </message>
+    <message id="installctl-help-version">
+        <source>print the version</source>
+        <extracomment>An option</extracomment>
+        <translation>извеждане на версията</translation>
+    </message>
+    <message id="installctl-installed">
+        <source>installed</source>
+        <extracomment>A package has been installed</extracomment>
+        <translation>инсталирано</translation>
+    </message>
+    <message id="installctl-installing">
+        <source>installing</source>
+        <extracomment>A package is being installed</extracomment>
+        <translation>инсталира се</translation>
+    </message>
+    <message id="installctl-interrupted">
+        <source>interrupted</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>прекъснато</translation>
+    </message>
+    <message id="installctl-launcher-gone">
+        <source>the launcher is gone, and the service has reported nothing</source>
+        <extracomment>Why an application counts as removed; a launcher is a .desktop file</extracomment>
+        <translation>стартерът изчезна, а услугата не съобщи нищо</translation>
+    </message>
+    <message id="installctl-launcher-there">
+        <source>the service has reported nothing, and the launcher is still there</source>
+        <extracomment>Why it is not known whether an application has been removed; a launcher is a .desktop file</extracomment>
+        <translation>услугата не съобщи нищо, а стартерът още е налице</translation>
+    </message>
+    <message id="installctl-monitor-bus-lost">
+        <source>the session bus went away</source>
+        <extracomment>An error</extracomment>
+        <translation>сесийната шина изчезна</translation>
+    </message>
+    <message id="installctl-no-bus">
+        <source>no session bus: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>няма сесийна шина: %1</translation>
+    </message>
+    <message id="installctl-nonsense">
+        <source>the service reported something that cannot be understood</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>услугата съобщи нещо неразбираемо</translation>
+    </message>
+    <message id="installctl-not-regular">
+        <source>not a regular file</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>не е обикновен файл</translation>
+    </message>
+    <message id="installctl-not-started">
+        <source>it has not started within %1 s</source>
+        <extracomment>The reason why a service is not available</extracomment>
+        <translation>тя не се стартира в рамките на %1 s</translation>
+    </message>
+    <message id="installctl-not-utf8">
+        <source>the path is not UTF-8, so the service cannot be told</source>
+        <extracomment>The path of a file</extracomment>
+        <translation>пътят не е в UTF-8 и не може да бъде съобщен на услугата</translation>
+    </message>
+    <message id="installctl-notification-installed">
+        <source>Installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Инсталирано</translation>
+    </message>
+    <message id="installctl-notification-installing">
+        <source>Installing…</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Инсталиране…</translation>
+    </message>
+    <message id="installctl-notification-not-installed">
+        <source>Not installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Не е инсталирано</translation>
+    </message>
+    <message id="installctl-notification-unknown">
+        <source>Outcome not known</source>
+        <extracomment>Title of a notification: nobody knows how the installation has ended or will end</extracomment>
+        <translation>Неизвестен резултат</translation>
+    </message>
+    <message id="installctl-reading">
+        <source>reading</source>
+        <extracomment>The service reads a package file</extracomment>
+        <translation>чете се</translation>
+    </message>
+    <message id="installctl-removed">
+        <source>removed</source>
+        <extracomment>A package has been removed</extracomment>
+        <translation>премахнато</translation>
+    </message>
+    <message id="installctl-removing">
+        <source>removing</source>
+        <extracomment>A package is being removed</extracomment>
+        <translation>премахва се</translation>
+    </message>
+    <message id="installctl-removing-of">
+        <source>removing %1 of %2</source>
+        <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
+        <translation>премахва се, %1 от %2</translation>
+    </message>
+    <message id="installctl-requested">
+        <source>requested</source>
+        <extracomment>The service has taken a request</extracomment>
+        <translation>заявено</translation>
+    </message>
+    <message id="installctl-see-help">
+        <source>see %1</source>
+        <extracomment>%1 is a command</extracomment>
+        <translation>вижте %1</translation>
+    </message>
+    <message id="installctl-service-ended">
+        <source>the service ended before it reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>услугата приключи, преди да съобщи резултат</translation>
+    </message>
+    <message id="installctl-service-rests">
+        <source>the service does not run</source>
+        <extracomment>The service is not on the bus</extracomment>
+        <translation>услугата не работи</translation>
+    </message>
+    <message id="installctl-service-runs">
+        <source>the service runs</source>
+        <extracomment>The service is on the bus</extracomment>
+        <translation>услугата работи</translation>
+    </message>
+    <message id="installctl-timeout">
+        <source>timeout</source>
+        <extracomment>The time is over</extracomment>
+        <translation>времето изтече</translation>
+    </message>
+    <message id="installctl-unanswered">
+        <source>no answer within %1 s; the service may go on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>няма отговор в рамките на %1 s; услугата може би продължава да работи</translation>
+    </message>
+    <message id="installctl-unavailable">
+        <source>the service is not available: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>услугата не е достъпна: %1</translation>
+    </message>
+    <message id="installctl-uncertain">
+        <source>%1 (may be the outcome of another request)</source>
+        <extracomment>%1 is the outcome of a request</extracomment>
+        <translation>%1 (може да е резултатът от друга заявка)</translation>
+    </message>
+    <message id="installctl-unclear">
+        <source>unclear</source>
+        <extracomment>It is not known how the request has ended</extracomment>
+        <translation>неясно</translation>
+    </message>
+    <message id="installctl-unfinished">
+        <source>no outcome within %1 s; the service goes on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>няма резултат в рамките на %1 s; услугата продължава да работи</translation>
+    </message>
+    <message id="installctl-unprivileged">
+        <source>unprivileged</source>
+        <extracomment>The user may not ask for this</extracomment>
+        <translation>липсват нужните права</translation>
+    </message>
+    <message id="installctl-unrequested">
+        <source>%1 of %2 have not been requested</source>
+        <extracomment>%1 and %2 are numbers of files or packages</extracomment>
+        <translation>незаявени: %1 от %2</translation>
+    </message>
+    <message id="installctl-unwritten">
+        <source>the output could not be written</source>
+        <extracomment>An error</extracomment>
+        <translation>изходът не можа да бъде записан</translation>
+    </message>
+    <message id="installctl-usage-no-command">
+        <source>a command is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>липсва команда</translation>
+    </message>
+    <message id="installctl-usage-no-subject">
+        <source>a file or a name is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>липсва файл или име</translation>
+    </message>
+    <message id="installctl-usage-seconds">
+        <source>%1 takes a whole number from 0 to %2</source>
+        <extracomment>%1 is the option --timeout, %2 a number</extracomment>
+        <translation>%1 изисква цяло число от 0 до %2</translation>
+    </message>
+    <message id="installctl-usage-too-many-names">
+        <source>with %1 no more than %2 names can be given</source>
+        <extracomment>%1 is the option --no-wait, %2 a number</extracomment>
+        <translation>с %1 могат да се зададат най-много %2 имена</translation>
+    </message>
+    <message id="installctl-usage-unknown-command">
+        <source>there is no command %1</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>няма команда %1</translation>
+    </message>
+    <message id="installctl-usage-word-too-many">
+        <source>%1 is one word too many</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>%1 е една дума в повече</translation>
+    </message>
+    <message id="installctl-usage-wrong-name">
+        <source>a name is empty or not UTF-8</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>име е празно или не е в UTF-8</translation>
+    </message>
+    <message id="installctl-usage-wrong-option">
+        <source>%1 does not go with this command and its other options</source>
+        <extracomment>%1 is an option such as --sdk</extracomment>
+        <translation>%1 не се съчетава с тази команда и другите ѝ опции</translation>
+    </message>
+    <message id="installctl-waiting">
+        <source>waiting for the service</source>
+        <extracomment>The service does something else at the moment</extracomment>
+        <translation>изчаква се услугата</translation>
+    </message>
+    <message id="installctl-wrong-url">
+        <source>not a URL of a file on this device</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>не е URL адрес на файл на това устройство</translation>
+    </message>
+</context>
+</TS>

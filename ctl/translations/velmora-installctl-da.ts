@@ -1,0 +1,386 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!--
+SPDX-FileCopyrightText: velmora-installationhandler contributors
+SPDX-License-Identifier: BSD-3-Clause
+-->
+<TS version="2.1" language="da">
+<context>
+    <name></name>
+    <message id="installctl-blank-at-end">
+        <source>with %1 a path must not end in a blank</source>
+        <extracomment>%1 is the option --sdk</extracomment>
+        <translation>ved brug af %1 må en sti ikke slutte med et mellemrum</translation>
+    </message>
+    <message id="installctl-bus-lost">
+        <source>the session bus went away before the service reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>sessionsbussen forsvandt, før tjenesten meldte et resultat</translation>
+    </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>den har ikke svaret inden for %1 s</translation>
+    </message>
+    <message id="installctl-confirming">
+        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
+        <translation>venter på dit svar på enhedens skærm og derefter på installationen</translation>
+    </message>
+    <message id="installctl-declined">
+        <source>declined</source>
+        <extracomment>The user has declined the installation</extracomment>
+        <translation>afvist</translation>
+    </message>
+    <message id="installctl-failed">
+        <source>failed</source>
+        <extracomment>The reason follows</extracomment>
+        <translation>mislykkedes</translation>
+    </message>
+    <message id="installctl-forbidden">
+        <source>forbidden</source>
+        <extracomment>The device&apos;s policy forbids the installation</extracomment>
+        <translation>forbudt</translation>
+    </message>
+    <message id="installctl-goes-on">
+        <source>the service goes on</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>tjenesten fortsætter</translation>
+    </message>
+    <message id="installctl-help-declined">
+        <source>the user has declined</source>
+        <extracomment>An exit status</extracomment>
+        <translation>brugeren har afvist</translation>
+    </message>
+    <message id="installctl-help-done">
+        <source>done</source>
+        <extracomment>An exit status</extracomment>
+        <translation>udført</translation>
+    </message>
+    <message id="installctl-help-failed">
+        <source>something has failed</source>
+        <extracomment>An exit status</extracomment>
+        <translation>noget mislykkedes</translation>
+    </message>
+    <message id="installctl-help-forbidden">
+        <source>the device&apos;s policy forbids it</source>
+        <extracomment>An exit status</extracomment>
+        <translation>enhedens politik tillader det ikke</translation>
+    </message>
+    <message id="installctl-help-help">
+        <source>print this text</source>
+        <extracomment>An option</extracomment>
+        <translation>udskriv denne tekst</translation>
+    </message>
+    <message id="installctl-help-interrupted">
+        <source>interrupted by a signal; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>afbrudt af et signal; tjenesten fortsætter</translation>
+    </message>
+    <message id="installctl-help-json">
+        <source>print JSON objects, one a line</source>
+        <extracomment>An option</extracomment>
+        <translation>udskriv JSON-objekter, ét pr. linje</translation>
+    </message>
+    <message id="installctl-help-keep-user-data">
+        <source>keep the data of the application</source>
+        <extracomment>An option</extracomment>
+        <translation>behold appens data</translation>
+    </message>
+    <message id="installctl-help-launcher">
+        <source>remove the application of a launcher</source>
+        <extracomment>An option</extracomment>
+        <translation>fjern den app, som en programstarter hører til</translation>
+    </message>
+    <message id="installctl-help-no-wait">
+        <source>do not wait for the outcome</source>
+        <extracomment>An option</extracomment>
+        <translation>vent ikke på resultatet</translation>
+    </message>
+    <message id="installctl-help-notify">
+        <source>also show desktop notifications</source>
+        <extracomment>An option</extracomment>
+        <translation>vis også skrivebordsnotifikationer</translation>
+    </message>
+    <message id="installctl-help-options">
+        <source>Options:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Tilvalg:</translation>
+    </message>
+    <message id="installctl-help-problem">
+        <source>a file cannot be used; nothing was requested</source>
+        <extracomment>An exit status</extracomment>
+        <translation>en fil kan ikke bruges; der er ikke anmodet om noget</translation>
+    </message>
+    <message id="installctl-help-quiet">
+        <source>print errors only</source>
+        <extracomment>An option</extracomment>
+        <translation>udskriv kun fejl</translation>
+    </message>
+    <message id="installctl-help-sdk">
+        <source>install in sdk mode, without a question if allowed</source>
+        <extracomment>An option</extracomment>
+        <translation>installer i SDK-tilstand, uden spørgsmål, hvis tilladt</translation>
+    </message>
+    <message id="installctl-help-statuses">
+        <source>Exit status:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Afslutningsstatus:</translation>
+    </message>
+    <message id="installctl-help-timed-out">
+        <source>the time is over; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>tiden er udløbet; tjenesten fortsætter</translation>
+    </message>
+    <message id="installctl-help-timeout">
+        <source>wait no longer than this, 0 for no limit</source>
+        <extracomment>An option</extracomment>
+        <translation>vent ikke længere end dette, 0 for ingen grænse</translation>
+    </message>
+    <message id="installctl-help-unavailable">
+        <source>no session bus or no service</source>
+        <extracomment>An exit status</extracomment>
+        <translation>ingen sessionsbus eller ingen tjeneste</translation>
+    </message>
+    <message id="installctl-help-unclear">
+        <source>the outcome is not known, or may be that of another request</source>
+        <extracomment>An exit status</extracomment>
+        <translation>resultatet er ukendt eller måske fra en anden anmodning</translation>
+    </message>
+    <message id="installctl-help-unprivileged">
+        <source>the caller may not ask for this</source>
+        <extracomment>An exit status</extracomment>
+        <translation>kalderen må ikke bede om dette</translation>
+    </message>
+    <message id="installctl-help-unwritten">
+        <source>done, but the output could not be written</source>
+        <extracomment>An exit status</extracomment>
+        <translation>udført, men uddata kunne ikke skrives</translation>
+    </message>
+    <message id="installctl-help-usage">
+        <source>bad command line</source>
+        <extracomment>An exit status</extracomment>
+        <translation>ugyldig kommandolinje</translation>
+    </message>
+    <message id="installctl-help-version">
+        <source>print the version</source>
+        <extracomment>An option</extracomment>
+        <translation>udskriv versionen</translation>
+    </message>
+    <message id="installctl-installed">
+        <source>installed</source>
+        <extracomment>A package has been installed</extracomment>
+        <translation>installeret</translation>
+    </message>
+    <message id="installctl-installing">
+        <source>installing</source>
+        <extracomment>A package is being installed</extracomment>
+        <translation>installeres</translation>
+    </message>
+    <message id="installctl-interrupted">
+        <source>interrupted</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>afbrudt</translation>
+    </message>
+    <message id="installctl-launcher-gone">
+        <source>the launcher is gone, and the service has reported nothing</source>
+        <extracomment>Why an application counts as removed; a launcher is a .desktop file</extracomment>
+        <translation>programstarteren er væk, og tjenesten har ikke meldt noget</translation>
+    </message>
+    <message id="installctl-launcher-there">
+        <source>the service has reported nothing, and the launcher is still there</source>
+        <extracomment>Why it is not known whether an application has been removed; a launcher is a .desktop file</extracomment>
+        <translation>tjenesten har ikke meldt noget, og programstarteren findes stadig</translation>
+    </message>
+    <message id="installctl-monitor-bus-lost">
+        <source>the session bus went away</source>
+        <extracomment>An error</extracomment>
+        <translation>sessionsbussen forsvandt</translation>
+    </message>
+    <message id="installctl-no-bus">
+        <source>no session bus: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>ingen sessionsbus: %1</translation>
+    </message>
+    <message id="installctl-nonsense">
+        <source>the service reported something that cannot be understood</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>tjenesten meldte noget uforståeligt</translation>
+    </message>
+    <message id="installctl-not-regular">
+        <source>not a regular file</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>ikke en almindelig fil</translation>
+    </message>
+    <message id="installctl-not-started">
+        <source>it has not started within %1 s</source>
+        <extracomment>The reason why a service is not available</extracomment>
+        <translation>den er ikke startet inden for %1 s</translation>
+    </message>
+    <message id="installctl-not-utf8">
+        <source>the path is not UTF-8, so the service cannot be told</source>
+        <extracomment>The path of a file</extracomment>
+        <translation>stien er ikke UTF-8 og kan derfor ikke videregives til tjenesten</translation>
+    </message>
+    <message id="installctl-notification-installed">
+        <source>Installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Installeret</translation>
+    </message>
+    <message id="installctl-notification-installing">
+        <source>Installing…</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Installerer…</translation>
+    </message>
+    <message id="installctl-notification-not-installed">
+        <source>Not installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Ikke installeret</translation>
+    </message>
+    <message id="installctl-notification-unknown">
+        <source>Outcome not known</source>
+        <extracomment>Title of a notification: nobody knows how the installation has ended or will end</extracomment>
+        <translation>Resultatet er ukendt</translation>
+    </message>
+    <message id="installctl-reading">
+        <source>reading</source>
+        <extracomment>The service reads a package file</extracomment>
+        <translation>læses</translation>
+    </message>
+    <message id="installctl-removed">
+        <source>removed</source>
+        <extracomment>A package has been removed</extracomment>
+        <translation>fjernet</translation>
+    </message>
+    <message id="installctl-removing">
+        <source>removing</source>
+        <extracomment>A package is being removed</extracomment>
+        <translation>fjernes</translation>
+    </message>
+    <message id="installctl-removing-of">
+        <source>removing %1 of %2</source>
+        <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
+        <translation>fjernes, %1 af %2</translation>
+    </message>
+    <message id="installctl-requested">
+        <source>requested</source>
+        <extracomment>The service has taken a request</extracomment>
+        <translation>anmodning modtaget</translation>
+    </message>
+    <message id="installctl-see-help">
+        <source>see %1</source>
+        <extracomment>%1 is a command</extracomment>
+        <translation>se %1</translation>
+    </message>
+    <message id="installctl-service-ended">
+        <source>the service ended before it reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>tjenesten stoppede, før den meldte et resultat</translation>
+    </message>
+    <message id="installctl-service-rests">
+        <source>the service does not run</source>
+        <extracomment>The service is not on the bus</extracomment>
+        <translation>tjenesten kører ikke</translation>
+    </message>
+    <message id="installctl-service-runs">
+        <source>the service runs</source>
+        <extracomment>The service is on the bus</extracomment>
+        <translation>tjenesten kører</translation>
+    </message>
+    <message id="installctl-timeout">
+        <source>timeout</source>
+        <extracomment>The time is over</extracomment>
+        <translation>tiden er udløbet</translation>
+    </message>
+    <message id="installctl-unanswered">
+        <source>no answer within %1 s; the service may go on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>intet svar inden for %1 s; tjenesten fortsætter måske</translation>
+    </message>
+    <message id="installctl-unavailable">
+        <source>the service is not available: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>tjenesten er ikke tilgængelig: %1</translation>
+    </message>
+    <message id="installctl-uncertain">
+        <source>%1 (may be the outcome of another request)</source>
+        <extracomment>%1 is the outcome of a request</extracomment>
+        <translation>%1 (er måske resultatet af en anden anmodning)</translation>
+    </message>
+    <message id="installctl-unclear">
+        <source>unclear</source>
+        <extracomment>It is not known how the request has ended</extracomment>
+        <translation>uklart</translation>
+    </message>
+    <message id="installctl-unfinished">
+        <source>no outcome within %1 s; the service goes on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>intet resultat inden for %1 s; tjenesten fortsætter</translation>
+    </message>
+    <message id="installctl-unprivileged">
+        <source>unprivileged</source>
+        <extracomment>The user may not ask for this</extracomment>
+        <translation>ikke berettiget</translation>
+    </message>
+    <message id="installctl-unrequested">
+        <source>%1 of %2 have not been requested</source>
+        <extracomment>%1 and %2 are numbers of files or packages</extracomment>
+        <translation>der er ikke anmodet om %1 af %2</translation>
+    </message>
+    <message id="installctl-unwritten">
+        <source>the output could not be written</source>
+        <extracomment>An error</extracomment>
+        <translation>uddata kunne ikke skrives</translation>
+    </message>
+    <message id="installctl-usage-no-command">
+        <source>a command is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>der mangler en kommando</translation>
+    </message>
+    <message id="installctl-usage-no-subject">
+        <source>a file or a name is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>der mangler en fil eller et navn</translation>
+    </message>
+    <message id="installctl-usage-seconds">
+        <source>%1 takes a whole number from 0 to %2</source>
+        <extracomment>%1 is the option --timeout, %2 a number</extracomment>
+        <translation>%1 kræver et heltal fra 0 til %2</translation>
+    </message>
+    <message id="installctl-usage-too-many-names">
+        <source>with %1 no more than %2 names can be given</source>
+        <extracomment>%1 is the option --no-wait, %2 a number</extracomment>
+        <translation>ved brug af %1 kan der højst angives %2 navne</translation>
+    </message>
+    <message id="installctl-usage-unknown-command">
+        <source>there is no command %1</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>kommandoen %1 findes ikke</translation>
+    </message>
+    <message id="installctl-usage-word-too-many">
+        <source>%1 is one word too many</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>%1 er ét ord for meget</translation>
+    </message>
+    <message id="installctl-usage-wrong-name">
+        <source>a name is empty or not UTF-8</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>et navn er tomt eller ikke UTF-8</translation>
+    </message>
+    <message id="installctl-usage-wrong-option">
+        <source>%1 does not go with this command and its other options</source>
+        <extracomment>%1 is an option such as --sdk</extracomment>
+        <translation>%1 passer ikke til denne kommando og dens andre tilvalg</translation>
+    </message>
+    <message id="installctl-waiting">
+        <source>waiting for the service</source>
+        <extracomment>The service does something else at the moment</extracomment>
+        <translation>venter på tjenesten</translation>
+    </message>
+    <message id="installctl-wrong-url">
+        <source>not a URL of a file on this device</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>ikke en URL til en fil på denne enhed</translation>
+    </message>
+</context>
+</TS>

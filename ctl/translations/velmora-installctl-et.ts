@@ -1,0 +1,386 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!--
+SPDX-FileCopyrightText: velmora-installationhandler contributors
+SPDX-License-Identifier: BSD-3-Clause
+-->
+<TS version="2.1" language="et">
+<context>
+    <name></name>
+    <message id="installctl-blank-at-end">
+        <source>with %1 a path must not end in a blank</source>
+        <extracomment>%1 is the option --sdk</extracomment>
+        <translation>%1 korral ei tohi failitee lõppeda tühikuga</translation>
+    </message>
+    <message id="installctl-bus-lost">
+        <source>the session bus went away before the service reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>seansisiin kadus enne, kui teenus tulemusest teatas</translation>
+    </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>see ei vastanud %1 s jooksul</translation>
+    </message>
+    <message id="installctl-confirming">
+        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
+        <translation>oodatakse teie vastust seadme ekraanil ja seejärel installimist</translation>
+    </message>
+    <message id="installctl-declined">
+        <source>declined</source>
+        <extracomment>The user has declined the installation</extracomment>
+        <translation>tagasi lükatud</translation>
+    </message>
+    <message id="installctl-failed">
+        <source>failed</source>
+        <extracomment>The reason follows</extracomment>
+        <translation>nurjus</translation>
+    </message>
+    <message id="installctl-forbidden">
+        <source>forbidden</source>
+        <extracomment>The device&apos;s policy forbids the installation</extracomment>
+        <translation>keelatud</translation>
+    </message>
+    <message id="installctl-goes-on">
+        <source>the service goes on</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>teenus jätkab tööd</translation>
+    </message>
+    <message id="installctl-help-declined">
+        <source>the user has declined</source>
+        <extracomment>An exit status</extracomment>
+        <translation>kasutaja lükkas selle tagasi</translation>
+    </message>
+    <message id="installctl-help-done">
+        <source>done</source>
+        <extracomment>An exit status</extracomment>
+        <translation>valmis</translation>
+    </message>
+    <message id="installctl-help-failed">
+        <source>something has failed</source>
+        <extracomment>An exit status</extracomment>
+        <translation>midagi nurjus</translation>
+    </message>
+    <message id="installctl-help-forbidden">
+        <source>the device&apos;s policy forbids it</source>
+        <extracomment>An exit status</extracomment>
+        <translation>seadme reeglid ei luba seda</translation>
+    </message>
+    <message id="installctl-help-help">
+        <source>print this text</source>
+        <extracomment>An option</extracomment>
+        <translation>väljasta see tekst</translation>
+    </message>
+    <message id="installctl-help-interrupted">
+        <source>interrupted by a signal; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>katkestatud signaaliga; teenus jätkab tööd</translation>
+    </message>
+    <message id="installctl-help-json">
+        <source>print JSON objects, one a line</source>
+        <extracomment>An option</extracomment>
+        <translation>väljasta JSON-objektid, igaüks omal real</translation>
+    </message>
+    <message id="installctl-help-keep-user-data">
+        <source>keep the data of the application</source>
+        <extracomment>An option</extracomment>
+        <translation>säilita rakenduse andmed</translation>
+    </message>
+    <message id="installctl-help-launcher">
+        <source>remove the application of a launcher</source>
+        <extracomment>An option</extracomment>
+        <translation>eemalda käivitajale vastav rakendus</translation>
+    </message>
+    <message id="installctl-help-no-wait">
+        <source>do not wait for the outcome</source>
+        <extracomment>An option</extracomment>
+        <translation>ära oota tulemust</translation>
+    </message>
+    <message id="installctl-help-notify">
+        <source>also show desktop notifications</source>
+        <extracomment>An option</extracomment>
+        <translation>näita ka töölauamärguandeid</translation>
+    </message>
+    <message id="installctl-help-options">
+        <source>Options:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Valikud:</translation>
+    </message>
+    <message id="installctl-help-problem">
+        <source>a file cannot be used; nothing was requested</source>
+        <extracomment>An exit status</extracomment>
+        <translation>faili ei saa kasutada; midagi ei taotletud</translation>
+    </message>
+    <message id="installctl-help-quiet">
+        <source>print errors only</source>
+        <extracomment>An option</extracomment>
+        <translation>väljasta ainult vead</translation>
+    </message>
+    <message id="installctl-help-sdk">
+        <source>install in sdk mode, without a question if allowed</source>
+        <extracomment>An option</extracomment>
+        <translation>installi SDK režiimis, lubatuse korral küsimata</translation>
+    </message>
+    <message id="installctl-help-statuses">
+        <source>Exit status:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Väljumiskood:</translation>
+    </message>
+    <message id="installctl-help-timed-out">
+        <source>the time is over; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>aeg on läbi; teenus jätkab tööd</translation>
+    </message>
+    <message id="installctl-help-timeout">
+        <source>wait no longer than this, 0 for no limit</source>
+        <extracomment>An option</extracomment>
+        <translation>ära oota sellest kauem, 0 tähendab piiramatult</translation>
+    </message>
+    <message id="installctl-help-unavailable">
+        <source>no session bus or no service</source>
+        <extracomment>An exit status</extracomment>
+        <translation>seansisiin või teenus puudub</translation>
+    </message>
+    <message id="installctl-help-unclear">
+        <source>the outcome is not known, or may be that of another request</source>
+        <extracomment>An exit status</extracomment>
+        <translation>tulemus on teadmata või võib olla muu taotluse oma</translation>
+    </message>
+    <message id="installctl-help-unprivileged">
+        <source>the caller may not ask for this</source>
+        <extracomment>An exit status</extracomment>
+        <translation>taotlejal pole selleks õigust</translation>
+    </message>
+    <message id="installctl-help-unwritten">
+        <source>done, but the output could not be written</source>
+        <extracomment>An exit status</extracomment>
+        <translation>valmis, kuid väljundit ei saanud kirjutada</translation>
+    </message>
+    <message id="installctl-help-usage">
+        <source>bad command line</source>
+        <extracomment>An exit status</extracomment>
+        <translation>vigane käsurida</translation>
+    </message>
+    <message id="installctl-help-version">
+        <source>print the version</source>
+        <extracomment>An option</extracomment>
+        <translation>väljasta versioon</translation>
+    </message>
+    <message id="installctl-installed">
+        <source>installed</source>
+        <extracomment>A package has been installed</extracomment>
+        <translation>installitud</translation>
+    </message>
+    <message id="installctl-installing">
+        <source>installing</source>
+        <extracomment>A package is being installed</extracomment>
+        <translation>installitakse</translation>
+    </message>
+    <message id="installctl-interrupted">
+        <source>interrupted</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>katkestatud</translation>
+    </message>
+    <message id="installctl-launcher-gone">
+        <source>the launcher is gone, and the service has reported nothing</source>
+        <extracomment>Why an application counts as removed; a launcher is a .desktop file</extracomment>
+        <translation>käivitaja on kadunud ja teenus ei teatanud midagi</translation>
+    </message>
+    <message id="installctl-launcher-there">
+        <source>the service has reported nothing, and the launcher is still there</source>
+        <extracomment>Why it is not known whether an application has been removed; a launcher is a .desktop file</extracomment>
+        <translation>teenus ei teatanud midagi ja käivitaja on endiselt olemas</translation>
+    </message>
+    <message id="installctl-monitor-bus-lost">
+        <source>the session bus went away</source>
+        <extracomment>An error</extracomment>
+        <translation>seansisiin kadus</translation>
+    </message>
+    <message id="installctl-no-bus">
+        <source>no session bus: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>seansisiin puudub: %1</translation>
+    </message>
+    <message id="installctl-nonsense">
+        <source>the service reported something that cannot be understood</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>teenus teatas midagi arusaamatut</translation>
+    </message>
+    <message id="installctl-not-regular">
+        <source>not a regular file</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>pole tavaline fail</translation>
+    </message>
+    <message id="installctl-not-started">
+        <source>it has not started within %1 s</source>
+        <extracomment>The reason why a service is not available</extracomment>
+        <translation>see ei käivitunud %1 s jooksul</translation>
+    </message>
+    <message id="installctl-not-utf8">
+        <source>the path is not UTF-8, so the service cannot be told</source>
+        <extracomment>The path of a file</extracomment>
+        <translation>failitee pole UTF-8, seega ei saa seda teenusele edastada</translation>
+    </message>
+    <message id="installctl-notification-installed">
+        <source>Installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Installitud</translation>
+    </message>
+    <message id="installctl-notification-installing">
+        <source>Installing…</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Installimine…</translation>
+    </message>
+    <message id="installctl-notification-not-installed">
+        <source>Not installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Pole installitud</translation>
+    </message>
+    <message id="installctl-notification-unknown">
+        <source>Outcome not known</source>
+        <extracomment>Title of a notification: nobody knows how the installation has ended or will end</extracomment>
+        <translation>Tulemus teadmata</translation>
+    </message>
+    <message id="installctl-reading">
+        <source>reading</source>
+        <extracomment>The service reads a package file</extracomment>
+        <translation>loetakse</translation>
+    </message>
+    <message id="installctl-removed">
+        <source>removed</source>
+        <extracomment>A package has been removed</extracomment>
+        <translation>eemaldatud</translation>
+    </message>
+    <message id="installctl-removing">
+        <source>removing</source>
+        <extracomment>A package is being removed</extracomment>
+        <translation>eemaldatakse</translation>
+    </message>
+    <message id="installctl-removing-of">
+        <source>removing %1 of %2</source>
+        <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
+        <translation>eemaldatakse, %1/%2</translation>
+    </message>
+    <message id="installctl-requested">
+        <source>requested</source>
+        <extracomment>The service has taken a request</extracomment>
+        <translation>taotletud</translation>
+    </message>
+    <message id="installctl-see-help">
+        <source>see %1</source>
+        <extracomment>%1 is a command</extracomment>
+        <translation>vaadake %1</translation>
+    </message>
+    <message id="installctl-service-ended">
+        <source>the service ended before it reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>teenus lõpetas töö enne, kui tulemusest teatas</translation>
+    </message>
+    <message id="installctl-service-rests">
+        <source>the service does not run</source>
+        <extracomment>The service is not on the bus</extracomment>
+        <translation>teenus ei tööta</translation>
+    </message>
+    <message id="installctl-service-runs">
+        <source>the service runs</source>
+        <extracomment>The service is on the bus</extracomment>
+        <translation>teenus töötab</translation>
+    </message>
+    <message id="installctl-timeout">
+        <source>timeout</source>
+        <extracomment>The time is over</extracomment>
+        <translation>aeg on läbi</translation>
+    </message>
+    <message id="installctl-unanswered">
+        <source>no answer within %1 s; the service may go on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>%1 s jooksul vastust ei tulnud; teenus võib tööd jätkata</translation>
+    </message>
+    <message id="installctl-unavailable">
+        <source>the service is not available: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>teenus pole saadaval: %1</translation>
+    </message>
+    <message id="installctl-uncertain">
+        <source>%1 (may be the outcome of another request)</source>
+        <extracomment>%1 is the outcome of a request</extracomment>
+        <translation>%1 (võib olla muu taotluse tulemus)</translation>
+    </message>
+    <message id="installctl-unclear">
+        <source>unclear</source>
+        <extracomment>It is not known how the request has ended</extracomment>
+        <translation>ebaselge</translation>
+    </message>
+    <message id="installctl-unfinished">
+        <source>no outcome within %1 s; the service goes on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>%1 s jooksul tulemust ei tulnud; teenus jätkab tööd</translation>
+    </message>
+    <message id="installctl-unprivileged">
+        <source>unprivileged</source>
+        <extracomment>The user may not ask for this</extracomment>
+        <translation>õigused puuduvad</translation>
+    </message>
+    <message id="installctl-unrequested">
+        <source>%1 of %2 have not been requested</source>
+        <extracomment>%1 and %2 are numbers of files or packages</extracomment>
+        <translation>taotlemata: %1/%2</translation>
+    </message>
+    <message id="installctl-unwritten">
+        <source>the output could not be written</source>
+        <extracomment>An error</extracomment>
+        <translation>väljundit ei saanud kirjutada</translation>
+    </message>
+    <message id="installctl-usage-no-command">
+        <source>a command is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>käsk puudub</translation>
+    </message>
+    <message id="installctl-usage-no-subject">
+        <source>a file or a name is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>fail või nimi puudub</translation>
+    </message>
+    <message id="installctl-usage-seconds">
+        <source>%1 takes a whole number from 0 to %2</source>
+        <extracomment>%1 is the option --timeout, %2 a number</extracomment>
+        <translation>%1 nõuab täisarvu vahemikus 0 kuni %2</translation>
+    </message>
+    <message id="installctl-usage-too-many-names">
+        <source>with %1 no more than %2 names can be given</source>
+        <extracomment>%1 is the option --no-wait, %2 a number</extracomment>
+        <translation>%1 korral saab anda kuni %2 nime</translation>
+    </message>
+    <message id="installctl-usage-unknown-command">
+        <source>there is no command %1</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>käsku %1 pole olemas</translation>
+    </message>
+    <message id="installctl-usage-word-too-many">
+        <source>%1 is one word too many</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>%1 on liigne sõna</translation>
+    </message>
+    <message id="installctl-usage-wrong-name">
+        <source>a name is empty or not UTF-8</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>nimi on tühi või pole UTF-8</translation>
+    </message>
+    <message id="installctl-usage-wrong-option">
+        <source>%1 does not go with this command and its other options</source>
+        <extracomment>%1 is an option such as --sdk</extracomment>
+        <translation>%1 ei sobi selle käsu ja selle muude valikutega</translation>
+    </message>
+    <message id="installctl-waiting">
+        <source>waiting for the service</source>
+        <extracomment>The service does something else at the moment</extracomment>
+        <translation>oodatakse teenust</translation>
+    </message>
+    <message id="installctl-wrong-url">
+        <source>not a URL of a file on this device</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>pole selles seadmes oleva faili URL</translation>
+    </message>
+</context>
+</TS>

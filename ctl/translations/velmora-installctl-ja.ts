@@ -1,0 +1,386 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!--
+SPDX-FileCopyrightText: velmora-installationhandler contributors
+SPDX-License-Identifier: BSD-3-Clause
+-->
+<TS version="2.1" language="ja">
+<context>
+    <name></name>
+    <message id="installctl-blank-at-end">
+        <source>with %1 a path must not end in a blank</source>
+        <extracomment>%1 is the option --sdk</extracomment>
+        <translation>%1 を指定する場合、パスの末尾を空白にすることはできません</translation>
+    </message>
+    <message id="installctl-bus-lost">
+        <source>the session bus went away before the service reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>サービスが結果を報告する前にセッションバスが失われました</translation>
+    </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>%1 秒以内に応答しませんでした</translation>
+    </message>
+    <message id="installctl-confirming">
+        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
+        <translation>デバイスの画面での回答と、その後のインストールの完了を待っています</translation>
+    </message>
+    <message id="installctl-declined">
+        <source>declined</source>
+        <extracomment>The user has declined the installation</extracomment>
+        <translation>拒否されました</translation>
+    </message>
+    <message id="installctl-failed">
+        <source>failed</source>
+        <extracomment>The reason follows</extracomment>
+        <translation>失敗しました</translation>
+    </message>
+    <message id="installctl-forbidden">
+        <source>forbidden</source>
+        <extracomment>The device&apos;s policy forbids the installation</extracomment>
+        <translation>禁止されています</translation>
+    </message>
+    <message id="installctl-goes-on">
+        <source>the service goes on</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>サービスは処理を続けます</translation>
+    </message>
+    <message id="installctl-help-declined">
+        <source>the user has declined</source>
+        <extracomment>An exit status</extracomment>
+        <translation>ユーザーが拒否</translation>
+    </message>
+    <message id="installctl-help-done">
+        <source>done</source>
+        <extracomment>An exit status</extracomment>
+        <translation>完了</translation>
+    </message>
+    <message id="installctl-help-failed">
+        <source>something has failed</source>
+        <extracomment>An exit status</extracomment>
+        <translation>何らかの処理に失敗</translation>
+    </message>
+    <message id="installctl-help-forbidden">
+        <source>the device&apos;s policy forbids it</source>
+        <extracomment>An exit status</extracomment>
+        <translation>デバイスのポリシーにより禁止</translation>
+    </message>
+    <message id="installctl-help-help">
+        <source>print this text</source>
+        <extracomment>An option</extracomment>
+        <translation>このテキストを表示</translation>
+    </message>
+    <message id="installctl-help-interrupted">
+        <source>interrupted by a signal; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>シグナルにより中断（サービスは処理を続行）</translation>
+    </message>
+    <message id="installctl-help-json">
+        <source>print JSON objects, one a line</source>
+        <extracomment>An option</extracomment>
+        <translation>JSON オブジェクトを 1 行に 1 つずつ出力</translation>
+    </message>
+    <message id="installctl-help-keep-user-data">
+        <source>keep the data of the application</source>
+        <extracomment>An option</extracomment>
+        <translation>アプリのデータを残す</translation>
+    </message>
+    <message id="installctl-help-launcher">
+        <source>remove the application of a launcher</source>
+        <extracomment>An option</extracomment>
+        <translation>ランチャーに対応するアプリを削除</translation>
+    </message>
+    <message id="installctl-help-no-wait">
+        <source>do not wait for the outcome</source>
+        <extracomment>An option</extracomment>
+        <translation>結果を待たない</translation>
+    </message>
+    <message id="installctl-help-notify">
+        <source>also show desktop notifications</source>
+        <extracomment>An option</extracomment>
+        <translation>デスクトップ通知も表示</translation>
+    </message>
+    <message id="installctl-help-options">
+        <source>Options:</source>
+        <extracomment>A heading</extracomment>
+        <translation>オプション：</translation>
+    </message>
+    <message id="installctl-help-problem">
+        <source>a file cannot be used; nothing was requested</source>
+        <extracomment>An exit status</extracomment>
+        <translation>使用できないファイルがある（何も要求していない）</translation>
+    </message>
+    <message id="installctl-help-quiet">
+        <source>print errors only</source>
+        <extracomment>An option</extracomment>
+        <translation>エラーのみを出力</translation>
+    </message>
+    <message id="installctl-help-sdk">
+        <source>install in sdk mode, without a question if allowed</source>
+        <extracomment>An option</extracomment>
+        <translation>SDK モードでインストール（許可されていれば確認なし）</translation>
+    </message>
+    <message id="installctl-help-statuses">
+        <source>Exit status:</source>
+        <extracomment>A heading</extracomment>
+        <translation>終了ステータス：</translation>
+    </message>
+    <message id="installctl-help-timed-out">
+        <source>the time is over; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>時間切れ（サービスは処理を続行）</translation>
+    </message>
+    <message id="installctl-help-timeout">
+        <source>wait no longer than this, 0 for no limit</source>
+        <extracomment>An option</extracomment>
+        <translation>待機時間の上限（0 は無制限）</translation>
+    </message>
+    <message id="installctl-help-unavailable">
+        <source>no session bus or no service</source>
+        <extracomment>An exit status</extracomment>
+        <translation>セッションバスまたはサービスがない</translation>
+    </message>
+    <message id="installctl-help-unclear">
+        <source>the outcome is not known, or may be that of another request</source>
+        <extracomment>An exit status</extracomment>
+        <translation>結果が不明、または別の要求の結果の可能性あり</translation>
+    </message>
+    <message id="installctl-help-unprivileged">
+        <source>the caller may not ask for this</source>
+        <extracomment>An exit status</extracomment>
+        <translation>呼び出し元にこの要求の権限がない</translation>
+    </message>
+    <message id="installctl-help-unwritten">
+        <source>done, but the output could not be written</source>
+        <extracomment>An exit status</extracomment>
+        <translation>完了したが、出力を書き込めなかった</translation>
+    </message>
+    <message id="installctl-help-usage">
+        <source>bad command line</source>
+        <extracomment>An exit status</extracomment>
+        <translation>コマンドラインの誤り</translation>
+    </message>
+    <message id="installctl-help-version">
+        <source>print the version</source>
+        <extracomment>An option</extracomment>
+        <translation>バージョンを表示</translation>
+    </message>
+    <message id="installctl-installed">
+        <source>installed</source>
+        <extracomment>A package has been installed</extracomment>
+        <translation>インストールしました</translation>
+    </message>
+    <message id="installctl-installing">
+        <source>installing</source>
+        <extracomment>A package is being installed</extracomment>
+        <translation>インストール中</translation>
+    </message>
+    <message id="installctl-interrupted">
+        <source>interrupted</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>中断されました</translation>
+    </message>
+    <message id="installctl-launcher-gone">
+        <source>the launcher is gone, and the service has reported nothing</source>
+        <extracomment>Why an application counts as removed; a launcher is a .desktop file</extracomment>
+        <translation>ランチャーはなくなりましたが、サービスからは何も報告されていません</translation>
+    </message>
+    <message id="installctl-launcher-there">
+        <source>the service has reported nothing, and the launcher is still there</source>
+        <extracomment>Why it is not known whether an application has been removed; a launcher is a .desktop file</extracomment>
+        <translation>サービスからは何も報告されておらず、ランチャーはまだ残っています</translation>
+    </message>
+    <message id="installctl-monitor-bus-lost">
+        <source>the session bus went away</source>
+        <extracomment>An error</extracomment>
+        <translation>セッションバスが失われました</translation>
+    </message>
+    <message id="installctl-no-bus">
+        <source>no session bus: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>セッションバスがありません：%1</translation>
+    </message>
+    <message id="installctl-nonsense">
+        <source>the service reported something that cannot be understood</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>サービスが理解できない内容を報告しました</translation>
+    </message>
+    <message id="installctl-not-regular">
+        <source>not a regular file</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>通常のファイルではありません</translation>
+    </message>
+    <message id="installctl-not-started">
+        <source>it has not started within %1 s</source>
+        <extracomment>The reason why a service is not available</extracomment>
+        <translation>%1 秒以内に起動しませんでした</translation>
+    </message>
+    <message id="installctl-not-utf8">
+        <source>the path is not UTF-8, so the service cannot be told</source>
+        <extracomment>The path of a file</extracomment>
+        <translation>パスが UTF-8 ではないため、サービスに伝えられません</translation>
+    </message>
+    <message id="installctl-notification-installed">
+        <source>Installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>インストールしました</translation>
+    </message>
+    <message id="installctl-notification-installing">
+        <source>Installing…</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>インストール中…</translation>
+    </message>
+    <message id="installctl-notification-not-installed">
+        <source>Not installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>インストールされませんでした</translation>
+    </message>
+    <message id="installctl-notification-unknown">
+        <source>Outcome not known</source>
+        <extracomment>Title of a notification: nobody knows how the installation has ended or will end</extracomment>
+        <translation>結果は不明です</translation>
+    </message>
+    <message id="installctl-reading">
+        <source>reading</source>
+        <extracomment>The service reads a package file</extracomment>
+        <translation>読み込み中</translation>
+    </message>
+    <message id="installctl-removed">
+        <source>removed</source>
+        <extracomment>A package has been removed</extracomment>
+        <translation>削除しました</translation>
+    </message>
+    <message id="installctl-removing">
+        <source>removing</source>
+        <extracomment>A package is being removed</extracomment>
+        <translation>削除中</translation>
+    </message>
+    <message id="installctl-removing-of">
+        <source>removing %1 of %2</source>
+        <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
+        <translation>削除中（%1/%2）</translation>
+    </message>
+    <message id="installctl-requested">
+        <source>requested</source>
+        <extracomment>The service has taken a request</extracomment>
+        <translation>要求しました</translation>
+    </message>
+    <message id="installctl-see-help">
+        <source>see %1</source>
+        <extracomment>%1 is a command</extracomment>
+        <translation>%1 を参照してください</translation>
+    </message>
+    <message id="installctl-service-ended">
+        <source>the service ended before it reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>サービスが結果を報告する前に終了しました</translation>
+    </message>
+    <message id="installctl-service-rests">
+        <source>the service does not run</source>
+        <extracomment>The service is not on the bus</extracomment>
+        <translation>サービスは動作していません</translation>
+    </message>
+    <message id="installctl-service-runs">
+        <source>the service runs</source>
+        <extracomment>The service is on the bus</extracomment>
+        <translation>サービスは動作しています</translation>
+    </message>
+    <message id="installctl-timeout">
+        <source>timeout</source>
+        <extracomment>The time is over</extracomment>
+        <translation>タイムアウト</translation>
+    </message>
+    <message id="installctl-unanswered">
+        <source>no answer within %1 s; the service may go on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>%1 秒以内に応答がありません。サービスは処理を続けている可能性があります</translation>
+    </message>
+    <message id="installctl-unavailable">
+        <source>the service is not available: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>サービスを利用できません：%1</translation>
+    </message>
+    <message id="installctl-uncertain">
+        <source>%1 (may be the outcome of another request)</source>
+        <extracomment>%1 is the outcome of a request</extracomment>
+        <translation>%1（別の要求の結果の可能性があります）</translation>
+    </message>
+    <message id="installctl-unclear">
+        <source>unclear</source>
+        <extracomment>It is not known how the request has ended</extracomment>
+        <translation>結果不明</translation>
+    </message>
+    <message id="installctl-unfinished">
+        <source>no outcome within %1 s; the service goes on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>%1 秒以内に結果が出ませんでした。サービスは処理を続けます</translation>
+    </message>
+    <message id="installctl-unprivileged">
+        <source>unprivileged</source>
+        <extracomment>The user may not ask for this</extracomment>
+        <translation>権限がありません</translation>
+    </message>
+    <message id="installctl-unrequested">
+        <source>%1 of %2 have not been requested</source>
+        <extracomment>%1 and %2 are numbers of files or packages</extracomment>
+        <translation>%2 件中 %1 件は要求されていません</translation>
+    </message>
+    <message id="installctl-unwritten">
+        <source>the output could not be written</source>
+        <extracomment>An error</extracomment>
+        <translation>出力を書き込めませんでした</translation>
+    </message>
+    <message id="installctl-usage-no-command">
+        <source>a command is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>コマンドが指定されていません</translation>
+    </message>
+    <message id="installctl-usage-no-subject">
+        <source>a file or a name is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>ファイルまたは名前が指定されていません</translation>
+    </message>
+    <message id="installctl-usage-seconds">
+        <source>%1 takes a whole number from 0 to %2</source>
+        <extracomment>%1 is the option --timeout, %2 a number</extracomment>
+        <translation>%1 には 0 から %2 までの整数を指定してください</translation>
+    </message>
+    <message id="installctl-usage-too-many-names">
+        <source>with %1 no more than %2 names can be given</source>
+        <extracomment>%1 is the option --no-wait, %2 a number</extracomment>
+        <translation>%1 を指定する場合、指定できる名前は %2 個までです</translation>
+    </message>
+    <message id="installctl-usage-unknown-command">
+        <source>there is no command %1</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>%1 というコマンドはありません</translation>
+    </message>
+    <message id="installctl-usage-word-too-many">
+        <source>%1 is one word too many</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>余分な引数です：%1</translation>
+    </message>
+    <message id="installctl-usage-wrong-name">
+        <source>a name is empty or not UTF-8</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>空の名前、または UTF-8 ではない名前があります</translation>
+    </message>
+    <message id="installctl-usage-wrong-option">
+        <source>%1 does not go with this command and its other options</source>
+        <extracomment>%1 is an option such as --sdk</extracomment>
+        <translation>%1 は、このコマンドと他のオプションの組み合わせでは使用できません</translation>
+    </message>
+    <message id="installctl-waiting">
+        <source>waiting for the service</source>
+        <extracomment>The service does something else at the moment</extracomment>
+        <translation>サービスを待っています</translation>
+    </message>
+    <message id="installctl-wrong-url">
+        <source>not a URL of a file on this device</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>このデバイス上のファイルの URL ではありません</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,386 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!--
+SPDX-FileCopyrightText: velmora-installationhandler contributors
+SPDX-License-Identifier: BSD-3-Clause
+-->
+<TS version="2.1" language="sk">
+<context>
+    <name></name>
+    <message id="installctl-blank-at-end">
+        <source>with %1 a path must not end in a blank</source>
+        <extracomment>%1 is the option --sdk</extracomment>
+        <translation>pri použití %1 sa cesta nesmie končiť medzerou</translation>
+    </message>
+    <message id="installctl-bus-lost">
+        <source>the session bus went away before the service reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>zbernica relácie zmizla skôr, než služba oznámila výsledok</translation>
+    </message>
+    <message id="installctl-bus-silent">
+        <source>it has not answered within %1 s</source>
+        <extracomment>The reason why there is no session bus</extracomment>
+        <translation>neodpovedala do %1 s</translation>
+    </message>
+    <message id="installctl-confirming">
+        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
+        <translation>čaká sa na vašu odpoveď na obrazovke zariadenia, potom na inštaláciu</translation>
+    </message>
+    <message id="installctl-declined">
+        <source>declined</source>
+        <extracomment>The user has declined the installation</extracomment>
+        <translation>odmietnuté</translation>
+    </message>
+    <message id="installctl-failed">
+        <source>failed</source>
+        <extracomment>The reason follows</extracomment>
+        <translation>zlyhalo</translation>
+    </message>
+    <message id="installctl-forbidden">
+        <source>forbidden</source>
+        <extracomment>The device&apos;s policy forbids the installation</extracomment>
+        <translation>zakázané</translation>
+    </message>
+    <message id="installctl-goes-on">
+        <source>the service goes on</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>služba pokračuje</translation>
+    </message>
+    <message id="installctl-help-declined">
+        <source>the user has declined</source>
+        <extracomment>An exit status</extracomment>
+        <translation>používateľ odmietol</translation>
+    </message>
+    <message id="installctl-help-done">
+        <source>done</source>
+        <extracomment>An exit status</extracomment>
+        <translation>hotovo</translation>
+    </message>
+    <message id="installctl-help-failed">
+        <source>something has failed</source>
+        <extracomment>An exit status</extracomment>
+        <translation>niečo zlyhalo</translation>
+    </message>
+    <message id="installctl-help-forbidden">
+        <source>the device&apos;s policy forbids it</source>
+        <extracomment>An exit status</extracomment>
+        <translation>pravidlá zariadenia to zakazujú</translation>
+    </message>
+    <message id="installctl-help-help">
+        <source>print this text</source>
+        <extracomment>An option</extracomment>
+        <translation>vypíše tento text</translation>
+    </message>
+    <message id="installctl-help-interrupted">
+        <source>interrupted by a signal; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>prerušené signálom; služba pokračuje</translation>
+    </message>
+    <message id="installctl-help-json">
+        <source>print JSON objects, one a line</source>
+        <extracomment>An option</extracomment>
+        <translation>vypisuje objekty JSON, jeden na riadok</translation>
+    </message>
+    <message id="installctl-help-keep-user-data">
+        <source>keep the data of the application</source>
+        <extracomment>An option</extracomment>
+        <translation>ponechá údaje aplikácie</translation>
+    </message>
+    <message id="installctl-help-launcher">
+        <source>remove the application of a launcher</source>
+        <extracomment>An option</extracomment>
+        <translation>odstráni aplikáciu, ktorej patrí spúšťač</translation>
+    </message>
+    <message id="installctl-help-no-wait">
+        <source>do not wait for the outcome</source>
+        <extracomment>An option</extracomment>
+        <translation>nečaká na výsledok</translation>
+    </message>
+    <message id="installctl-help-notify">
+        <source>also show desktop notifications</source>
+        <extracomment>An option</extracomment>
+        <translation>zobrazuje aj upozornenia na ploche</translation>
+    </message>
+    <message id="installctl-help-options">
+        <source>Options:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Voľby:</translation>
+    </message>
+    <message id="installctl-help-problem">
+        <source>a file cannot be used; nothing was requested</source>
+        <extracomment>An exit status</extracomment>
+        <translation>súbor nemožno použiť; nič nebolo vyžiadané</translation>
+    </message>
+    <message id="installctl-help-quiet">
+        <source>print errors only</source>
+        <extracomment>An option</extracomment>
+        <translation>vypisuje len chyby</translation>
+    </message>
+    <message id="installctl-help-sdk">
+        <source>install in sdk mode, without a question if allowed</source>
+        <extracomment>An option</extracomment>
+        <translation>nainštaluje v režime SDK, bez otázky, ak je to povolené</translation>
+    </message>
+    <message id="installctl-help-statuses">
+        <source>Exit status:</source>
+        <extracomment>A heading</extracomment>
+        <translation>Stav ukončenia:</translation>
+    </message>
+    <message id="installctl-help-timed-out">
+        <source>the time is over; the service goes on</source>
+        <extracomment>An exit status</extracomment>
+        <translation>čas vypršal; služba pokračuje</translation>
+    </message>
+    <message id="installctl-help-timeout">
+        <source>wait no longer than this, 0 for no limit</source>
+        <extracomment>An option</extracomment>
+        <translation>čaká najviac takto dlho, 0 znamená bez obmedzenia</translation>
+    </message>
+    <message id="installctl-help-unavailable">
+        <source>no session bus or no service</source>
+        <extracomment>An exit status</extracomment>
+        <translation>chýba zbernica relácie alebo služba</translation>
+    </message>
+    <message id="installctl-help-unclear">
+        <source>the outcome is not known, or may be that of another request</source>
+        <extracomment>An exit status</extracomment>
+        <translation>výsledok je neznámy alebo môže patriť inej požiadavke</translation>
+    </message>
+    <message id="installctl-help-unprivileged">
+        <source>the caller may not ask for this</source>
+        <extracomment>An exit status</extracomment>
+        <translation>volajúci o to nesmie žiadať</translation>
+    </message>
+    <message id="installctl-help-unwritten">
+        <source>done, but the output could not be written</source>
+        <extracomment>An exit status</extracomment>
+        <translation>hotovo, ale výstup sa nepodarilo zapísať</translation>
+    </message>
+    <message id="installctl-help-usage">
+        <source>bad command line</source>
+        <extracomment>An exit status</extracomment>
+        <translation>chybný príkazový riadok</translation>
+    </message>
+    <message id="installctl-help-version">
+        <source>print the version</source>
+        <extracomment>An option</extracomment>
+        <translation>vypíše verziu</translation>
+    </message>
+    <message id="installctl-installed">
+        <source>installed</source>
+        <extracomment>A package has been installed</extracomment>
+        <translation>nainštalované</translation>
+    </message>
+    <message id="installctl-installing">
+        <source>installing</source>
+        <extracomment>A package is being installed</extracomment>
+        <translation>inštaluje sa</translation>
+    </message>
+    <message id="installctl-interrupted">
+        <source>interrupted</source>
+        <extracomment>After Ctrl-C</extracomment>
+        <translation>prerušené</translation>
+    </message>
+    <message id="installctl-launcher-gone">
+        <source>the launcher is gone, and the service has reported nothing</source>
+        <extracomment>Why an application counts as removed; a launcher is a .desktop file</extracomment>
+        <translation>spúšťač zmizol a služba nič neoznámila</translation>
+    </message>
+    <message id="installctl-launcher-there">
+        <source>the service has reported nothing, and the launcher is still there</source>
+        <extracomment>Why it is not known whether an application has been removed; a launcher is a .desktop file</extracomment>
+        <translation>služba nič neoznámila a spúšťač stále existuje</translation>
+    </message>
+    <message id="installctl-monitor-bus-lost">
+        <source>the session bus went away</source>
+        <extracomment>An error</extracomment>
+        <translation>zbernica relácie zmizla</translation>
+    </message>
+    <message id="installctl-no-bus">
+        <source>no session bus: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>zbernica relácie nie je k dispozícii: %1</translation>
+    </message>
+    <message id="installctl-nonsense">
+        <source>the service reported something that cannot be understood</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>služba oznámila niečo nezrozumiteľné</translation>
+    </message>
+    <message id="installctl-not-regular">
+        <source>not a regular file</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>nie je to bežný súbor</translation>
+    </message>
+    <message id="installctl-not-started">
+        <source>it has not started within %1 s</source>
+        <extracomment>The reason why a service is not available</extracomment>
+        <translation>nespustila sa do %1 s</translation>
+    </message>
+    <message id="installctl-not-utf8">
+        <source>the path is not UTF-8, so the service cannot be told</source>
+        <extracomment>The path of a file</extracomment>
+        <translation>cesta nie je v UTF-8, preto ju nemožno odovzdať službe</translation>
+    </message>
+    <message id="installctl-notification-installed">
+        <source>Installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Nainštalované</translation>
+    </message>
+    <message id="installctl-notification-installing">
+        <source>Installing…</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Inštaluje sa…</translation>
+    </message>
+    <message id="installctl-notification-not-installed">
+        <source>Not installed</source>
+        <extracomment>Title of a notification</extracomment>
+        <translation>Nenainštalované</translation>
+    </message>
+    <message id="installctl-notification-unknown">
+        <source>Outcome not known</source>
+        <extracomment>Title of a notification: nobody knows how the installation has ended or will end</extracomment>
+        <translation>Výsledok neznámy</translation>
+    </message>
+    <message id="installctl-reading">
+        <source>reading</source>
+        <extracomment>The service reads a package file</extracomment>
+        <translation>číta sa</translation>
+    </message>
+    <message id="installctl-removed">
+        <source>removed</source>
+        <extracomment>A package has been removed</extracomment>
+        <translation>odstránené</translation>
+    </message>
+    <message id="installctl-removing">
+        <source>removing</source>
+        <extracomment>A package is being removed</extracomment>
+        <translation>odstraňuje sa</translation>
+    </message>
+    <message id="installctl-removing-of">
+        <source>removing %1 of %2</source>
+        <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
+        <translation>odstraňuje sa, %1 z %2</translation>
+    </message>
+    <message id="installctl-requested">
+        <source>requested</source>
+        <extracomment>The service has taken a request</extracomment>
+        <translation>vyžiadané</translation>
+    </message>
+    <message id="installctl-see-help">
+        <source>see %1</source>
+        <extracomment>%1 is a command</extracomment>
+        <translation>pozrite si %1</translation>
+    </message>
+    <message id="installctl-service-ended">
+        <source>the service ended before it reported an outcome</source>
+        <extracomment>Why it is not known how the request has ended</extracomment>
+        <translation>služba skončila skôr, než oznámila výsledok</translation>
+    </message>
+    <message id="installctl-service-rests">
+        <source>the service does not run</source>
+        <extracomment>The service is not on the bus</extracomment>
+        <translation>služba nebeží</translation>
+    </message>
+    <message id="installctl-service-runs">
+        <source>the service runs</source>
+        <extracomment>The service is on the bus</extracomment>
+        <translation>služba beží</translation>
+    </message>
+    <message id="installctl-timeout">
+        <source>timeout</source>
+        <extracomment>The time is over</extracomment>
+        <translation>čas vypršal</translation>
+    </message>
+    <message id="installctl-unanswered">
+        <source>no answer within %1 s; the service may go on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>žiadna odpoveď do %1 s; služba možno pokračuje</translation>
+    </message>
+    <message id="installctl-unavailable">
+        <source>the service is not available: %1</source>
+        <extracomment>%1 is the reason</extracomment>
+        <translation>služba nie je k dispozícii: %1</translation>
+    </message>
+    <message id="installctl-uncertain">
+        <source>%1 (may be the outcome of another request)</source>
+        <extracomment>%1 is the outcome of a request</extracomment>
+        <translation>%1 (môže ísť o výsledok inej požiadavky)</translation>
+    </message>
+    <message id="installctl-unclear">
+        <source>unclear</source>
+        <extracomment>It is not known how the request has ended</extracomment>
+        <translation>nejasné</translation>
+    </message>
+    <message id="installctl-unfinished">
+        <source>no outcome within %1 s; the service goes on</source>
+        <extracomment>The program waits no longer</extracomment>
+        <translation>žiadny výsledok do %1 s; služba pokračuje</translation>
+    </message>
+    <message id="installctl-unprivileged">
+        <source>unprivileged</source>
+        <extracomment>The user may not ask for this</extracomment>
+        <translation>chýba oprávnenie</translation>
+    </message>
+    <message id="installctl-unrequested">
+        <source>%1 of %2 have not been requested</source>
+        <extracomment>%1 and %2 are numbers of files or packages</extracomment>
+        <translation>nevyžiadané: %1 z %2</translation>
+    </message>
+    <message id="installctl-unwritten">
+        <source>the output could not be written</source>
+        <extracomment>An error</extracomment>
+        <translation>výstup sa nepodarilo zapísať</translation>
+    </message>
+    <message id="installctl-usage-no-command">
+        <source>a command is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>chýba príkaz</translation>
+    </message>
+    <message id="installctl-usage-no-subject">
+        <source>a file or a name is missing</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>chýba súbor alebo názov</translation>
+    </message>
+    <message id="installctl-usage-seconds">
+        <source>%1 takes a whole number from 0 to %2</source>
+        <extracomment>%1 is the option --timeout, %2 a number</extracomment>
+        <translation>%1 vyžaduje celé číslo od 0 do %2</translation>
+    </message>
+    <message id="installctl-usage-too-many-names">
+        <source>with %1 no more than %2 names can be given</source>
+        <extracomment>%1 is the option --no-wait, %2 a number</extracomment>
+        <translation>pri použití %1 možno zadať najviac %2 názvov</translation>
+    </message>
+    <message id="installctl-usage-unknown-command">
+        <source>there is no command %1</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>príkaz %1 neexistuje</translation>
+    </message>
+    <message id="installctl-usage-word-too-many">
+        <source>%1 is one word too many</source>
+        <extracomment>%1 is the word that was given</extracomment>
+        <translation>nadbytočné slovo: %1</translation>
+    </message>
+    <message id="installctl-usage-wrong-name">
+        <source>a name is empty or not UTF-8</source>
+        <extracomment>An error in a command line</extracomment>
+        <translation>názov je prázdny alebo nie je v UTF-8</translation>
+    </message>
+    <message id="installctl-usage-wrong-option">
+        <source>%1 does not go with this command and its other options</source>
+        <extracomment>%1 is an option such as --sdk</extracomment>
+        <translation>voľbu %1 nemožno použiť s týmto príkazom a jeho ostatnými voľbami</translation>
+    </message>
+    <message id="installctl-waiting">
+        <source>waiting for the service</source>
+        <extracomment>The service does something else at the moment</extracomment>
+        <translation>čaká sa na službu</translation>
+    </message>
+    <message id="installctl-wrong-url">
+        <source>not a URL of a file on this device</source>
+        <extracomment>Why a file cannot be installed</extracomment>
+        <translation>nie je to URL súboru v tomto zariadení</translation>
+    </message>
+</context>
+</TS>
