@@ -83,7 +83,7 @@ void TextReport::showEnd(Outcome, int)
 {
     if (m_unrequested > 0) {
         //: %1 and %2 are numbers of files or packages
-        //% "%1 of %2 have not been requested"
+        //% "not requested: %1 of %2"
         printError(qtTrId("installctl-unrequested").arg(m_unrequested).arg(m_count));
     }
 }

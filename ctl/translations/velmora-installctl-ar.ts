@@ -280,12 +280,12 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-service-rests">
         <source>the service does not run</source>
         <extracomment>The service is not on the bus</extracomment>
-        <translation>الخدمة لا تعمل</translation>
+        <translation>الخدمة ليست قيد التشغيل</translation>
     </message>
     <message id="installctl-service-runs">
         <source>the service runs</source>
         <extracomment>The service is on the bus</extracomment>
-        <translation>الخدمة تعمل</translation>
+        <translation>الخدمة قيد التشغيل</translation>
     </message>
     <message id="installctl-timeout">
         <source>timeout</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>غير مخوَّل</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>لم يُطلب %1 من %2</translation>
     </message>

@@ -90,7 +90,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-launcher">
         <source>remove the application of a launcher</source>
         <extracomment>An option</extracomment>
-        <translation>премахване на приложението, чийто е стартерът</translation>
+        <translation>премахване на приложението на даден стартер</translation>
     </message>
     <message id="installctl-help-no-wait">
         <source>do not wait for the outcome</source>
@@ -110,7 +110,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-problem">
         <source>a file cannot be used; nothing was requested</source>
         <extracomment>An exit status</extracomment>
-        <translation>файл не може да се ползва; нищо не е заявено</translation>
+        <translation>някой файл не може да се ползва; нищо не е заявено</translation>
     </message>
     <message id="installctl-help-quiet">
         <source>print errors only</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>липсват нужните права</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>незаявени: %1 от %2</translation>
     </message>
@@ -365,7 +365,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-usage-wrong-name">
         <source>a name is empty or not UTF-8</source>
         <extracomment>An error in a command line</extracomment>
-        <translation>име е празно или не е в UTF-8</translation>
+        <translation>някое име е празно или не е в UTF-8</translation>
     </message>
     <message id="installctl-usage-wrong-option">
         <source>%1 does not go with this command and its other options</source>

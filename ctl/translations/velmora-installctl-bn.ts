@@ -90,7 +90,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-launcher">
         <source>remove the application of a launcher</source>
         <extracomment>An option</extracomment>
-        <translation>লঞ্চারের অ্যাপটি সরান</translation>
+        <translation>লঞ্চারটি যে অ্যাপের, সেই অ্যাপটি সরান</translation>
     </message>
     <message id="installctl-help-no-wait">
         <source>do not wait for the outcome</source>
@@ -110,7 +110,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-problem">
         <source>a file cannot be used; nothing was requested</source>
         <extracomment>An exit status</extracomment>
-        <translation>একটি ফাইল ব্যবহারযোগ্য নয়; কিছুর অনুরোধ করা হয়নি</translation>
+        <translation>একটি ফাইল ব্যবহারযোগ্য নয়; কোনো অনুরোধ করা হয়নি</translation>
     </message>
     <message id="installctl-help-quiet">
         <source>print errors only</source>
@@ -260,7 +260,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-removing-of">
         <source>removing %1 of %2</source>
         <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
-        <translation>সরানো হচ্ছে, %2টির মধ্যে %1টি</translation>
+        <translation>সরানো হচ্ছে, %2টির মধ্যে %1 নম্বর</translation>
     </message>
     <message id="installctl-requested">
         <source>requested</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>অনুমতি নেই</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>%2টির মধ্যে %1টির জন্য অনুরোধ করা হয়নি</translation>
     </message>

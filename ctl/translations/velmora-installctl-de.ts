@@ -135,7 +135,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-timeout">
         <source>wait no longer than this, 0 for no limit</source>
         <extracomment>An option</extracomment>
-        <translation>nicht länger als so lange warten, 0 für unbegrenzt</translation>
+        <translation>höchstens so lange warten, 0 für unbegrenzt</translation>
     </message>
     <message id="installctl-help-unavailable">
         <source>no session bus or no service</source>
@@ -145,7 +145,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-unclear">
         <source>the outcome is not known, or may be that of another request</source>
         <extracomment>An exit status</extracomment>
-        <translation>das Ergebnis ist unbekannt oder vielleicht das einer anderen Anforderung</translation>
+        <translation>Ergebnis unbekannt oder evtl. das einer anderen Anforderung</translation>
     </message>
     <message id="installctl-help-unprivileged">
         <source>the caller may not ask for this</source>
@@ -323,9 +323,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>nicht berechtigt</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
-        <translation>%1 von %2 wurden nicht angefordert</translation>
+        <translation>nicht angefordert: %1 von %2</translation>
     </message>
     <message id="installctl-unwritten">
         <source>the output could not be written</source>

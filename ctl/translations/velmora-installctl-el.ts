@@ -120,7 +120,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-sdk">
         <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>εγκατάσταση σε λειτουργία SDK, αν γίνεται χωρίς ερώτηση</translation>
+        <translation>εγκατάσταση σε λειτουργία SDK, δίχως ερώτηση αν επιτρέπεται</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>χωρίς δικαιώματα</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>δεν ζητήθηκαν: %1 από %2</translation>
     </message>

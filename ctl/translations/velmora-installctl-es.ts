@@ -70,7 +70,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-help">
         <source>print this text</source>
         <extracomment>An option</extracomment>
-        <translation>escribir este texto</translation>
+        <translation>mostrar este texto</translation>
     </message>
     <message id="installctl-help-interrupted">
         <source>interrupted by a signal; the service goes on</source>
@@ -80,7 +80,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-json">
         <source>print JSON objects, one a line</source>
         <extracomment>An option</extracomment>
-        <translation>escribir objetos JSON, uno por línea</translation>
+        <translation>mostrar objetos JSON, uno por línea</translation>
     </message>
     <message id="installctl-help-keep-user-data">
         <source>keep the data of the application</source>
@@ -90,7 +90,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-launcher">
         <source>remove the application of a launcher</source>
         <extracomment>An option</extracomment>
-        <translation>eliminar la aplicación de un lanzador</translation>
+        <translation>eliminar la aplicación asociada a un lanzador</translation>
     </message>
     <message id="installctl-help-no-wait">
         <source>do not wait for the outcome</source>
@@ -115,7 +115,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-quiet">
         <source>print errors only</source>
         <extracomment>An option</extracomment>
-        <translation>escribir solo los errores</translation>
+        <translation>mostrar solo los errores</translation>
     </message>
     <message id="installctl-help-sdk">
         <source>install in sdk mode, without a question if allowed</source>
@@ -165,7 +165,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-version">
         <source>print the version</source>
         <extracomment>An option</extracomment>
-        <translation>escribir la versión</translation>
+        <translation>mostrar la versión</translation>
     </message>
     <message id="installctl-installed">
         <source>installed</source>
@@ -310,7 +310,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unclear">
         <source>unclear</source>
         <extracomment>It is not known how the request has ended</extracomment>
-        <translation>sin aclarar</translation>
+        <translation>resultado incierto</translation>
     </message>
     <message id="installctl-unfinished">
         <source>no outcome within %1 s; the service goes on</source>
@@ -323,9 +323,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>sin permiso</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
-        <translation>no se han pedido %1 de %2</translation>
+        <translation>sin pedir: %1 de %2</translation>
     </message>
     <message id="installctl-unwritten">
         <source>the output could not be written</source>

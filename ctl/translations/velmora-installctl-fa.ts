@@ -20,7 +20,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-bus-silent">
         <source>it has not answered within %1 s</source>
         <extracomment>The reason why there is no session bus</extracomment>
-        <translation>در %1 ثانیه پاسخی نداد</translation>
+        <translation>ظرف %1 ثانیه پاسخی نداد</translation>
     </message>
     <message id="installctl-confirming">
         <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
@@ -215,7 +215,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-not-started">
         <source>it has not started within %1 s</source>
         <extracomment>The reason why a service is not available</extracomment>
-        <translation>در %1 ثانیه آغاز به کار نکرد</translation>
+        <translation>ظرف %1 ثانیه آغاز به کار نکرد</translation>
     </message>
     <message id="installctl-not-utf8">
         <source>the path is not UTF-8, so the service cannot be told</source>
@@ -295,7 +295,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unanswered">
         <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>در %1 ثانیه پاسخی نرسید؛ شاید سرویس به کار خود ادامه دهد</translation>
+        <translation>ظرف %1 ثانیه پاسخی نرسید؛ شاید سرویس به کار خود ادامه دهد</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -315,7 +315,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unfinished">
         <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>در %1 ثانیه نتیجه‌ای نرسید؛ سرویس به کار خود ادامه می‌دهد</translation>
+        <translation>ظرف %1 ثانیه نتیجه‌ای نرسید؛ سرویس به کار خود ادامه می‌دهد</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>فاقد مجوز</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>%1 مورد از %2 مورد درخواست نشده است</translation>
     </message>

@@ -70,7 +70,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-help">
         <source>print this text</source>
         <extracomment>An option</extracomment>
-        <translation>écrire ce texte</translation>
+        <translation>afficher ce texte</translation>
     </message>
     <message id="installctl-help-interrupted">
         <source>interrupted by a signal; the service goes on</source>
@@ -80,7 +80,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-json">
         <source>print JSON objects, one a line</source>
         <extracomment>An option</extracomment>
-        <translation>écrire des objets JSON, un par ligne</translation>
+        <translation>afficher des objets JSON, un par ligne</translation>
     </message>
     <message id="installctl-help-keep-user-data">
         <source>keep the data of the application</source>
@@ -90,7 +90,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-launcher">
         <source>remove the application of a launcher</source>
         <extracomment>An option</extracomment>
-        <translation>supprimer l’application d’un lanceur</translation>
+        <translation>supprimer l’application associée à un lanceur</translation>
     </message>
     <message id="installctl-help-no-wait">
         <source>do not wait for the outcome</source>
@@ -115,7 +115,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-quiet">
         <source>print errors only</source>
         <extracomment>An option</extracomment>
-        <translation>n’écrire que les erreurs</translation>
+        <translation>afficher seulement les erreurs</translation>
     </message>
     <message id="installctl-help-sdk">
         <source>install in sdk mode, without a question if allowed</source>
@@ -145,7 +145,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-unclear">
         <source>the outcome is not known, or may be that of another request</source>
         <extracomment>An exit status</extracomment>
-        <translation>le résultat est inconnu ou peut être celui d’une autre demande</translation>
+        <translation>résultat inconnu, ou peut-être celui d’une autre demande</translation>
     </message>
     <message id="installctl-help-unprivileged">
         <source>the caller may not ask for this</source>
@@ -165,7 +165,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-version">
         <source>print the version</source>
         <extracomment>An option</extracomment>
-        <translation>écrire la version</translation>
+        <translation>afficher la version</translation>
     </message>
     <message id="installctl-installed">
         <source>installed</source>
@@ -280,12 +280,12 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-service-rests">
         <source>the service does not run</source>
         <extracomment>The service is not on the bus</extracomment>
-        <translation>le service ne fonctionne pas</translation>
+        <translation>le service n’est pas en cours d’exécution</translation>
     </message>
     <message id="installctl-service-runs">
         <source>the service runs</source>
         <extracomment>The service is on the bus</extracomment>
-        <translation>le service fonctionne</translation>
+        <translation>le service est en cours d’exécution</translation>
     </message>
     <message id="installctl-timeout">
         <source>timeout</source>
@@ -323,9 +323,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>non autorisé</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
-        <translation>%1 sur %2 n’ont pas été demandés</translation>
+        <translation>non demandés&#xa0;: %1 sur %2</translation>
     </message>
     <message id="installctl-unwritten">
         <source>the output could not be written</source>

@@ -90,7 +90,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-launcher">
         <source>remove the application of a launcher</source>
         <extracomment>An option</extracomment>
-        <translation>הסרת האפליקציה של המשגר</translation>
+        <translation>הסרת האפליקציה של משגר מסוים</translation>
     </message>
     <message id="installctl-help-no-wait">
         <source>do not wait for the outcome</source>
@@ -100,7 +100,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-notify">
         <source>also show desktop notifications</source>
         <extracomment>An option</extracomment>
-        <translation>הצגת התראות גם בשולחן העבודה</translation>
+        <translation>גם הצגת התראות בשולחן העבודה</translation>
     </message>
     <message id="installctl-help-options">
         <source>Options:</source>
@@ -135,7 +135,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-timeout">
         <source>wait no longer than this, 0 for no limit</source>
         <extracomment>An option</extracomment>
-        <translation>המתנה של לא יותר מזמן זה, 0 ללא הגבלה</translation>
+        <translation>זמן ההמתנה המרבי, 0 ללא הגבלה</translation>
     </message>
     <message id="installctl-help-unavailable">
         <source>no session bus or no service</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>אין הרשאה</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>לא הוגשה בקשה עבור %1 מתוך %2</translation>
     </message>
@@ -365,7 +365,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-usage-wrong-name">
         <source>a name is empty or not UTF-8</source>
         <extracomment>An error in a command line</extracomment>
-        <translation>יש שם ריק או שם שאינו UTF-8</translation>
+        <translation>אחד השמות ריק או אינו UTF-8</translation>
     </message>
     <message id="installctl-usage-wrong-option">
         <source>%1 does not go with this command and its other options</source>

@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>अनुमति नहीं है</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>%2 में से %1 के लिए अनुरोध नहीं किया गया</translation>
     </message>

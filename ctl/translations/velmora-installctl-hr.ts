@@ -120,7 +120,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-sdk">
         <source>install in sdk mode, without a question if allowed</source>
         <extracomment>An option</extracomment>
-        <translation>instaliraj u SDK načinu rada, bez pitanja, ako je dopušteno</translation>
+        <translation>instaliraj u SDK načinu rada, bez pitanja ako je dopušteno</translation>
     </message>
     <message id="installctl-help-statuses">
         <source>Exit status:</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>nema ovlasti</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>nije zatraženo: %1 od %2</translation>
     </message>

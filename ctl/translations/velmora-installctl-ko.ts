@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>권한 없음</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>%2개 중 %1개는 요청하지 않았습니다</translation>
     </message>

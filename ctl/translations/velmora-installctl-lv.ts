@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>nav tiesību</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>nav pieprasīts: %1 no %2</translation>
     </message>
@@ -370,7 +370,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-usage-wrong-option">
         <source>%1 does not go with this command and its other options</source>
         <extracomment>%1 is an option such as --sdk</extracomment>
-        <translation>%1 nav savietojams ar šo komandu un citām tās opcijām</translation>
+        <translation>opcija %1 nav savietojama ar šo komandu un citām tās opcijām</translation>
     </message>
     <message id="installctl-waiting">
         <source>waiting for the service</source>

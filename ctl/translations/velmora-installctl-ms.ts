@@ -110,7 +110,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-problem">
         <source>a file cannot be used; nothing was requested</source>
         <extracomment>An exit status</extracomment>
-        <translation>ada fail tidak dapat digunakan; tiada yang diminta</translation>
+        <translation>ada fail yang tidak dapat digunakan; tiada yang diminta</translation>
     </message>
     <message id="installctl-help-quiet">
         <source>print errors only</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>tiada kebenaran</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>%1 daripada %2 belum diminta</translation>
     </message>

@@ -90,7 +90,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-launcher">
         <source>remove the application of a launcher</source>
         <extracomment>An option</extracomment>
-        <translation>remove a aplicação de um lançador</translation>
+        <translation>remove a aplicação associada a um lançador</translation>
     </message>
     <message id="installctl-help-no-wait">
         <source>do not wait for the outcome</source>
@@ -323,9 +323,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>não autorizado</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
-        <translation>%1 de %2 não foram solicitados</translation>
+        <translation>não solicitados: %1 de %2</translation>
     </message>
     <message id="installctl-unwritten">
         <source>the output could not be written</source>

@@ -323,9 +323,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>neautorizat</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
-        <translation>%1 din %2 nu au fost solicitate</translation>
+        <translation>nesolicitate: %1 din %2</translation>
     </message>
     <message id="installctl-unwritten">
         <source>the output could not be written</source>

@@ -280,12 +280,12 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-service-rests">
         <source>the service does not run</source>
         <extracomment>The service is not on the bus</extracomment>
-        <translation>служба не работает</translation>
+        <translation>служба не запущена</translation>
     </message>
     <message id="installctl-service-runs">
         <source>the service runs</source>
         <extracomment>The service is on the bus</extracomment>
-        <translation>служба работает</translation>
+        <translation>служба запущена</translation>
     </message>
     <message id="installctl-timeout">
         <source>timeout</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>нет прав</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>не запрошено %1 из %2</translation>
     </message>

@@ -260,7 +260,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-removing-of">
         <source>removing %1 of %2</source>
         <extracomment>A package is being removed; %1 and %2 are numbers</extracomment>
-        <translation>กำลังถอนการติดตั้ง %1 จาก %2</translation>
+        <translation>กำลังถอนการติดตั้งรายการที่ %1 จาก %2</translation>
     </message>
     <message id="installctl-requested">
         <source>requested</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>ไม่มีสิทธิ์</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>ยังไม่ได้ส่งคำขอสำหรับ %1 จาก %2 รายการ</translation>
     </message>

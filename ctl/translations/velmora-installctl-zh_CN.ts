@@ -45,7 +45,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-goes-on">
         <source>the service goes on</source>
         <extracomment>After Ctrl-C</extracomment>
-        <translation>服务继续进行</translation>
+        <translation>服务会继续运行</translation>
     </message>
     <message id="installctl-help-declined">
         <source>the user has declined</source>
@@ -75,7 +75,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-interrupted">
         <source>interrupted by a signal; the service goes on</source>
         <extracomment>An exit status</extracomment>
-        <translation>被信号中断；服务继续进行</translation>
+        <translation>被信号中断；服务会继续运行</translation>
     </message>
     <message id="installctl-help-json">
         <source>print JSON objects, one a line</source>
@@ -130,7 +130,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-timed-out">
         <source>the time is over; the service goes on</source>
         <extracomment>An exit status</extracomment>
-        <translation>时间已到；服务继续进行</translation>
+        <translation>时间已到；服务会继续运行</translation>
     </message>
     <message id="installctl-help-timeout">
         <source>wait no longer than this, 0 for no limit</source>
@@ -295,7 +295,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unanswered">
         <source>no answer within %1 s; the service may go on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>%1 秒内没有应答；服务可能仍在继续</translation>
+        <translation>%1 秒内没有应答；服务可能仍会继续运行</translation>
     </message>
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
@@ -310,12 +310,12 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unclear">
         <source>unclear</source>
         <extracomment>It is not known how the request has ended</extracomment>
-        <translation>不明</translation>
+        <translation>结果不明</translation>
     </message>
     <message id="installctl-unfinished">
         <source>no outcome within %1 s; the service goes on</source>
         <extracomment>The program waits no longer</extracomment>
-        <translation>%1 秒内没有结果；服务继续进行</translation>
+        <translation>%1 秒内没有结果；服务会继续运行</translation>
     </message>
     <message id="installctl-unprivileged">
         <source>unprivileged</source>
@@ -323,7 +323,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>无权限</translation>
     </message>
     <message id="installctl-unrequested">
-        <source>%1 of %2 have not been requested</source>
+        <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
         <translation>共 %2 个，其中 %1 个未请求</translation>
     </message>

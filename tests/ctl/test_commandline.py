@@ -53,6 +53,7 @@ def test_help_and_version(ctl):
     """The help has the options and exit statuses of the manual."""
     shown = ctl('--help')
     assert (shown.status, shown.err) == (0, [])
+    assert max(map(len, shown.out)) < 80
     for arguments in (['-h'], ['install', '--help'], ['--help', 'frobnicate'],
                       ['--help', '--version'], ['--help', '--quiet']):
         assert ctl(*arguments) == shown
@@ -75,7 +76,7 @@ def test_without_a_bus(ctl, tmp_path):
     error = f'velmora-installctl: {reason}'
 
     assert ctl('install', 'a', 'b', **absent) == \
-        (69, [], [error, 'velmora-installctl: 1 of 2 have not been requested'])
+        (69, [], [error, 'velmora-installctl: not requested: 1 of 2'])
     assert ctl('install', 'absent', **absent).status == 66
     assert ctl('remove', '--no-wait', '--quiet', 'app', **absent) == (69, [], [error])
     assert ctl('remove', '--launcher', 'a', **absent) == (69, [], [error])
@@ -96,7 +97,7 @@ def test_without_a_service(session_bus, ctl, tmp_path):
         'provided by any .service files'
 
     assert ctl('install', 'a', 'b', folder=tmp_path) == \
-        (69, ['a: reading'], [error, 'velmora-installctl: 1 of 2 have not been requested'])
+        (69, ['a: reading'], [error, 'velmora-installctl: not requested: 1 of 2'])
     assert ctl('remove', 'app', '--no-wait') == (69, ['app: removing'], [error])
     assert ctl('remove', 'app', '--quiet', '--timeout', '2147483') == (69, [], [error])
 

@@ -16,7 +16,7 @@ NO_BUS = 'velmora-installctl: no session bus: '
 SILENT = f'{NO_BUS}it has not answered within 1 s'
 TIMEOUT = re.compile('.*: timeout: no (answer within 5 s; the service may go|outcome within 5 s; the service goes) on')
 NOT_STARTED = 'velmora-installctl: the service is not available: it has not started within 1 s'
-UNREQUESTED = 'velmora-installctl: 1 of 2 have not been requested'
+UNREQUESTED = 'velmora-installctl: not requested: 1 of 2'
 
 
 @pytest.fixture

@@ -152,7 +152,7 @@ def test_deaths(odd, ctl, files):
     odd.start()
     odd.plans.update({'app': [answer, removed(False, 'x')], '': [die]})
     assert ctl('remove', '--quiet', 'app', 'next', 'last') == \
-        (69, [], ['app: failed: x', GONE, 'velmora-installctl: 1 of 3 have not been requested'])
+        (69, [], ['app: failed: x', GONE, 'velmora-installctl: not requested: 1 of 3'])
 
 
 def ask_bus(connection, method, signature, *arguments):
@@ -185,7 +185,7 @@ def test_name_of_somebody_else(session_bus, ctl, files, interface):
         run = ctl('install', '--quiet', *option, 'a', 'b', folder=files)
         assert (run.status, run.out) == (69, [])
         assert run.err[0].startswith(UNAVAILABLE) and len(run.err[0]) > len(UNAVAILABLE) + 10
-        assert run.err[1:] == ['velmora-installctl: 1 of 2 have not been requested']
+        assert run.err[1:] == ['velmora-installctl: not requested: 1 of 2']
 
 
 def test_silence(odd, ctl, files, tmp_path):

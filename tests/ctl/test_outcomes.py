@@ -108,7 +108,7 @@ def test_refusals_of_the_policy(service, treat, dialog, ctl, files, device):
     assert ctl('install', 'a', folder=files) == (3, ['a: reading'], [forbidden])
     assert ctl('install', '--sdk', '--quiet', 'a', folder=files) == (3, [], [forbidden])
     assert ctl('install', 'a', 'b', 'c', folder=files)[::2] == \
-        (3, [forbidden, 'velmora-installctl: 2 of 3 have not been requested'])
+        (3, [forbidden, 'velmora-installctl: not requested: 2 of 3'])
 
     run = ctl.start('install', '--json', 'a', 'b', folder=files)
     assert run.wait().status == 3
@@ -213,7 +213,7 @@ def test_interruptions(service, treat, dialog, ctl, files, signals):
         run.send_signal(number)
 
         assert run.wait()[::2] == (status, ['a: interrupted: the service goes on',
-                                            'velmora-installctl: 1 of 2 have not been requested'])
+                                            'velmora-installctl: not requested: 1 of 2'])
         treat(INSTALLED)
         assert signals.wait('installFinished', count) == (True, '')
 

@@ -12,7 +12,7 @@ from harness.client import NAME
 pytestmark = pytest.mark.side_by_side
 
 LAUNCHER = Path('/usr/share/applications/app.desktop')
-UNREQUESTED = 'velmora-installctl: 1 of 2 have not been requested'
+UNREQUESTED = 'velmora-installctl: not requested: 1 of 2'
 
 
 @pytest.fixture

@@ -144,7 +144,7 @@ def test_interruption(asking, dialog, terminal, files, signals):
 
     status, lines = shown.wait_end()
     assert (status, [line.removeprefix('^C') for line in lines]) == \
-        (130, ['a: interrupted: the service goes on', 'velmora-installctl: 1 of 2 have not been requested'])
+        (130, ['a: interrupted: the service goes on', 'velmora-installctl: not requested: 1 of 2'])
     dialog.answer(CONFIRMED)
     assert signals.wait('installFinished') == (True, '')
 
