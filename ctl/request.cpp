@@ -27,7 +27,7 @@ void Request::expire(int seconds)
     if (m_isTaken) {
         end(Results::unfinished(seconds));
     } else {
-        end(m_service->isRunning() ? Results::unanswered(seconds) : Results::notStarted(seconds));
+        end(m_service->mayRun() ? Results::unanswered(seconds) : Results::notStarted(seconds));
     }
 }
 

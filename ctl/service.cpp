@@ -86,13 +86,13 @@ QDBusPendingCall Service::call(const QString &method, const QVariantList &argume
     return m_bus.asyncCall(message, std::numeric_limits<int>::max());
 }
 
-bool Service::isRunning() const
+bool Service::mayRun() const
 {
     if (m_isListening) {
         return !m_owner.isEmpty();
     }
     const QDBusReply<bool> answer = m_bus.call(ask(QStringLiteral("NameHasOwner")), QDBus::Block, QuestionTimeout);
-    return answer.isValid() && answer.value();
+    return !answer.isValid() || answer.value();
 }
 
 void Service::handleSignal(const QDBusMessage &message)

@@ -27,8 +27,11 @@ public:
     /** Calls a method. The bus starts the service if necessary. The call has no time limit. */
     QDBusPendingCall call(const QString &method, const QVariantList &arguments);
 
-    /** Whether the service is on the bus now. Without having listened this waits for the bus's answer. */
-    bool isRunning() const;
+    /**
+     * Whether the service may be on the bus now, which a bus that does not answer leaves open. Without having listened this
+     * waits for the bus's answer.
+     */
+    bool mayRun() const;
 
 Q_SIGNALS:
     /** All signals after this one are received. */
