@@ -12,7 +12,7 @@
 
 #include <limits>
 
-using namespace BusNames::InstallationHandler;
+namespace Names = BusNames::InstallationHandler;
 
 namespace {
 
@@ -24,7 +24,7 @@ QDBusMessage ask(const QString &method)
     QDBusMessage question = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
                                                            QStringLiteral("/org/freedesktop/DBus"),
                                                            QStringLiteral("org.freedesktop.DBus"), method);
-    question << BusNames::InstallationHandler::Service;
+    question << Names::Service;
     return question;
 }
 
@@ -41,7 +41,8 @@ Service::Service(const QDBusConnection &bus, QObject *parent)
 void Service::listen()
 {
     for (const char *name : {"needConfirm", "installFinished", "removalFinished"}) {
-        m_bus.connect(QString(), Path, Interface, QLatin1String(name), this, SLOT(handleSignal(QDBusMessage)));
+        m_bus.connect(QString(), Names::Path, Names::Interface, QLatin1String(name), this,
+                      SLOT(handleSignal(QDBusMessage)));
     }
     // QtDBus makes this signal itself.
     m_bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
@@ -52,8 +53,8 @@ void Service::listen()
 
 void Service::watchOwner()
 {
-    const auto *watcher = new QDBusServiceWatcher(BusNames::InstallationHandler::Service, m_bus,
-                                                  QDBusServiceWatcher::WatchForOwnerChange, this);
+    const auto *watcher =
+            new QDBusServiceWatcher(Names::Service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &oldOwner, const QString &owner) {
                 m_owner = owner;
@@ -80,8 +81,7 @@ void Service::handleOwner(const QString &owner)
 
 QDBusPendingCall Service::call(const QString &method, const QVariantList &arguments)
 {
-    QDBusMessage message =
-            QDBusMessage::createMethodCall(BusNames::InstallationHandler::Service, Path, Interface, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(Names::Service, Names::Path, Names::Interface, method);
     message.setArguments(arguments);
     return m_bus.asyncCall(message, std::numeric_limits<int>::max());
 }
