@@ -28,8 +28,8 @@ public:
     QDBusPendingCall call(const QString &method, const QVariantList &arguments);
 
     /**
-     * Whether the service may be on the bus now, which a bus that does not answer leaves open. Without having listened this
-     * waits for the bus's answer.
+     * Whether the service may be on the bus now, which a bus that does not answer leaves open. Without having listened
+     * this waits for the bus's answer.
      */
     bool mayRun() const;
 
