@@ -35,6 +35,7 @@ def test_thousand_names(managed, service, ctl, signals):
     assert run.out == [line for number, name in enumerate(names, 1)
                        for line in (f'{name}: removing {number} of 1000', f'{name}: removed')]
     assert [call.arguments[0] for call in managed.calls('Remove')] == names
+    signals.wait('removalFinished', len(names))
     assert signals.arguments('removalFinished') == [(True, '')] * 1000
 
 
@@ -67,6 +68,7 @@ def test_many_files(device, manager, service, ctl, signals, requested, tmp_path)
     few = names[:200]
     assert ctl('install', '--quiet', *few, folder=tmp_path) == (0, [], [])
     assert [call.arguments[0] for call in manager.calls('Install')] == paths[:200]
+    signals.wait('installFinished', 1 + len(few))
     assert signals.arguments('installFinished')[1:] == [(True, '')] * 200
 
 
