@@ -46,6 +46,13 @@ char *strerror(int error) noexcept
                             : reinterpret_cast<decltype(&strerror)>(dlsym(RTLD_NEXT, "strerror"))(error);
 }
 
+FD_t Fopen(const char *path, const char *mode)
+{
+    calls.append("Fopen %1 %2"_s.arg(QLatin1String(mode), QString::fromUtf8(path)));
+    script.beforeOpening();
+    return reinterpret_cast<decltype(&Fopen)>(dlsym(RTLD_NEXT, "Fopen"))(path, mode);
+}
+
 int rpmReadConfigFiles(const char *file, const char *target)
 {
     calls.append(file || target ? "rpmReadConfigFiles with arguments"_s : "rpmReadConfigFiles"_s);

@@ -3,15 +3,23 @@
 
 #include "fakerpm.h"
 #include "journal.h"
+#include "processstate.h"
 #include "rpmhandle.h"
 #include "rpminfotext.h"
 #include "testrunner.h"
 
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 
 #include <cerrno>
+#include <cstdio>
 #include <limits>
 #include <optional>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 /** The reader's use of librpm, and all answers that librpm could give. */
 class RpmInfoCallsTest : public QObject
@@ -24,7 +32,7 @@ private Q_SLOTS:
         m_log.emplace(&m_journal);
         QVERIFY(m_file.open());
         QVERIFY(m_file.write(QByteArray(100, 'x')) == 100 && m_file.flush());
-        m_readCalls = QStringList{"rpmReadConfigFiles"_s, "rpmReadPackageFile "_s + m_file.fileName()};
+        m_readCalls = callsFor(m_file.fileName());
     }
 
     void cleanupTestCase() { m_log.reset(); }
@@ -131,7 +139,39 @@ private Q_SLOTS:
 
         FakeRpm::calls.clear();
         m_info->readPackage("/missing.rpm"_s);
-        QCOMPARE(FakeRpm::calls, QStringList());
+        QCOMPARE(FakeRpm::calls, QStringList("Fopen r /missing.rpm"_s));
+    }
+
+    // The path is the caller's until librpm has opened it, so the file may be another one by then. Known behaviour 74.
+    void waitsForAFifoThatHasTakenThePlace()
+    {
+        const QTemporaryDir folder;
+        const QByteArray path = QFile::encodeName(folder.filePath("a.rpm"_s));
+        const QByteArray fifo = path + ".fifo";
+        QVERIFY(QFile::copy(m_file.fileName(), QFile::decodeName(path)));
+        QCOMPARE(mkfifo(fifo.constData(), 0600), 0);
+        bool replaced = false;
+        int otherEnd = -1;
+        std::thread other;
+        FakeRpm::script.beforeOpening = [&] {
+            replaced = std::rename(fifo.constData(), path.constData()) == 0;
+            other = std::thread([&] {
+                // This waits for librpm, as librpm waits for this.
+                otherEnd = open(path.constData(), O_WRONLY | O_CLOEXEC);
+                close(otherEnd);
+            });
+        };
+        FakeRpm::script.readResult = RPMRC_NOTFOUND;
+        {
+            const Deadline deadline;
+            m_info->readPackage(QFile::decodeName(path));
+            QVERIFY(other.joinable());
+            other.join();
+            QVERIFY(!deadline.hasPassed());
+        }
+        QVERIFY(replaced);
+        QVERIFY(otherEnd >= 0);
+        QCOMPARE(FakeRpm::calls, callsFor(QFile::decodeName(path)));
     }
 
     void verifiesForOneTagAlone_data()
@@ -169,6 +209,11 @@ private Q_SLOTS:
     }
 
 private:
+    static QStringList callsFor(const QString &path)
+    {
+        return {"Fopen r "_s + path, "rpmReadConfigFiles"_s, "rpmReadPackageFile "_s + path};
+    }
+
     void takeNewHeader()
     {
         m_header.reset(headerNew());
