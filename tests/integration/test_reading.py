@@ -2,11 +2,17 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Package files, good and bad ones, in the dialog and in the log, and files that change while the user is asked."""
 
+import os
+import re
+import signal
 import subprocess
+from pathlib import Path
 
 import pytest
 from packages import SigningKey, damage
+from standin.remoteerror import RemoteError
 
+LARGE, HUGE = 1 << 26, 1 << 40
 FAILED = 'zarn_installation_error_desc_{0} (code: {0})'
 
 
@@ -102,6 +108,61 @@ def test_known_key_verifies(service, ask, package, tmp_path):
     assert ask(file)[0]['name'] == 'trusted'
 
     assert f'{file}: digests signatures OK' in service.log()
+
+
+@pytest.fixture
+def signed(package):
+    """Makes a package that is signed by a key that nobody knows, followed by a hole in the file up to a size."""
+    def make(size, legacy):
+        file = package('sparse')
+        with SigningKey('Nobody knows') as key:
+            key.sign(file, legacy=legacy)
+        os.truncate(file, size)
+        return file
+    return make
+
+
+def bytes_read(process):
+    """All that a process has read so far."""
+    return int(re.search(r'rchar: (\d+)', Path(f'/proc/{process.pid}/io').read_text(encoding='ascii'))[1])
+
+
+@pytest.mark.parametrize('legacy', [False, True], ids=['header', 'header and payload'])
+def test_signature_of_the_payload_makes_the_service_read_all(
+        service, manager, install_and_wait, device, signed, legacy):
+    """Known behaviour 75."""
+    file = signed(LARGE, legacy)
+    device.mark_as_emulator()
+    before = bytes_read(service.process)
+
+    assert install_and_wait([file]) == (True, '')
+
+    assert (bytes_read(service.process) - before > LARGE) == legacy
+
+
+def test_service_that_reads_a_huge_file_can_be_stopped(service, client, signed):
+    """Known behaviour 75."""
+    request = client.start('installFiles', '(as)', [str(signed(HUGE, legacy=True))])
+    service.wait_for_log('NOKEY')
+
+    service.process.send_signal(signal.SIGTERM)
+
+    assert service.wait_exit() == -signal.SIGTERM
+    with pytest.raises(RemoteError) as unanswered:
+        request.wait()
+    assert unanswered.value.name == 'org.freedesktop.DBus.Error.NoReply'
+
+
+def test_line_feed_in_a_path_begins_a_line_of_the_log(service, ask, package, tmp_path):
+    """librpm writes the path as it is. Known behaviour 76."""
+    file = package('loud')
+    with SigningKey('Nobody knows') as key:
+        key.sign(file)
+    file = file.rename(tmp_path / 'a\nwarning default: forged.rpm')
+
+    ask(file)
+
+    assert any(line.startswith('forged.rpm: Header ') for line in service.warnings())
 
 
 @pytest.fixture
