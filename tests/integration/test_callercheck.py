@@ -4,7 +4,9 @@
 
 import os
 import shutil
+import subprocess
 import sys
+from contextlib import contextmanager
 from pathlib import Path
 
 import pytest
@@ -170,10 +172,18 @@ def test_caller_without_connection(busy, service, session_bus, session_monitor):
     assert service.warnings() == [REFUSED]
 
 
-def test_caller_without_process(busy, processes, service, session_bus, session_monitor):
+@pytest.fixture
+def start_going_caller(processes, session_bus):
+    """Starts a caller without rights, which becomes another program or ends."""
+    def start(*program):
+        socket = session_bus.address.partition('=')[2]
+        return processes.start_in_session('caller', [sys.executable, '-B', GOING_CALLER, socket, ABSENT, *program])
+    return start
+
+
+def test_caller_without_process(start_going_caller, busy, processes, service, session_bus, session_monitor):
     """It has ended, but its connection has not. D-Bus 1.16 does not tell its process then."""
-    socket = session_bus.address.partition('=')[2]
-    caller = processes.start('caller', [sys.executable, '-B', GOING_CALLER, socket, ABSENT])
+    caller = start_going_caller()
     assert processes.wait_end(caller) == 0, caller.text
     assert not Path(f'/proc/{caller.pid}').exists()
 
@@ -186,3 +196,49 @@ def test_caller_without_process(busy, processes, service, session_bus, session_m
     assert (error, arguments) == ('org.freedesktop.DBus.Error.AccessDenied',
                                   (f'PID {told or 0} is not in privileged group',))
     assert service.warnings() == [REFUSED]
+
+
+def test_caller_that_becomes_roots(start_going_caller, busy, processes, service, tmp_path):
+    """It executes a program with the set-user-ID bit after the call. Known behaviour 77."""
+    program = shutil.copy('/usr/bin/tail', tmp_path)
+    os.chown(program, ROOT, ROOT)
+    os.chmod(program, 0o4755)
+    text = tmp_path / 'text'
+    text.write_text('I am root\n', encoding='ascii')
+    caller = start_going_caller(program, '--follow', text)
+    processes.wait_line(caller, lambda line: line == 'I am root', 'the program')
+    assert Path(f'/proc/{caller.pid}').owner() == 'root'
+
+    busy()
+
+    assert service.warnings() == [BAD.format(ABSENT)]
+
+
+@contextmanager
+def process_of_root(number):
+    """A process of root's with the number of one that has ended."""
+    for _ in range(1000):
+        Path('/proc/sys/kernel/ns_last_pid').write_text(str(number - 1), encoding='ascii')
+        with subprocess.Popen(['sleep', 'infinity']) as process:
+            try:
+                if process.pid == number:
+                    yield
+                    return
+            finally:
+                process.kill()
+    pytest.fail(f'other processes have taken the number {number}, or the one after it, each time')
+
+
+def test_process_that_has_the_number_of_the_caller(start_going_caller, busy, processes, service, session_bus,
+                                                   session_monitor):
+    """The caller has ended, and a process of root's has got its number. D-Bus 1.16 notices. Known behaviour 77."""
+    caller = start_going_caller()
+    assert processes.wait_end(caller) == 0, caller.text
+
+    with process_of_root(caller.pid):
+        busy()
+        *_, call = [message for message in session_monitor.messages(kind='method-call')
+                    if message.member == 'removePackageByDesktopFile']
+        noticed = session_bus.process_of(call.sender) is None
+
+    assert service.warnings() == [REFUSED if noticed else BAD.format(ABSENT)]

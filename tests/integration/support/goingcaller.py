@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""goingcaller.py SOCKET PATH: asks for the removal of a launcher's application and ends at once. Its connection to the bus
-stays, with a child process that ends with the bus."""
+"""goingcaller.py SOCKET PATH [PROGRAM ARGUMENT...]: asks for the removal of a launcher's application, and then ends at once or
+becomes the program. Its connection to the bus stays, with a child process that ends with the bus."""
 
 import os
 import socket
@@ -33,6 +33,8 @@ def main():
         send(bus, 2, ('org.velmoraos.installationhandler', '/org/velmoraos/installationhandler',
                       'org.velmoraos.installationhandler'), 'removePackageByDesktopFile',
              GLib.Variant('(s)', (sys.argv[2],)))
+        if sys.argv[3:]:
+            os.execv(sys.argv[3], sys.argv[3:])
 
 
 main()
