@@ -3,22 +3,14 @@
 
 #include "openswithoutblocking.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
+#include <sys/sysmacros.h>
 
 namespace {
 
-bool isTerminal(const char *path)
-{
-    const int fd = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (fd < 0) {
-        return false;
-    }
-    const bool terminal = isatty(fd) == 1;
-    close(fd);
-    return terminal;
-}
+// The devices of the kernel's memory, such as /dev/zero, answer at once. Others may wait for somebody, when they are
+// opened or when they are read.
+constexpr unsigned int MemoryDevices = 1;
 
 }
 
@@ -29,6 +21,6 @@ bool opensWithoutBlocking(const QByteArray &path)
         return true;
     }
     const bool mayBlock = S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode)
-            || (S_ISCHR(status.st_mode) && isTerminal(path.constData()));
+            || (S_ISCHR(status.st_mode) && major(status.st_rdev) != MemoryDevices);
     return !mayBlock;
 }

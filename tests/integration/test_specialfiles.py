@@ -14,6 +14,9 @@ from support.sockets import make_socket
 # A driver for local use: nobody has it.
 NO_DRIVER = os.makedev(240, 0)
 
+# It can be opened by everybody who may read the file. Other devices of this kind wait when they are read.
+NETWORK = os.makedev(10, 200)
+
 
 def write_sparse(path):
     with path.open('wb') as file:
@@ -31,6 +34,7 @@ MADE = {
     'link to a pipe': (lambda path: (os.mkfifo(f'{path}.pipe'), path.symlink_to(f'{path}.pipe')), None),
     'link to nothing': (lambda path: path.symlink_to('absent'), None),
     'link to itself': (lambda path: path.symlink_to(path), None),
+    'device of the network': (lambda path: os.mknod(path, stat.S_IFCHR | 0o666, NETWORK), None),
     'device without a driver': (lambda path: os.mknod(path, stat.S_IFBLK | 0o600, NO_DRIVER), None),
     'folder': (os.mkdir, 2),
     'empty file': (lambda path: path.touch(), 1),

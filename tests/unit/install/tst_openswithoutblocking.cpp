@@ -52,6 +52,7 @@ private Q_SLOTS:
         QTest::newRow("FIFO as a folder") << m_files.fifo() + "/deeper"_s << true;
         QTest::newRow("too long a name") << m_files.path(QString(256, QLatin1Char('x'))) << true;
         QTest::newRow("too long a path") << QString(5000, QLatin1Char('/')) << true;
+        QTest::newRow("kernel's random numbers") << "/dev/urandom" << true;
         QTest::newRow("null device") << "/dev/null" << true;
         QTest::newRow("zero device") << "/dev/zero" << true;
         QTest::newRow("URL of a FIFO") << "file://"_s + m_files.fifo() << true;
