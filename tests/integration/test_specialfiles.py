@@ -47,6 +47,7 @@ MADE = {
 THERE = {
     '/dev/null': 1, '/dev/zero': 1, '/dev/full': 1, '/dev/urandom': 1, '/dev/tty': None, '/dev/ptmx': None,
     '/proc/self/status': 1, '/proc/self/mem': 2, '/proc/self/exe/child': None,
+    '/proc/kmsg': None,
 }
 
 

@@ -70,7 +70,7 @@ def test_documents(query, source):
     assert licenses == ['LICENSE']
     documents = {path.partition('/doc/')[2].partition('/')[2]
                  for flags, _, path in marked if flags == 'd' and '/doc/' in path}
-    assert documents == {'ARCHITECTURE.md', 'HACKING.md', 'NEWS.md', 'README.md'} \
+    assert documents == {'ARCHITECTURE.md', 'HACKING.md', 'NEWS.md', 'README.md', 'SECURITY.md'} \
         | {f'{folder.name}/{path.relative_to(folder)}' for folder in (source / 'docs', source / 'packaging/polkit')
            for path in folder.rglob('*') if path.is_file()}
     assert [path for flags, _, path in marked if flags == 'd' and '/man1/' in path]
