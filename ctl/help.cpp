@@ -50,7 +50,7 @@ QString options()
             + line("--quiet", qtTrId("installctl-help-quiet"))
             //: An option
             //% "print this text"
-            + line("--help", qtTrId("installctl-help-help"))
+            + line("-h, --help", qtTrId("installctl-help-help"))
             //: An option
             //% "print the version"
             + line("--version", qtTrId("installctl-help-version"));
