@@ -7,5 +7,5 @@
 
 class QDBusMessage;
 
-/** What an error says about a request that it is the reply to. */
+/** The end of a request whose reply is an error. */
 Result readCallError(const QDBusMessage &error);

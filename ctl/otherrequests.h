@@ -8,8 +8,7 @@
 
 class Service;
 
-/** What is known of the requests of other programs since this one has begun to listen and the service was last started.
- */
+/** Knows the requests of other programs since this one has begun to listen and the service was last started. */
 class OtherRequests : public QObject
 {
     Q_OBJECT

@@ -33,7 +33,7 @@ int exitStatus(Outcome outcome, int signal = 0);
 /** Which of two outcomes the exit status of both tells. */
 Outcome weightier(Outcome one, Outcome other);
 
-/** What is known about the end of a request. */
+/** The end of a request, as far as it is known. */
 struct Result
 {
     Outcome outcome = Outcome::Done;

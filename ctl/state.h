@@ -3,7 +3,7 @@
 
 #pragma once
 
-/** What a request waits for. */
+/** The event that a request waits for. */
 enum class State {
     /** The service reads the package. */
     Reading,

@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-/** What a stream of this process is connected to. */
+/** The kind of device that a stream of this process leads to. */
 namespace Terminal {
 
 /** Whether it is a terminal. */

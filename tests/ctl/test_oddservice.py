@@ -48,7 +48,7 @@ def test_refusals(odd, ctl, files):
         for option in ([], ['--no-wait']):
             assert ctl('install', '--quiet', *option, 'a', folder=files) == (status, [], [line]), name
 
-    # What holds for all files ends the requests. The rest goes on.
+    # An answer that holds for all files ends the requests. After any other the next file follows.
     for name, status, requests in [('UnknownMethod', 69, ['a']), ('AccessDenied',
                                                                   77, ['a']), ('Failed', 1, ['a', 'b'])]:
         odd.requests.clear()
@@ -111,7 +111,7 @@ def test_reports_in_any_number_and_order(odd, ctl, files):
     odd.requests.clear()
     assert ctl('remove', '--quiet', 'one', 'two', 'three') == (1, [], ['one: failed: x', 'two: failed: y'])
     assert odd.requests == ['one', '', 'two', '', 'three']
-    # Whatever the answer to the request between two names is, the next name follows.
+    # Any answer to the request between two names lets the next name follow.
     odd.plans[''] = [refuse(ERROR + 'Failed', 'No.')]
     assert ctl('remove', '--quiet', 'one', 'three') == (1, [], ['one: failed: x'])
     # Outcomes of the other kind are somebody else's.

@@ -24,7 +24,7 @@ def test_cited_tests_exist():
 
 
 def test_every_promise_names_a_test():
-    promises = section('What is promised').split('\n- ')[1:]
+    promises = section('Promises').split('\n- ')[1:]
     assert promises
     assert not [promise for promise in promises if not CITATION.search(promise)]
 
