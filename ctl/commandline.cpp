@@ -63,7 +63,7 @@ private:
     void readOptions();
     void readCommand();
     bool isSet(const char *option) const { return m_parser.isSet(QLatin1String(option)); }
-    QString value(const char *option) const { return m_parser.value(QLatin1String(option)); }
+    QString argument(const char *option) const { return m_parser.value(QLatin1String(option)); }
     QString findError() const;
     QString findWrongOption() const;
     QString findWrongSubject() const;
@@ -105,10 +105,10 @@ void Reader::readOptions()
     m_line.quiet = isSet("quiet");
     m_line.help = isSet("help");
     m_line.version = isSet("version");
-    m_line.launcher = toBytes(value("launcher"));
+    m_line.launcher = toBytes(argument("launcher"));
     if (isSet("timeout")) {
         bool isNumber = false;
-        const uint seconds = value("timeout").toUInt(&isNumber);
+        const uint seconds = argument("timeout").toUInt(&isNumber);
         m_isSecondsWrong = !isNumber || seconds > MostSeconds;
         m_line.seconds = static_cast<int>(seconds);
     }
