@@ -38,7 +38,7 @@ def test_events(session_bus, manager, program, dialog, ctl, client, tmp_path):
     program.kill()
     for run, number, status in zip([*monitors, quiet], (signal.SIGINT, signal.SIGTERM, signal.SIGHUP), (130, 143, 129)):
         if run != quiet:
-            run.wait_line('not run' if run == text else 'false', 2)
+            run.wait_line('does not run' if run == text else '"running":false', 2)
         run.send_signal(number)
         assert run.wait()[::2] == (status, [])
 
