@@ -27,9 +27,9 @@ def test_session_speaks(ctl, tmp_path):
         for identifier in translated:
             if identifier.startswith('installctl-help-'):
                 assert translated[identifier] in '\n'.join(lines), identifier
+        assert ctl('install', tmp_path, 'absent', LANG=f'{language}.UTF-8', LANGUAGE='').err[0] == \
+            f'{tmp_path}: {translated["installctl-not-regular"]}'
     german = texts(LANGUAGES['de'])
-    assert ctl('install', tmp_path, 'absent', LANG='de.UTF-8', LANGUAGE='').err[0] == \
-        f'{tmp_path}: {german["installctl-not-regular"]}'
     for variables in ({'LANG': 'de_AT.UTF-8'}, {'LC_ALL': 'de_DE.UTF-8'}, {'LANGUAGE': 'de', 'LANG': 'en_US.UTF-8'},
                       {'LC_MESSAGES': 'de_DE'}):
         assert ctl(**variables).err[0] == f'velmora-installctl: {german["installctl-usage-no-command"]}', variables
