@@ -6,7 +6,7 @@ import shutil
 
 import debianpackage
 import pytest
-from builds import LEFTOVERS, attempt, make, run, stage
+from builds import LEFTOVERS, TOGETHER, attempt, make, run, stage
 from contents import INSTALLED, found, naming
 from harness.service import PROGRAM
 
@@ -15,11 +15,8 @@ LINK_TIME_OPTIMISATION = '-g -O2 -flto=auto -fexceptions -Wp,-D_FORTIFY_SOURCE=3
 
 
 def optimise(source, build):
-    """Builds the product with an explicit -fPIE and debug information. The build type adds no flags of CMake's own, and the
-    files of a folder are compiled as one, which takes half the time.
-    """
-    return make(source, build, '-DCMAKE_BUILD_TYPE=None', '-DCMAKE_UNITY_BUILD=ON',
-                f'-DCMAKE_CXX_FLAGS={LINK_TIME_OPTIMISATION}')
+    """Builds the product with an explicit -fPIE and debug information. The build type adds no flags of CMake's own."""
+    return make(source, build, '-DCMAKE_BUILD_TYPE=None', *TOGETHER, f'-DCMAKE_CXX_FLAGS={LINK_TIME_OPTIMISATION}')
 
 
 @pytest.fixture
