@@ -140,6 +140,14 @@ void ShownDialog::awaitFrame() const
     }
 }
 
+void ShownDialog::awaitFrames() const
+{
+    for (int i = 0; i < 5; ++i) {
+        awaitFrame();
+        QCoreApplication::processEvents();
+    }
+}
+
 void ShownDialog::awaitReady() const
 {
     if (!QTest::qWaitFor([this] { return isReady(); }, 30000)) {

@@ -29,6 +29,8 @@ public:
         return &texts;
     }
 
+    void setAll(const QString &text) { name = version = summary = fileName = text; }
+
     QString name = QStringLiteral("lighthouse-tides");
     QString version = QStringLiteral("2.4.1");
     QString summary = QStringLiteral("Tide tables and weather for small boats");
@@ -40,6 +42,9 @@ Q_SIGNALS:
     void summaryChanged();
     void fileNameChanged();
 };
+
+/** The ids of the items that show the package's texts. */
+constexpr const char *PackageTextItems[] = {"name", "version", "summary", "fileName", "folder"};
 
 /** The installed dialog in an engine of its own, shown, with the answers that it gives. */
 class ShownDialog
@@ -74,6 +79,9 @@ public:
     /** Whether "Install" takes a pointer. */
     bool isReady() const { return m_window->property("ready").toBool(); }
 
+    /** Keeps "Install" from taking a pointer, until makeReady(). */
+    void keepUnready() const { rest()->setProperty("interval", 1 << 30); }
+
     /** All visible text items. */
     QList<QQuickItem *> texts() const;
 
@@ -81,11 +89,17 @@ public:
     static QRectF place(const QQuickItem *item);
     QRectF place(const char *id) const { return place(item(id)); }
 
+    /** The middle of an item, in the window. */
+    QPoint middle(const char *id) const { return place(id).center().toPoint(); }
+
     /** Whether a text is broken between words only. A word that is longer than its line may be broken anywhere. */
     static bool breaksAtWordsOnly(const QQuickItem *text);
 
     /** Waits until the window has been laid out and painted again. */
     void awaitFrame() const;
+
+    /** Waits until the window has been painted a few times, and all that follows has happened. */
+    void awaitFrames() const;
 
     /** Waits until "Install" takes a pointer, and has been painted like that. */
     void awaitReady() const;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "dialogtest.h"
+#include "pointers.h"
 #include "showndialog.h"
 
 #include <QMetaMethod>
@@ -14,31 +15,16 @@ Q_DECLARE_METATYPE(Input)
 
 namespace {
 
-QTouchDevice *touchScreen()
-{
-    static QTouchDevice *screen = QTest::createTouchDevice();
-    return screen;
-}
-
-QPoint middle(const ShownDialog &dialog, const char *id)
-{
-    return dialog.place(id).center().toPoint();
-}
-
 Input click(const char *id)
 {
     return [id](const ShownDialog &dialog) {
-        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, middle(dialog, id));
+        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.middle(id));
     };
 }
 
 Input tap(const char *id)
 {
-    return [id](const ShownDialog &dialog) {
-        const QPoint point = middle(dialog, id);
-        QTest::touchEvent(dialog.window(), touchScreen()).press(0, point);
-        QTest::touchEvent(dialog.window(), touchScreen()).release(0, point);
-    };
+    return [id](const ShownDialog &dialog) { ::tap(dialog.window(), dialog.middle(id)); };
 }
 
 Input type(const QList<Qt::Key> &keys)
@@ -250,8 +236,8 @@ private Q_SLOTS:
     {
         const ShownDialog dialog;
         dialog.makeReady();
-        const QPoint install = middle(dialog, "install");
-        const QPoint cancel = middle(dialog, "cancel");
+        const QPoint install = dialog.middle("install");
+        const QPoint cancel = dialog.middle("cancel");
 
         QTest::touchEvent(dialog.window(), touchScreen()).press(0, install).press(1, cancel);
         QTest::touchEvent(dialog.window(), touchScreen()).release(0, install).release(1, cancel);
@@ -266,13 +252,13 @@ private Q_SLOTS:
         QTest::newRow("other keys") << type({Qt::Key_A, Qt::Key_Y, Qt::Key_Tab, Qt::Key_Down, Qt::Key_PageDown,
                                              Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Left, Qt::Key_F1, Qt::Key_Menu});
         QTest::newRow("right button") << Input([](const ShownDialog &dialog) {
-            QTest::mouseClick(dialog.window(), Qt::RightButton, {}, middle(dialog, "install"));
+            QTest::mouseClick(dialog.window(), Qt::RightButton, {}, dialog.middle("install"));
         });
         QTest::newRow("click beside the buttons") << Input([](const ShownDialog &dialog) {
             QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, QPoint(2, 2));
         });
         QTest::newRow("finger that slips off") << Input([](const ShownDialog &dialog) {
-            QTest::touchEvent(dialog.window(), touchScreen()).press(0, middle(dialog, "install"));
+            QTest::touchEvent(dialog.window(), touchScreen()).press(0, dialog.middle("install"));
             QTest::touchEvent(dialog.window(), touchScreen()).move(0, QPoint(2, 2));
             QTest::touchEvent(dialog.window(), touchScreen()).release(0, QPoint(2, 2));
         });

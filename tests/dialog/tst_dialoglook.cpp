@@ -250,12 +250,12 @@ private Q_SLOTS:
         };
 
         int rings = 0;
-        dialog.rest()->setProperty("interval", 1 << 30);
+        dialog.keepUnready();
         check("not ready");
         dialog.makeReady();
         check("ready");
         for (const char *control : {"cancel", "install", "file"}) {
-            const QPoint point = dialog.place(control).center().toPoint();
+            const QPoint point = dialog.middle(control);
             QTest::mouseMove(dialog.window(), point);
             check("below the pointer");
             QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
@@ -348,7 +348,7 @@ private Q_SLOTS:
 
         for (const char *button : {"cancel", "install", "file"}) {
             const QRgb quiet = face(button);
-            const QPoint point = dialog.place(button).center().toPoint();
+            const QPoint point = dialog.middle(button);
             QTest::mouseMove(dialog.window(), point);
             QCOMPARE(face(button), quiet);
             QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
@@ -363,15 +363,15 @@ private Q_SLOTS:
     void arrowTurnsWhenThePathOpens()
     {
         const ShownDialog dialog;
-        QTest::mouseMove(dialog.window(), dialog.place("file").center().toPoint());
+        QTest::mouseMove(dialog.window(), dialog.middle("file"));
         const auto arrow = [&dialog] {
             dialog.awaitFrame();
             return dialog.picture().copy(dialog.place("arrow").toRect());
         };
         const QImage closed = arrow();
-        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.place("file").center().toPoint());
+        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.middle("file"));
         QVERIFY(arrow() != closed);
-        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.place("file").center().toPoint());
+        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.middle("file"));
         QCOMPARE(arrow(), closed);
     }
 };

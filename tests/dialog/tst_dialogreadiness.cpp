@@ -2,95 +2,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "dialogtest.h"
+#include "pointers.h"
 #include "showndialog.h"
 
 #include <QAccessible>
 #include <QElapsedTimer>
 #include <QWindow>
 
-#include <functional>
-
 namespace {
 
-using Tap = std::function<void(QWindow *window, const QPoint &point)>;
-
-// In milliseconds.
+// The time before "Install" takes a pointer, in milliseconds.
 constexpr int Rest = 700;
-constexpr int Never = 1 << 30;
-
-QTouchDevice *touchScreen()
-{
-    static QTouchDevice *screen = QTest::createTouchDevice();
-    return screen;
-}
-
-void click(QWindow *window, const QPoint &point)
-{
-    QTest::mouseClick(window, Qt::LeftButton, {}, point);
-}
-
-void tap(QWindow *window, const QPoint &point)
-{
-    QTest::touchEvent(window, touchScreen()).press(0, point);
-    QTest::touchEvent(window, touchScreen()).release(0, point);
-}
-
-void tapWithAnotherFingerDown(QWindow *window, const QPoint &point)
-{
-    const QPoint elsewhere(5, 5);
-    QTest::touchEvent(window, touchScreen()).press(0, elsewhere);
-    QTest::touchEvent(window, touchScreen()).stationary(0).press(1, point);
-    QTest::touchEvent(window, touchScreen()).stationary(0).release(1, point);
-    QTest::touchEvent(window, touchScreen()).release(0, elsewhere);
-}
-
-void tapWithTwoFingers(QWindow *window, const QPoint &point)
-{
-    const QPoint beside = point + QPoint(20, 5);
-    QTest::touchEvent(window, touchScreen()).press(0, point);
-    QTest::touchEvent(window, touchScreen()).stationary(0).press(1, beside);
-    QTest::touchEvent(window, touchScreen()).release(0, point).stationary(1);
-    QTest::touchEvent(window, touchScreen()).release(1, beside);
-}
-
-void doubleClick(QWindow *window, const QPoint &point)
-{
-    QTest::mouseClick(window, Qt::LeftButton, {}, point);
-    QTest::mouseDClick(window, Qt::LeftButton, {}, point);
-}
-
-// A pen that nobody listens to acts as a mouse.
-void touchWithPen(QWindow *window, const QPoint &point)
-{
-    const QPoint onScreen = window->mapToGlobal(point);
-    for (const Qt::MouseButtons buttons : {Qt::MouseButtons(Qt::LeftButton), Qt::MouseButtons()}) {
-        QTabletEvent event(buttons ? QEvent::TabletPress : QEvent::TabletRelease, point, onScreen, QTabletEvent::Stylus,
-                           QTabletEvent::Pen, buttons ? 1 : 0, 0, 0, 0, 0, 0, Qt::NoModifier, 1, Qt::LeftButton,
-                           buttons);
-        event.ignore();
-        QCoreApplication::sendEvent(window, &event);
-        if (!event.isAccepted()) {
-            QMouseEvent mouse(buttons ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, point, point, onScreen,
-                              Qt::LeftButton, buttons, Qt::NoModifier, Qt::MouseEventNotSynthesized);
-            QCoreApplication::sendEvent(window, &mouse);
-        }
-    }
-}
-
-const struct
-{
-    const char *name;
-    Tap tap;
-} Pointers[] = {
-        {"mouse", click},      {"mouse, twice", doubleClick},
-        {"touch", tap},        {"second finger", tapWithAnotherFingerDown},
-        {"pen", touchWithPen},
-};
-
-QPoint middle(const ShownDialog &dialog, const char *id)
-{
-    return dialog.place(id).center().toPoint();
-}
 
 /** A place in sight, by its name: the part of an item that is in sight, or the free space above the sheet. */
 QPoint spot(const ShownDialog &dialog, const char *name)
@@ -108,19 +30,6 @@ QPoint spot(const ShownDialog &dialog, const char *name)
 // All places that a pointer can touch without an answer, but "Install".
 const char *const PlacesWithoutAnswer[] = {"space", "question", "panel", "file", "page"};
 
-PackageTexts *longTexts()
-{
-    static PackageTexts texts;
-    texts.summary = QStringLiteral("many words ").repeated(1000);
-    texts.fileName = QLatin1Char('/') + QStringLiteral("folder/").repeated(500) + QStringLiteral("package.rpm");
-    return &texts;
-}
-
-void scrollTo(const ShownDialog &dialog, qreal position)
-{
-    dialog.item("body")->setProperty("contentY", position);
-}
-
 void press(const ShownDialog &dialog, const char *id)
 {
     QAccessible::queryAccessibleInterface(dialog.item(id))
@@ -128,33 +37,10 @@ void press(const ShownDialog &dialog, const char *id)
             ->doAction(QAccessibleActionInterface::pressAction());
 }
 
-/** Whether all of the warning is in sight, or the last line of one that is taller than its place. */
-bool isWarningInSight(const ShownDialog &dialog)
-{
-    const QRectF view = dialog.place("body");
-    const QRectF panel = dialog.place("panel");
-    const qreal line =
-            dialog.property("warning", "contentHeight").toReal() / dialog.property("warning", "lineCount").toInt();
-    const qreal lastLine = panel.bottom() - dialog.property("warning", "bottomPadding").toReal() - line;
-    const qreal needed = panel.height() <= view.height() ? panel.top() : lastLine;
-    return panel.bottom() <= view.bottom() + 1 && needed >= view.top() - 1;
 }
 
-/** Waits until the dialog has been painted a few times, and all that follows has happened. */
-void awaitFrames(const ShownDialog &dialog)
-{
-    for (int i = 0; i < 5; ++i) {
-        dialog.awaitFrame();
-        QCoreApplication::processEvents();
-    }
-}
-
-}
-
-Q_DECLARE_METATYPE(Tap)
-
-/** A tap that was not meant for the dialog installs nothing (Known behaviour 70, 71). */
-class DialogGuardTest : public DialogTest
+/** A tap that was not meant for the dialog installs nothing (Known behaviour 70). */
+class DialogReadinessTest : public DialogTest
 {
     Q_OBJECT
 
@@ -162,24 +48,9 @@ private:
     static void addPointers()
     {
         QTest::addColumn<Tap>("tap");
-        for (const auto &pointer : Pointers) {
+        for (const Pointer &pointer : pointers()) {
             QTest::newRow(pointer.name) << pointer.tap;
         }
-    }
-
-    /** Screens that do not show all of the long texts. */
-    static void addScreens()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<int>("fontSize");
-        QTest::addColumn<int>("places");
-
-        // How many places as high as its own the warning fills.
-        QTest::newRow("phone") << QSize(360, 640) << 22 << 0;
-        QTest::newRow("on its side") << QSize(640, 360) << 20 << 0;
-        QTest::newRow("small phone, large font") << QSize(320, 480) << 28 << 0;
-        QTest::newRow("warning is taller than its place") << QSize(320, 320) << 28 << 1;
-        QTest::newRow("warning is much taller than its place") << QSize(320, 240) << 28 << 2;
     }
 
 private Q_SLOTS:
@@ -199,7 +70,7 @@ private Q_SLOTS:
         QVERIFY(sinceShown.elapsed() >= Rest);
         QCOMPARE(dialog.answers(), 0);
 
-        tap(dialog.window(), middle(dialog, "install"));
+        tap(dialog.window(), dialog.middle("install"));
         QCOMPARE(dialog.requested(), 1);
         QCOMPARE(dialog.dismissed(), 0);
     }
@@ -209,7 +80,7 @@ private Q_SLOTS:
         QTest::addColumn<Tap>("tap");
         QTest::addColumn<QByteArray>("place");
 
-        for (const auto &pointer : Pointers) {
+        for (const Pointer &pointer : pointers()) {
             QTest::addRow("%s on install", pointer.name) << pointer.tap << QByteArray("install");
             for (const char *place : PlacesWithoutAnswer) {
                 QTest::addRow("%s on %s", pointer.name, place) << pointer.tap << QByteArray(place);
@@ -222,7 +93,7 @@ private Q_SLOTS:
         QFETCH(Tap, tap);
         QFETCH(QByteArray, place);
         const ShownDialog dialog;
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
         dialog.awaitFrame();
         QTRY_VERIFY(dialog.rest()->property("running").toBool());
 
@@ -234,7 +105,7 @@ private Q_SLOTS:
         QTRY_VERIFY(dialog.rest()->property("running").toBool());
         dialog.makeReady();
         QCOMPARE(dialog.answers(), 0);
-        tap(dialog.window(), middle(dialog, "install"));
+        tap(dialog.window(), dialog.middle("install"));
         QCOMPARE(dialog.requested(), 1);
     }
 
@@ -243,7 +114,7 @@ private Q_SLOTS:
         QTest::addColumn<Tap>("tap");
         QTest::addColumn<QByteArray>("place");
 
-        for (const auto &pointer : Pointers) {
+        for (const Pointer &pointer : pointers()) {
             for (const char *place : PlacesWithoutAnswer) {
                 QTest::addRow("%s on %s", pointer.name, place) << pointer.tap << QByteArray(place);
             }
@@ -286,7 +157,7 @@ private Q_SLOTS:
             bool isInTime = true;
             while (isInTime && sinceShown.elapsed() < 2 * Rest) {
                 QTest::qWait(20);
-                tap(dialog.window(), middle(dialog, "install"));
+                tap(dialog.window(), dialog.middle("install"));
                 isInTime = sinceTap.restart() < Rest;
                 QVERIFY(!isInTime || dialog.answers() == 0);
             }
@@ -318,7 +189,7 @@ private Q_SLOTS:
         QFETCH(bool, byTouch);
         QFETCH(QByteArray, place);
         const ShownDialog dialog;
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
         const QPoint point = spot(dialog, place.constData());
         // The finger slips off "Cancel", so that it does not answer.
         const QPoint end = place == "cancel" ? QPoint(5, 5) : point;
@@ -329,7 +200,7 @@ private Q_SLOTS:
             QTest::mousePress(dialog.window(), Qt::LeftButton, {}, point);
         }
         dialog.rest()->setProperty("interval", 0);
-        awaitFrames(dialog);
+        dialog.awaitFrames();
         QVERIFY(!dialog.isReady());
         if (byTouch) {
             QTest::touchEvent(dialog.window(), touchScreen()).move(0, end);
@@ -350,9 +221,9 @@ private Q_SLOTS:
     {
         QFETCH(Tap, tap);
         const ShownDialog dialog;
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
 
-        tap(dialog.window(), middle(dialog, "cancel"));
+        tap(dialog.window(), dialog.middle("cancel"));
 
         QCOMPARE(dialog.dismissed(), 1);
         QCOMPARE(dialog.requested(), 0);
@@ -366,7 +237,7 @@ private Q_SLOTS:
         other.requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(&other));
 
-        tap(dialog.window(), middle(dialog, "cancel"));
+        tap(dialog.window(), dialog.middle("cancel"));
 
         QCOMPARE(dialog.dismissed(), 1);
     }
@@ -384,7 +255,7 @@ private Q_SLOTS:
     {
         QFETCH(Qt::Key, key);
         const ShownDialog dialog;
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
 
         QTest::keyClick(dialog.window(), Qt::Key_Tab);
         QTest::keyClick(dialog.window(), key);
@@ -395,7 +266,7 @@ private Q_SLOTS:
     void screenReaderInstallsAtOnce()
     {
         const ShownDialog dialog;
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
 
         press(dialog, "install");
 
@@ -405,7 +276,7 @@ private Q_SLOTS:
     void nothingMovesWhenInstallGetsReady()
     {
         const ShownDialog dialog;
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
         const auto places = [&dialog] {
             QList<QRectF> found;
             for (const QQuickItem *text : dialog.texts()) {
@@ -424,7 +295,7 @@ private Q_SLOTS:
         QVERIFY(early.copy(install) != late.copy(install));
         QCOMPARE(early.pixel(install.topLeft() - QPoint(3, 3)), late.pixel(install.topLeft() - QPoint(3, 3)));
 
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
         QWindow other;
         other.show();
         other.requestActivate();
@@ -443,14 +314,14 @@ private Q_SLOTS:
         other.requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(&other));
         QVERIFY(!dialog.isReady());
-        awaitFrames(dialog);
+        dialog.awaitFrames();
         QVERIFY(!dialog.isReady());
-        tap(dialog.window(), middle(dialog, "install"));
+        tap(dialog.window(), dialog.middle("install"));
         QCOMPARE(dialog.answers(), 0);
 
         dialog.window()->requestActivate();
         dialog.awaitReady();
-        tap(dialog.window(), middle(dialog, "install"));
+        tap(dialog.window(), dialog.middle("install"));
         QCOMPARE(dialog.requested(), 1);
     }
 
@@ -513,108 +384,14 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         const ShownDialog dialog(PackageTexts::ordinary(), QSize(540, 960));
         dialog.makeReady();
-        dialog.rest()->setProperty("interval", Never);
+        dialog.keepUnready();
 
         dialog.window()->resize(size);
 
         QTRY_VERIFY(!dialog.isReady());
     }
-
-    void earlyTapNeverScrolls_data() { addScreens(); }
-
-    void earlyTapNeverScrolls()
-    {
-        QFETCH(QSize, size);
-        QFETCH(int, fontSize);
-        setFontSize(fontSize);
-        const ShownDialog dialog(longTexts(), size);
-        dialog.rest()->setProperty("interval", Never);
-        const QQuickItem *body = dialog.item("body");
-        const qreal end = body->property("contentHeight").toReal() - body->height();
-
-        for (const qreal position : {0.0, end}) {
-            scrollTo(dialog, position);
-            for (const auto &pointer : Pointers) {
-                pointer.tap(dialog.window(), middle(dialog, "install"));
-                awaitFrames(dialog);
-                QCOMPARE(body->property("contentY").toReal(), position);
-            }
-        }
-        QCOMPARE(dialog.answers(), 0);
-    }
-
-    void warningIsBroughtIntoSightFirst_data() { addScreens(); }
-
-    void warningIsBroughtIntoSightFirst()
-    {
-        QFETCH(QSize, size);
-        QFETCH(int, fontSize);
-        QFETCH(int, places);
-        setFontSize(fontSize);
-        for (const bool fromTheEnd : {false, true}) {
-            const ShownDialog dialog(longTexts(), size);
-            const QQuickItem *body = dialog.item("body");
-            QCOMPARE(int(dialog.item("panel")->height() / body->height()), places);
-            press(dialog, "file");
-            dialog.awaitFrame();
-            scrollTo(dialog, fromTheEnd ? body->property("contentHeight").toReal() - body->height() : 0);
-            const bool wasInSight = isWarningInSight(dialog);
-            QVERIFY(!fromTheEnd || !wasInSight);
-
-            int taps = 0;
-            while (dialog.answers() == 0) {
-                QVERIFY(++taps < 10);
-                const bool before = isWarningInSight(dialog);
-                dialog.makeReady();
-                tap(dialog.window(), middle(dialog, "install"));
-                QCOMPARE(dialog.requested(), before ? 1 : 0);
-                QVERIFY(before || !dialog.isReady());
-            }
-            QCOMPARE(taps == 1, wasInSight);
-            QVERIFY(!fromTheEnd || taps == 2);
-        }
-    }
-
-    // Known behaviour 71: a person has read a tall warning when its end is in sight.
-    void endOfATallWarningIsEnough_data()
-    {
-        QTest::addColumn<double>("end");
-        QTest::addColumn<bool>("installs");
-
-        // The end's place, from the upper edge of the view, in its height.
-        QTest::newRow("a line too low") << 1.1 << false;
-        QTest::newRow("at the lower edge") << 1.0 << true;
-        QTest::newRow("higher") << 0.7 << true;
-        QTest::newRow("in the middle") << 0.5 << true;
-        QTest::newRow("out of sight") << -0.1 << false;
-        QTest::newRow("far out of sight") << -5.0 << false;
-    }
-
-    void endOfATallWarningIsEnough()
-    {
-        QFETCH(double, end);
-        QFETCH(bool, installs);
-        setFontSize(28);
-        const ShownDialog dialog(longTexts(), QSize(320, 320));
-        press(dialog, "file");
-        dialog.awaitFrame();
-        const QRectF view = dialog.place("body");
-        QVERIFY(dialog.item("panel")->height() > view.height());
-        scrollTo(dialog, 0);
-        scrollTo(dialog, dialog.place("panel").bottom() - view.top() - end * view.height());
-        QCOMPARE(dialog.place("panel").bottom(), view.top() + end * view.height());
-
-        dialog.makeReady();
-        tap(dialog.window(), middle(dialog, "install"));
-
-        QCOMPARE(dialog.requested(), installs ? 1 : 0);
-        QVERIFY(isWarningInSight(dialog));
-        dialog.makeReady();
-        tap(dialog.window(), middle(dialog, "install"));
-        QCOMPARE(dialog.requested(), 1);
-    }
 };
 
-DIALOG_TEST_MAIN(DialogGuardTest)
+DIALOG_TEST_MAIN(DialogReadinessTest)
 
-#include "tst_dialogguard.moc"
+#include "tst_dialogreadiness.moc"
