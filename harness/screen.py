@@ -7,6 +7,8 @@ import os
 import subprocess
 import time
 
+from .pauses import check_no_pause
+from .pointer import pointer
 from .processes import DEADLINE, WaitFailed
 from .windowmanager import ask_to_close, cover, take_focus
 
@@ -141,15 +143,20 @@ class Screen:
         return (points(left, top, right, bottom),
                 points(self.width - 1 - right, top, self.width - 1 - left, bottom))
 
-    def tap(self, places, duration):
-        """Clicks 20 times a second, for a number of seconds, at each place in turn; the longest time between two clicks."""
-        times = [time.monotonic()]
-        for x, y in itertools.cycle(places):
-            self.click(x, y)
-            times.append(time.monotonic())
-            if times[-1] > times[0] + duration:
-                return max(after - before for before, after in itertools.pairwise(times))
-            time.sleep(max(0, times[-2] + 0.05 - times[-1]))
+    def tap(self, places, duration, since=None):
+        """Clicks 20 times a second, for a number of seconds, at each place in turn; the time of the last click. Raises Paused
+        if the dialog may have got ready between two clicks, or between the time `since` and the first one."""
+        begun = time.monotonic()
+        last = since or begun
+        with pointer(self.display) as click:
+            for x, y in itertools.cycle(places):
+                now = time.monotonic()
+                click(x, y)
+                check_no_pause(last)
+                last = now
+                if now > begun + duration:
+                    return last
+                time.sleep(max(0, now + 0.05 - time.monotonic()))
 
     def colours(self):
         """The number of colours on the screen."""
