@@ -10,6 +10,7 @@
 #include <QProcess>
 #include <QScreen>
 #include <QTest>
+#include <QtMath>
 
 namespace {
 
@@ -19,11 +20,11 @@ const struct
     int dotsPerInch;
     const char *scale;
 } Displays[] = {
-        {"320x480", 120, "1"},   {"480x320", 640, "1"},   {"540x960", 240, "1"},    {"540x960", 240, "1.5"},
-        {"960x540", 240, "1.5"}, {"720x1280", 320, "2"},  {"1080x1920", 440, "1"},  {"1080x1920", 440, "3"},
-        {"1920x1080", 96, "1"},  {"1280x800", 160, "1"},  {"800x1280", 213, "1.5"}, {"1440x2560", 640, "1"},
-        {"1440x2560", 640, "3"}, {"2560x1600", 160, "1"}, {"2560x1600", 320, "2"},  {"1600x2560", 320, "1.5"},
-        {"2560x1440", 640, "1"}, {"1280x800", 120, "1"},
+        {"320x480", 120, "1"},     {"480x320", 640, "1"},   {"540x960", 240, "1"},   {"540x960", 240, "1.5"},
+        {"960x540", 240, "1.5"},   {"720x1280", 320, "2"},  {"720x1280", 320, "1"},  {"1080x1920", 440, "1"},
+        {"1080x1920", 440, "3"},   {"1920x1080", 96, "1"},  {"1280x800", 160, "1"},  {"800x1280", 213, "1.5"},
+        {"1440x2560", 640, "1"},   {"1440x2560", 640, "3"}, {"2560x1600", 160, "1"}, {"2560x1600", 320, "2"},
+        {"1600x2560", 320, "1.5"}, {"2560x1440", 640, "1"}, {"1280x800", 120, "1"},
 };
 
 // The variable's value, for a child, is the density of its display.
@@ -37,6 +38,26 @@ double densityIndependentPixel(const QSize &size)
     // The shorter side has 320 at least.
     const double largest = qMin(4.0, qMin(size.width(), size.height()) / 320.0);
     return qBound(1.0, exact, largest);
+}
+
+struct Run
+{
+    QRgb colour;
+    int length;
+};
+
+/** The colours of a row of pixels, one after the other. */
+QVector<Run> runsOfOneColour(const QImage &picture, const QPoint &begin, const QPoint &step, int length)
+{
+    QVector<Run> runs;
+    for (int i = 0; i < length; ++i) {
+        const QRgb colour = picture.pixel(begin + i * step);
+        if (runs.isEmpty() || runs.last().colour != colour) {
+            runs.append({colour, 0});
+        }
+        ++runs.last().length;
+    }
+    return runs;
 }
 
 }
@@ -104,6 +125,54 @@ private Q_SLOTS:
         }
         for (const char *text : {"name", "version", "badge"}) {
             QVERIFY2(view.contains(dialog.place(text)), text);
+        }
+    }
+
+    void outlinesAreWholePixels_data()
+    {
+        QTest::addColumn<QByteArray>("control");
+        QTest::addColumn<int>("hairlines");
+
+        QTest::newRow("cancel") << QByteArray("cancel") << 1;
+        QTest::newRow("install") << QByteArray("install") << 1;
+        QTest::newRow("install, focused") << QByteArray("install") << 3;
+    }
+
+    // A line that began or ended within a pixel would be blurred there.
+    void outlinesAreWholePixels()
+    {
+        QFETCH(QByteArray, control);
+        QFETCH(int, hairlines);
+        const QSize size = QGuiApplication::primaryScreen()->size();
+        const ShownDialog dialog(PackageTexts::ordinary(), size);
+        dialog.makeReady();
+        if (hairlines > 1) {
+            QTest::keyClick(dialog.window(), Qt::Key_Tab);
+            dialog.awaitFrame();
+        }
+        const QImage picture = dialog.picture();
+        const double scale = picture.devicePixelRatio();
+        const QRectF place = dialog.place(control.constData());
+        const QRect pixels = QRectF(scale * place.topLeft(), scale * place.size()).toRect();
+        // The dialog rounds to a quarter, then to whole pixels of Qt, of which the scale makes others.
+        const double width = hairlines * qRound(qRound(4 * densityIndependentPixel(size)) / 4.0) * scale;
+
+        const struct
+        {
+            QPoint edge;
+            QPoint inwards;
+        } sides[] = {
+                {{pixels.left(), pixels.center().y()}, {1, 0}},
+                {{pixels.right(), pixels.center().y()}, {-1, 0}},
+                {{pixels.center().x(), pixels.top()}, {0, 1}},
+                {{pixels.center().x(), pixels.bottom()}, {0, -1}},
+        };
+        for (const auto &[edge, inwards] : sides) {
+            const QVector<Run> runs = runsOfOneColour(picture, edge - 3 * inwards, inwards, qCeil(width) + 8);
+            QCOMPARE(runs.size(), 3);
+            QVERIFY(qAbs(runs[0].length - 3) <= 1);
+            QVERIFY(runs[1].length >= qFloor(width) && runs[1].length <= qCeil(width));
+            QVERIFY(runs[0].colour != runs[2].colour);
         }
     }
 
