@@ -359,21 +359,6 @@ private Q_SLOTS:
         }
         QCOMPARE(dialog.answers(), 0);
     }
-
-    void arrowTurnsWhenThePathOpens()
-    {
-        const ShownDialog dialog;
-        QTest::mouseMove(dialog.window(), dialog.middle("file"));
-        const auto arrow = [&dialog] {
-            dialog.awaitFrame();
-            return dialog.picture().copy(dialog.place("arrow").toRect());
-        };
-        const QImage closed = arrow();
-        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.middle("file"));
-        QVERIFY(arrow() != closed);
-        QTest::mouseClick(dialog.window(), Qt::LeftButton, {}, dialog.middle("file"));
-        QCOMPARE(arrow(), closed);
-    }
 };
 
 DIALOG_TEST_MAIN(DialogLookTest)

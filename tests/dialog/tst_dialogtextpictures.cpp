@@ -2,26 +2,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 
 #include "dialogtest.h"
+#include "pictures.h"
 #include "showndialog.h"
 
 #include <QPainter>
 
 namespace {
-
-/** The part of a picture that differs from the colour of its lower right corner. */
-QRect inkOf(const QImage &picture)
-{
-    const QRgb ground = picture.pixel(picture.rect().bottomRight());
-    QRect ink;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixel(x, y) != ground) {
-                ink |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return ink;
-}
 
 /** The picture of an item alone, of a text without the room beside it. */
 QImage pictureOf(const ShownDialog &dialog, const char *id)
