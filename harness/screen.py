@@ -32,13 +32,10 @@ def points(left, top, right, bottom):
 class Screen:
     """An X server, and what a user does on it."""
 
-    # The options by which xdotool finds the window of the dialog.
-    window_search = ('--onlyvisible', '--class', 'velmora-installationhandler')
-
-    # The xdotool commands that choose "Install" in the dialog: they go on from "Cancel", which comes first. Only this window
-    # gets the keys. The last one is not lifted, because the window has gone when it has been pressed. It is lifted in the next
-    # dialog, where Qt would take another press for a repetition.
-    confirmation = 'keyup --window {window} space key --window {window} Tab keydown --window {window} space'
+    # The xdotool command that chooses "Install" in the dialog which has the focus: it goes on from "Cancel", which comes
+    # first. It names no window, because that one is gone before the second key is lifted. A key that stays down repeats, and
+    # would decline the next dialog.
+    confirmation = ('key', 'Tab', 'space')
 
     # The colour of a button that takes a pointer.
     ready = READY
@@ -80,8 +77,7 @@ class Screen:
 
     def confirm(self, window):
         """Chooses "Install" in the dialog."""
-        self._do('windowfocus', '--sync', window)
-        self._do(*self.confirmation.format(window=window).split())
+        self._do('windowfocus', '--sync', window, *self.confirmation)
 
     def click(self, x, y, times=1):
         """Clicks at a point of the screen, as fast as one can when more than once."""

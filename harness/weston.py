@@ -59,9 +59,6 @@ class Panel:
 class WestonScreen(Screen):
     """Weston, whose only output is a window on an X server, and what a user does there."""
 
-    window_search = ('--class', 'weston')
-    confirmation = 'key --window {window} Tab space'
-
     def __init__(self, processes, display, panel):
         super().__init__(processes, display)
         self._panel = panel
@@ -71,7 +68,7 @@ class WestonScreen(Screen):
             os.chmod(file.name, 0o644)
             processes.start_in_session('Weston', ['weston', f'--config={file.name}', f'--socket={SOCKET}', *renderer()],
                                        {'DISPLAY': display})
-            self._window = self._do('search', '--sync', *self.window_search).split()[0]
+            self._window = self._do('search', '--sync', '--class', 'weston').split()[0]
             self._look_until(self.shows_desktop, "Weston's desktop")
             # Weston counts all places from the first one that the pointer has.
             self._do('mousemove', 0, 0)
@@ -97,7 +94,7 @@ class WestonScreen(Screen):
     def confirm(self, window):
         # A change of the X server's focus can cost Weston some keys, and its clients their focus.
         if self._do('getwindowfocus', '-f').strip() in (POINTER_ROOT, window):
-            self.type('Tab', 'space')
+            self._do(*self.confirmation)
         else:
             super().confirm(window)
 
