@@ -6,6 +6,7 @@ import re
 import unicodedata
 import xml.etree.ElementTree
 from configparser import ConfigParser
+from itertools import combinations
 from pathlib import Path
 from typing import NamedTuple
 
@@ -16,6 +17,10 @@ from test_sources import ROOT
 ENDS = {'.': '.。।', '?': '?？؟;', ':': ':：', '…': '…'}
 # Letters that look like the right ones and belong to other languages.
 LOOKALIKES = {'fa': 'يك', 'ro': 'şţŞŢ'}
+# Languages that have many texts in common. Others agree in a few words.
+NEIGHBOURS = [('fr', 'fr_CA'), ('id', 'ms'), ('pt', 'pt_BR')]
+# The languages whose desktop entry has the same words. That of engineering English has no code.
+NAMESAKES = [['', 'en_GB'], ['da', 'nb'], ['fr', 'fr_CA'], ['pt', 'pt_BR']]
 
 IDENTIFIER = re.compile(r'\bq[st]TrId\("([^"]+)"')
 ENGLISH_AND_IDENTIFIER = re.compile(r'//% "(.*)"\n.*' + IDENTIFIER.pattern)
@@ -168,6 +173,15 @@ def test_language_is_not_english(program, catalogue):
 
 
 @pytest.mark.parametrize('program', PROGRAMS, ids=lambda program: program.name)
+def test_no_catalogue_is_a_copy(program):
+    texts = {language(path): translations(path) for path in program.translated()}
+    for pair in combinations(texts, 2):
+        one, other = (texts[code].items() for code in pair)
+        most = len(one) - 1 if pair in NEIGHBOURS else len(one) // 4
+        assert len(one & other) <= most, pair
+
+
+@pytest.mark.parametrize('program', PROGRAMS, ids=lambda program: program.name)
 def test_engineering_english_is_the_sources_text(program):
     for message in messages(program.english):
         assert message.findtext('translation') == message.findtext('source')
@@ -177,6 +191,7 @@ def test_desktop_entry_has_the_languages_of_its_program():
     entry = ConfigParser(delimiters='=', interpolation=None)
     entry.optionxform = str
     entry.read(ROOT / 'ctl/velmora-installctl.desktop', encoding='utf-8')
-    names = {key: value for key, value in entry['Desktop Entry'].items() if key.startswith('Name')}
-    assert list(names) == ['Name', *(f'Name[{language(path)}]' for path in COMPANION.translated())]
-    assert list(names.values()).count(names['Name']) == 2, 'British English has the same words'
+    names = {key[5:-1]: value for key, value in entry['Desktop Entry'].items() if key.startswith('Name')}
+    assert list(names) == ['', *(language(path) for path in COMPANION.translated())]
+    namesakes = [[code for code in names if names[code] == name] for name in dict.fromkeys(names.values())]
+    assert [codes for codes in namesakes if len(codes) > 1] == NAMESAKES
