@@ -3,6 +3,7 @@
 
 #include "commandline.h"
 
+#include "fillin.h"
 #include "utf8.h"
 
 #include <QCommandLineOption>
@@ -132,12 +133,12 @@ QString Reader::findError() const
     if (m_line.command == CommandLine::None) {
         //: %1 is the word that was given
         //% "there is no command %1"
-        return qtTrId("installctl-usage-unknown-command").arg(toText(m_parser.positionalArguments().constFirst()));
+        return fillIn(qtTrId("installctl-usage-unknown-command"), toText(m_parser.positionalArguments().constFirst()));
     }
     if (m_isSecondsWrong) {
         //: %1 is the option --timeout, %2 a number
         //% "%1 takes a whole number from 0 to %2"
-        return qtTrId("installctl-usage-seconds").arg(QStringLiteral("--timeout")).arg(MostSeconds);
+        return fillIn(qtTrId("installctl-usage-seconds"), QStringLiteral("--timeout"), QString::number(MostSeconds));
     }
     const QString wrongOption = findWrongOption();
     return wrongOption.isEmpty() ? findWrongSubject() : wrongOption;
@@ -162,7 +163,8 @@ QString Reader::findWrongOption() const
         if (isSet(rule.option) && !rule.isRight) {
             //: %1 is an option such as --sdk
             //% "%1 does not go with this command and its other options"
-            return qtTrId("installctl-usage-wrong-option").arg(QStringLiteral("--") + QLatin1String(rule.option));
+            return fillIn(qtTrId("installctl-usage-wrong-option"),
+                          QString(QLatin1String("--") + QLatin1String(rule.option)));
         }
     }
     return QString();
@@ -179,7 +181,7 @@ QString Reader::findWrongSubject() const
     if (!needsSubject && !m_line.subjects.isEmpty()) {
         //: %1 is the word that was given
         //% "%1 is one word too many"
-        return qtTrId("installctl-usage-word-too-many").arg(QString::fromUtf8(m_line.subjects.constFirst()));
+        return fillIn(qtTrId("installctl-usage-word-too-many"), QString::fromUtf8(m_line.subjects.constFirst()));
     }
     return m_line.command == CommandLine::Remove ? findWrongName() : QString();
 }
@@ -195,7 +197,8 @@ QString Reader::findWrongName() const
     if (m_line.noWait && m_line.subjects.size() > MostNamesAtOnce) {
         //: %1 is the option --no-wait, %2 a number
         //% "with %1 no more than %2 names can be given"
-        return qtTrId("installctl-usage-too-many-names").arg(QStringLiteral("--no-wait")).arg(MostNamesAtOnce);
+        return fillIn(qtTrId("installctl-usage-too-many-names"), QStringLiteral("--no-wait"),
+                      QString::number(MostNamesAtOnce));
     }
     return QString();
 }

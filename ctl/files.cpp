@@ -3,6 +3,7 @@
 
 #include "files.h"
 
+#include "fillin.h"
 #include "utf8.h"
 
 #include <QCoreApplication>
@@ -149,7 +150,7 @@ NamedFile findPackageFile(const QByteArray &given, bool sdkMode)
     if (sdkMode) {
         //: %1 is the option --sdk
         //% "with %1 a path must not end in a blank"
-        file.problem = qtTrId("installctl-blank-at-end").arg(QStringLiteral("--sdk"));
+        file.problem = fillIn(qtTrId("installctl-blank-at-end"), QStringLiteral("--sdk"));
     }
     return file;
 }

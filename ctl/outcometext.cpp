@@ -3,6 +3,7 @@
 
 #include "outcometext.h"
 
+#include "fillin.h"
 #include "print.h"
 
 #include <QCoreApplication>
@@ -18,7 +19,7 @@ QString removing(const Subject &subject)
     }
     //: A package is being removed; %1 and %2 are numbers
     //% "removing %1 of %2"
-    return qtTrId("installctl-removing-of").arg(subject.position).arg(subject.count);
+    return fillIn(qtTrId("installctl-removing-of"), QString::number(subject.position), QString::number(subject.count));
 }
 
 QString done(const Subject &subject)
@@ -109,5 +110,5 @@ QString OutcomeText::join(const QString &word, const Result &result)
     const QString text = parts.join(QStringLiteral(": "));
     //: %1 is the outcome of a request
     //% "%1 (may be the outcome of another request)"
-    return result.uncertain ? qtTrId("installctl-uncertain").arg(text) : text;
+    return result.uncertain ? fillIn(qtTrId("installctl-uncertain"), text) : text;
 }

@@ -6,6 +6,7 @@
 #include "bus.h"
 #include "desktopnotification.h"
 #include "errand.h"
+#include "fillin.h"
 #include "help.h"
 #include "interruption.h"
 #include "jsonreport.h"
@@ -144,7 +145,7 @@ int refuse(const QString &error)
     printError(printable(error));
     //: %1 is a command
     //% "see %1"
-    printError(qtTrId("installctl-see-help").arg(QStringLiteral("velmora-installctl --help")));
+    printError(fillIn(qtTrId("installctl-see-help"), QStringLiteral("velmora-installctl --help")));
     return exitStatus(Outcome::Usage);
 }
 

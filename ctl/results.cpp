@@ -3,6 +3,8 @@
 
 #include "results.h"
 
+#include "fillin.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -38,21 +40,21 @@ Result Results::unavailable(const QString &text)
 {
     //: %1 is the reason
     //% "the service is not available: %1"
-    return makeLast(Outcome::Unavailable, qtTrId("installctl-unavailable").arg(text));
+    return makeLast(Outcome::Unavailable, fillIn(qtTrId("installctl-unavailable"), text));
 }
 
 Result Results::noBus(const QString &text)
 {
     //: %1 is the reason
     //% "no session bus: %1"
-    return makeLast(Outcome::Unavailable, qtTrId("installctl-no-bus").arg(text));
+    return makeLast(Outcome::Unavailable, fillIn(qtTrId("installctl-no-bus"), text));
 }
 
 Result Results::silentBus(int seconds)
 {
     //: The reason why there is no session bus
     //% "it has not answered within %1 s"
-    return noBus(qtTrId("installctl-bus-silent").arg(seconds));
+    return noBus(fillIn(qtTrId("installctl-bus-silent"), QString::number(seconds)));
 }
 
 Result Results::problem(const QString &text)
@@ -85,21 +87,21 @@ Result Results::unanswered(int seconds)
 {
     //: The program waits no longer
     //% "no answer within %1 s; the service may go on"
-    return makeLast(Outcome::Timeout, qtTrId("installctl-unanswered").arg(seconds));
+    return makeLast(Outcome::Timeout, fillIn(qtTrId("installctl-unanswered"), QString::number(seconds)));
 }
 
 Result Results::notStarted(int seconds)
 {
     //: The reason why a service is not available
     //% "it has not started within %1 s"
-    return unavailable(qtTrId("installctl-not-started").arg(seconds));
+    return unavailable(fillIn(qtTrId("installctl-not-started"), QString::number(seconds)));
 }
 
 Result Results::unfinished(int seconds)
 {
     //: The program waits no longer
     //% "no outcome within %1 s; the service goes on"
-    return makeLast(Outcome::Timeout, qtTrId("installctl-unfinished").arg(seconds));
+    return makeLast(Outcome::Timeout, fillIn(qtTrId("installctl-unfinished"), QString::number(seconds)));
 }
 
 Result Results::interrupted()

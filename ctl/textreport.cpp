@@ -3,6 +3,7 @@
 
 #include "textreport.h"
 
+#include "fillin.h"
 #include "outcometext.h"
 #include "print.h"
 #include "terminal.h"
@@ -84,6 +85,6 @@ void TextReport::showEnd(Outcome, int)
     if (m_unrequested > 0) {
         //: %1 and %2 are numbers of files or packages
         //% "not requested: %1 of %2"
-        printError(qtTrId("installctl-unrequested").arg(m_unrequested).arg(m_count));
+        printError(fillIn(qtTrId("installctl-unrequested"), QString::number(m_unrequested), QString::number(m_count)));
     }
 }

@@ -5,6 +5,8 @@
 import xml.etree.ElementTree as ET
 from pathlib import Path
 
+from harness.client import NAME
+
 FOLDER = Path(__file__).resolve().parents[2] / 'ctl'
 CATALOGUES = sorted((FOLDER / 'translations').glob('*.ts'))
 ENGLISH = FOLDER / 'translations/velmora-installctl_eng_en.ts'
@@ -53,11 +55,21 @@ def test_lines_of_outcomes(manager, program, dialog, ctl, tmp_path):
         [f'a: {german["installctl-failed"]}: zarn_installation_error_desc_NoSpace (code: NoSpace)']
 
 
-def test_without_catalogues(catalogues, ctl):
-    """Identifiers stand for the texts then."""
+def test_without_catalogues(catalogues, session_bus, ctl):
+    """Identifiers stand for the texts then, followed by the words and numbers that belong in these."""
     catalogues.remove_all()
+    program = 'velmora-installctl:'
 
-    run = ctl('remove', '--launcher', '/absent', 'word')
-    assert (run.status, run.err[-1]) == (64, 'velmora-installctl: installctl-see-help')
+    see_help = f'{program} installctl-see-help velmora-installctl --help'
+    for arguments, reason in [
+        (['remove', '--launcher', '/absent', '%1'], 'word-too-many %1'), (['remove', '--sdk', 'a'], 'wrong-option --sdk'),
+        (['frobnicate'], 'unknown-command frobnicate'), (['remove', '--timeout', 'x'], 'seconds --timeout 2147483'),
+        (['remove', '--no-wait', *'a' * 101], 'too-many-names --no-wait 100'),
+    ]:
+        assert ctl(*arguments) == (64, [], [f'{program} installctl-usage-{reason}', see_help])
     assert ctl('remove', '--launcher', '/') == (66, [], ['/: installctl-not-regular'])
-    assert ctl('--help').status == 0
+    run = ctl('remove', 'first', 'second')
+    assert (run.status, run.out) == (69, ['first: installctl-removing-of 1 2'])
+    assert run.err[0].startswith(f'{program} installctl-unavailable The name {NAME} was not provided')
+    assert run.err[1:] == [f'{program} installctl-unrequested 1 2']
+    assert ctl('--help')[::2] == (0, [])
