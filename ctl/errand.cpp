@@ -94,9 +94,16 @@ void Errand::interrupt(int signal)
 
 void Errand::startNext()
 {
-    const Subject &subject = m_subjects.at(m_shown);
-    m_report->showState(subject, subject.kind == Subject::PackageFile ? State::Reading : State::Removing);
+    m_report->showState(m_subjects.at(m_shown), firstState());
     startRequest(m_commandLine.noWait ? makeSubmission() : makeRequest(), &Errand::handleFinished);
+}
+
+State Errand::firstState() const
+{
+    if (m_commandLine.noWait) {
+        return State::Waiting;
+    }
+    return m_subjects.at(m_shown).kind == Subject::PackageFile ? State::Reading : State::Removing;
 }
 
 // PackageKit's library may report a failure twice (Known behaviour 25, 28). The answer to a request of nothing comes

@@ -39,6 +39,7 @@ private:
     void handlePrepared();
     void handleTimeout(int seconds);
     void startNext();
+    State firstState() const;
     void startPause();
     Request *makeRequest();
     Request *makeSubmission();

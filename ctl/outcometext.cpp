@@ -52,7 +52,7 @@ QString OutcomeText::of(const Subject &subject, State state)
         //% "installing"
         return qtTrId("installctl-installing");
     case State::Waiting:
-        //: The service does something else at the moment
+        //: The service has not answered, or does something else at the moment
         //% "waiting for the service"
         return qtTrId("installctl-waiting");
     case State::Removing:

@@ -11,7 +11,7 @@ enum class State {
     Confirming,
     /** The installation of a package that nobody need confirm. */
     Installing,
-    /** The service, which may be busy with the dialog of another request. */
+    /** The service, which has not answered, or is busy with the dialog of another request. */
     Waiting,
     /** The removal of a package. */
     Removing,

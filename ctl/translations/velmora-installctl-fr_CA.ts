@@ -105,7 +105,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-options">
         <source>Options:</source>
         <extracomment>A heading</extracomment>
-        <translation>Options :</translation>
+        <translation>Options&#xa0;:</translation>
     </message>
     <message id="installctl-help-problem">
         <source>a file cannot be used; nothing was requested</source>
@@ -125,7 +125,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-help-statuses">
         <source>Exit status:</source>
         <extracomment>A heading</extracomment>
-        <translation>Code de retour :</translation>
+        <translation>Code de retour&#xa0;:</translation>
     </message>
     <message id="installctl-help-timed-out">
         <source>the time is over; the service goes on</source>
@@ -200,7 +200,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-no-bus">
         <source>no session bus: %1</source>
         <extracomment>%1 is the reason</extracomment>
-        <translation>pas de bus de session : %1</translation>
+        <translation>pas de bus de session&#xa0;: %1</translation>
     </message>
     <message id="installctl-nonsense">
         <source>the service reported something that cannot be understood</source>
@@ -300,7 +300,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unavailable">
         <source>the service is not available: %1</source>
         <extracomment>%1 is the reason</extracomment>
-        <translation>le service n’est pas disponible : %1</translation>
+        <translation>le service n’est pas disponible&#xa0;: %1</translation>
     </message>
     <message id="installctl-uncertain">
         <source>%1 (may be the outcome of another request)</source>
@@ -325,7 +325,7 @@ SPDX-License-Identifier: BSD-3-Clause
     <message id="installctl-unrequested">
         <source>not requested: %1 of %2</source>
         <extracomment>%1 and %2 are numbers of files or packages</extracomment>
-        <translation>non demandés : %1 sur %2</translation>
+        <translation>non demandés&#xa0;: %1 sur %2</translation>
     </message>
     <message id="installctl-unwritten">
         <source>the output could not be written</source>
@@ -374,7 +374,7 @@ SPDX-License-Identifier: BSD-3-Clause
     </message>
     <message id="installctl-waiting">
         <source>waiting for the service</source>
-        <extracomment>The service does something else at the moment</extracomment>
+        <extracomment>The service has not answered, or does something else at the moment</extracomment>
         <translation>en attente du service</translation>
     </message>
     <message id="installctl-wrong-url">

@@ -374,7 +374,7 @@ SPDX-License-Identifier: BSD-3-Clause
     </message>
     <message id="installctl-waiting">
         <source>waiting for the service</source>
-        <extracomment>The service does something else at the moment</extracomment>
+        <extracomment>The service has not answered, or does something else at the moment</extracomment>
         <translation>menunggu perkhidmatan</translation>
     </message>
     <message id="installctl-wrong-url">

@@ -98,7 +98,7 @@ def test_without_a_service(session_bus, ctl, tmp_path):
 
     assert ctl('install', 'a', 'b', folder=tmp_path) == \
         (69, ['a: reading'], [error, 'velmora-installctl: not requested: 1 of 2'])
-    assert ctl('remove', 'app', '--no-wait') == (69, ['app: removing'], [error])
+    assert ctl('remove', 'app', '--no-wait') == (69, ['app: waiting for the service'], [error])
     assert ctl('remove', 'app', '--quiet', '--timeout', '2147483') == (69, [], [error])
 
 

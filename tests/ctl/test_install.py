@@ -66,7 +66,8 @@ def test_names(silent, installed, service, ctl, files, signals):
     assert installed() == paths
 
     run = ctl('install', '--no-wait', '--', *paths)
-    assert run == (0, [f'{files}/plain.rpm: reading', *(f'{files}/{shown}: requested' for shown in NAMES.values())], [])
+    requested = [f'{files}/{shown}: requested' for shown in NAMES.values()]
+    assert run == (0, [f'{files}/plain.rpm: waiting for the service', *requested], [])
     signals.wait('installFinished', 2 * len(NAMES) + 1)
     assert installed() == paths
 

@@ -59,7 +59,7 @@ def test_many_files(device, manager, service, ctl, signals, requested, tmp_path)
     device.forbid_installing()
     run = ctl('install', '--no-wait', *names, folder=tmp_path)
     assert (run.status, run.err) == (0, [])
-    assert run.out == ['0.rpm: reading', *(f'{name}: requested' for name in names)]
+    assert run.out == ['0.rpm: waiting for the service', *(f'{name}: requested' for name in names)]
     assert requested() == [paths]
     assert not signals.wait('installFinished')[0]
 

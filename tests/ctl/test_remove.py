@@ -71,15 +71,22 @@ def test_one_request_for_all(managed, service, ctl, session_monitor, signals):
     """--no-wait, and the other options of the call."""
     before = len(session_monitor.messages())
     assert ctl('remove', '--no-wait', '--keep-user-data', 'one', 'two') == \
-        (0, ['one: removing 1 of 2', 'one: requested', 'two: requested'], [])
+        (0, ['one: waiting for the service', 'one: requested', 'two: requested'], [])
     assert ctl('remove', '--keep-user-data', 'three').status == 0
     run = ctl.start('remove', '--no-wait', '--json', '--quiet', 'four')
     assert run.wait() == (0, [], [])
+    run = ctl.start('remove', '--no-wait', '--json', 'five', 'six')
+    assert run.wait()[::2] == (0, [])
+    five, six = ({'subject': name, 'position': number, 'count': 2} for number, name in enumerate(['five', 'six'], 1))
+    result = {'event': 'result', 'outcome': 'requested', 'text': '', 'reported': False, 'uncertain': False}
+    assert run.objects() == [
+        {'event': 'state', 'state': 'waiting', **five}, {**result, **five}, {**result, **six},
+        {'event': 'end', 'outcome': 'requested', 'status': 0}]
 
     requests = [message.arguments for message in session_monitor.messages()[before:] if message.member
                 == 'removePackages']
-    assert requests == [(['one', 'two'], True), (['three'], True), (['four'], False)]
-    signals.wait('removalFinished', 4)
+    assert requests == [(['one', 'two'], True), (['three'], True), (['four'], False), (['five', 'six'], False)]
+    signals.wait('removalFinished', 6)
 
 
 def test_unknown_names(standins, managed, service, ctl):
@@ -126,14 +133,14 @@ def test_launchers(standins, managed, service, ctl, applications, launcher):
          'reported': False, 'uncertain': False},
         {'event': 'end', 'outcome': 'done', 'status': 0}]
     own.touch()
-    assert remove(own, '--no-wait').wait() == (0, [f'{own}: removing', f'{own}: requested'], [])
+    assert remove(own, '--no-wait').wait() == (0, [f'{own}: waiting for the service', f'{own}: requested'], [])
 
     assert remove(launcher).wait() == (0, [f'{launcher}: removing', f'{launcher}: removed'], [])
     managed.refuse('Remove', REFUSAL, 'disk full', times=1)
     assert remove(launcher, '--quiet').wait() == (1, [], [f'{launcher}: failed: disk full'])
 
-    for option in [[], ['--no-wait']]:
+    for option, state in ([], 'removing'), (['--no-wait'], 'waiting for the service'):
         run = remove(launcher, *option, group='velmora')
         refusal = f'{launcher}: unprivileged: PID {run.process.pid} is not in privileged group'
-        assert run.wait() == (77, [f'{launcher}: removing'], [refusal])
+        assert run.wait() == (77, [f'{launcher}: {state}'], [refusal])
     assert [call.arguments[0] for call in managed.calls('Remove')] == ['app', 'app']
