@@ -158,6 +158,7 @@ QString Reader::findWrongOption() const
             {"launcher", removes},
             {"keep-user-data", installs || (removes && m_line.launcher.isNull())},
             {"no-wait", installs || removes},
+            {"quiet", installs || removes},
     };
     for (const auto &rule : rules) {
         if (isSet(rule.option) && !rule.isRight) {

@@ -94,7 +94,7 @@ void Monitor::show(QLatin1String event, const QJsonObject &object, const QString
 {
     if (m_format == Json) {
         printJsonLine(event, object, m_clock);
-    } else if (m_format == Text) {
+    } else {
         printLine(stdout, QTime::currentTime().toString(Qt::ISODate) + QLatin1Char(' ') + printable(text));
     }
 }

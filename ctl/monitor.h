@@ -17,7 +17,7 @@ class Monitor : public QObject
     Q_OBJECT
 
 public:
-    enum Format { Text, Json, Nothing };
+    enum Format { Text, Json };
 
     /** clock: began when the program started. The bus must be connected. */
     Monitor(Format format, QElapsedTimer clock);

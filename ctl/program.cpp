@@ -105,21 +105,13 @@ int run(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
     return runErrand(commandLine, files, &reports);
 }
 
-Monitor::Format monitorFormat(const CommandLine &commandLine)
-{
-    if (commandLine.quiet) {
-        return Monitor::Nothing;
-    }
-    return commandLine.json ? Monitor::Json : Monitor::Text;
-}
-
 int runMonitor(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
 {
     if (bus != Bus::Connected) {
         printError(onOneLine(withoutBus(bus, commandLine).text));
         return exitStatus(Outcome::Unavailable);
     }
-    Monitor monitor(monitorFormat(commandLine), clock);
+    Monitor monitor(commandLine.json ? Monitor::Json : Monitor::Text, clock);
     QObject::connect(&monitor, &Monitor::finished, &monitor, &QCoreApplication::exit, Qt::QueuedConnection);
     const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &interruption,

@@ -26,15 +26,15 @@ _velmora_installctl() {
         previous=${COMP_WORDS[COMP_CWORD - 2]}
     fi
 
-    local all='--timeout --json --quiet --help'
+    local all='--timeout --json --help' waiting='--no-wait --quiet'
     case $previous:$command:$word in
         --launcher:*) _velmora_installctl_files desktop "$word" ;;
         --timeout:*) ;;
-        *::-*) _velmora_installctl_words "$all --version" "$word" ;;
+        *::-*) _velmora_installctl_words "$all --quiet --version" "$word" ;;
         *::*) _velmora_installctl_words 'install remove monitor' "$word" ;;
-        *:install:-*) _velmora_installctl_words "--sdk --keep-user-data --notify --no-wait $all" "$word" ;;
+        *:install:-*) _velmora_installctl_words "--sdk --keep-user-data --notify $waiting $all" "$word" ;;
         *:install:*) _velmora_installctl_files rpm "$word" ;;
-        *:remove:-*) _velmora_installctl_words "--launcher --keep-user-data --no-wait $all" "$word" ;;
+        *:remove:-*) _velmora_installctl_words "--launcher --keep-user-data $waiting $all" "$word" ;;
         *:remove:*) _velmora_installctl_words "$(rpm -qa --queryformat '%{NAME}\n' 2>/dev/null)" "$word" ;;
         *:monitor:-*) _velmora_installctl_words "$all" "$word" ;;
     esac

@@ -16,10 +16,10 @@ complete -c velmora-installctl -n __velmora_installctl_before -a monitor -d 'wat
 
 complete -c velmora-installctl -l timeout -x -d 'wait no longer than this, 0 for no limit'
 complete -c velmora-installctl -l json -d 'print JSON objects, one a line'
-complete -c velmora-installctl -l quiet -d 'print errors only'
 complete -c velmora-installctl -s h -l help -d 'print a summary'
 complete -c velmora-installctl -l version -d 'print the version'
 
+complete -c velmora-installctl -n 'not __fish_seen_subcommand_from monitor' -l quiet -d 'print errors only'
 complete -c velmora-installctl -n '__fish_seen_subcommand_from install remove' -l no-wait -d 'do not wait for the outcome'
 complete -c velmora-installctl -n '__fish_seen_subcommand_from install remove' -l keep-user-data \
     -d 'keep the data of the application'

@@ -32,7 +32,8 @@ USAGE = [
     (['monitor', 'a', 'b'], 'a is one word too many'), (['remove', '--launcher', '/a', 'b'], 'b is one word too many'),
     (['monitor', 'lin\ne'], 'lin\\x0ae is one word too many'),
     *((['remove', option, 'a'], wrong(option)) for option in ('--sdk', '--notify')),
-    *((['monitor', option], wrong(option)) for option in ('--sdk', '--notify', '--keep-user-data', '--no-wait')),
+    *((['monitor', option], wrong(option))
+      for option in ('--sdk', '--notify', '--keep-user-data', '--no-wait', '--quiet')),
     (['monitor', '--launcher', 'a'], wrong('--launcher')), (['install', '--launcher', 'a', 'b'], wrong('--launcher')),
     (['remove', '--launcher', 'a', '--keep-user-data'], wrong('--keep-user-data')),
     (['install', '--notify', '--no-wait', 'a'], wrong('--notify')),

@@ -30,10 +30,10 @@ TYPED = {
     'install --sd': '<install><--sdk>', 'install --keep': '<install><--keep-user-data>', 'install --noti': '<install><--notify>',
     '--json install tw': '<--json><install><two  words.rpm>', 'install a.rpm tw': '<install><a.rpm><two  words.rpm>',
     'remove hel': '<remove><hello-world>', 'remove hello-world oth': '<remove><hello-world><other>', 'remove tw': '<remove><tw>',
-    'remove --no-w': '<remove><--no-wait>', 'remove --la': '<remove><--launcher>', 'monitor --q': '<monitor><--quiet>', 'monitor hel': '<monitor><hel>',
+    'remove --no-w': '<remove><--no-wait>', 'remove --la': '<remove><--launcher>', 'remove --q': '<remove><--quiet>', 'monitor hel': '<monitor><hel>',
     'remove --launcher ap': '<remove><--launcher><app.desktop>', 'remove --launcher=ap': '<remove><--launcher=app.desktop>',
     'install --timeout tw': '<install><--timeout><tw>',
-    'monitor --sd': '<monitor><--sd>',
+    'monitor --sd': '<monitor><--sd>', 'monitor --q': '<monitor><--q>', '--qui': '<--quiet>',
 }
 
 
