@@ -50,6 +50,10 @@ def test_bad_usage(ctl):
             (64, [], [f'velmora-installctl: {reason}', 'velmora-installctl: see velmora-installctl --help']), arguments
 
 
+def section(manual, heading):
+    return manual.partition(f'\n# {heading}\n')[2].partition('\n# ')[0]
+
+
 def test_help_and_version(ctl):
     """The help has the options and exit statuses of the manual."""
     shown = ctl('--help')
@@ -60,9 +64,9 @@ def test_help_and_version(ctl):
         assert ctl(*arguments) == shown
     manual = MANUAL.read_text(encoding='utf-8')
     _, options, statuses = re.split(r'\n\w.*:\n', '\n'.join(shown.out))
-    assert set(re.findall(r'--[a-z-]+', options)) == set(re.findall(r'\*(--[a-z-]+)\*', manual))
-    section = manual.partition('# EXIT STATUS')[2].partition('\n# ')[0]
-    assert re.findall(r'\b\d+\b', statuses) == re.findall(r'\*(\d+)\*', section)
+    terms = re.findall(r'^\*-.*', section(manual, 'OPTIONS'), re.MULTILINE)
+    assert re.findall(r'(?<!\w)--?[a-z][a-z-]*', options) == re.findall(r'\*(--?[a-z-]+)\*', ' '.join(terms))
+    assert re.findall(r'\b\d+\b', statuses) == re.findall(r'\*(\d+)\*', section(manual, 'EXIT STATUS'))
 
     (version,) = re.findall(r'^Version:\s*(\S+)', PACKAGE.read_text(encoding='utf-8'), re.MULTILINE)
     assert ctl('--version') == ctl('install', '--version') == (0, [f'velmora-installctl {version}'], [])
