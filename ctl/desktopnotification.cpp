@@ -96,7 +96,7 @@ void DesktopNotification::showEnd(Outcome outcome, int)
     publish({look.icon, look.title, lines.join(QLatin1Char('\n')), -1}).waitForFinished();
 }
 
-// The body is markup.
+// The body of a notification is markup.
 QDBusPendingReply<uint> DesktopNotification::publish(const Content &content) const
 {
     QDBusMessage notify = createCall(QStringLiteral("Notify"));
@@ -106,7 +106,7 @@ QDBusPendingReply<uint> DesktopNotification::publish(const Content &content) con
     return QDBusConnection::sessionBus().asyncCall(notify, CallTimeout);
 }
 
-// 0 if there is no notification.
+// The number of the notification, 0 if there is none. It is known when "Notify" has been answered.
 uint DesktopNotification::number() const
 {
     if (!m_shown) {

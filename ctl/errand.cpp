@@ -18,7 +18,7 @@
 
 namespace {
 
-// Nothing has been done for this request or will be.
+// The service has not taken the request.
 bool isRefusal(const Result &result)
 {
     return result.outcome == Outcome::Failed || result.outcome == Outcome::Unavailable
@@ -47,7 +47,7 @@ void Errand::start()
         connect(&m_timeout, &QTimer::timeout, this, [this, seconds] { handleTimeout(seconds); });
         m_timeout.start(std::chrono::seconds(seconds));
     }
-    // Nobody listens who does not wait.
+    // Without waiting for outcomes there is nothing to listen to.
     if (m_commandLine.noWait) {
         startNext();
     } else {

@@ -59,9 +59,9 @@ private:
     OtherRequests m_others;
     QScopedPointer<Request, QScopedPointerDeleteLater> m_request;
     QTimer m_timeout;
-    // The number of preparations that have not ended.
+    // The number of preparations that have not ended: to receive signals, and to see the calls of others.
     int m_preparations = 2;
-    // The number of subjects whose results have been shown. It is that of the current one too.
+    // The number of subjects whose results have been shown, and so the index of the current one.
     int m_shown = 0;
     int m_signal = 0;
     Outcome m_outcome = Outcome::Unrequested;

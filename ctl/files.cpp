@@ -33,7 +33,8 @@ bool isEscape(const QByteArray &url, int position)
     return digits.size() == 2 && digits.toUInt(&isNumber, 16) != 0 && isNumber;
 }
 
-// Nothing if the URL has another host or another part than a path, or an escape that makes no sense.
+// The path in a file URL, or nothing if the URL has another host or another part than a path, or an escape that stands
+// for no byte of a path.
 std::optional<QByteArray> pathOfUrl(const QByteArray &url)
 {
     QByteArray path = url.mid(5);
@@ -114,7 +115,7 @@ NamedFile find(const QByteArray &given)
         file.problem = qtTrId("installctl-wrong-url");
         return file;
     }
-    // An empty path is none.
+    // An empty path names no file, and not the working directory.
     const QByteArray absolute = path->isEmpty() ? QByteArray() : toAbsolute(*path);
     file.subject.name = QString::fromUtf8(absolute);
     file.problem = findProblem(absolute);
@@ -126,7 +127,7 @@ NamedFile find(const QByteArray &given)
     return file;
 }
 
-// The service's way from the argument to the path.
+// The service finds the path of an argument in the same way.
 bool isUnderstood(const QString &argument, const QString &path)
 {
     return QUrl::fromUserInput(argument).toLocalFile() == path;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// The signal handler writes the number to the second one.
+// The signal handler writes the number of the signal to the second end.
 std::array<int, 2> pipeEnds{};
 
 int makePipe()

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Besides the control characters: what breaks a line, and what changes the order in which a terminal shows it.
+// Characters that break a line, or change the order in which a terminal shows it, without being control characters.
 bool actsOnLine(ushort character)
 {
     return (character >= 0x2028 && character <= 0x202e) || (character >= 0x2066 && character <= 0x2069);

@@ -69,7 +69,7 @@ int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Rep
     QList<Subject> subjects;
     std::transform(files.cbegin(), files.cend(), std::back_inserter(subjects),
                    [](const NamedFile &file) { return file.subject; });
-    // Whether somebody reads the output or not, all requests are made, and the status tells how they ended.
+    // All requests are made even if nobody reads the output any more. The status tells how they ended.
     std::signal(SIGPIPE, SIG_IGN);
     Errand errand(commandLine, subjects, report);
     const Interruption interruption;

@@ -20,7 +20,8 @@ QString toTime(qint64 milliseconds)
             .arg(seconds % SecondsOfMinute, 2, 10, QLatin1Char('0'));
 }
 
-// Letters of East Asia take two columns. Some of these do not, and the line is a little shorter then than it could be.
+// Letters of East Asia take two columns. Those of other languages that lie behind the first of these count as two too:
+// the line is then shorter than it could be, but never too long.
 int width(QChar character)
 {
     constexpr ushort FirstWide = 0x1100;
@@ -51,8 +52,8 @@ QString endOf(const QString &text, int columns)
     return ellipsis() + rest;
 }
 
-// The begin of a text that takes no more than these columns.
-QString beginOf(const QString &text, int columns)
+// The beginning of a text that takes no more than these columns.
+QString beginningOf(const QString &text, int columns)
 {
     QString rest = text;
     while (!rest.isEmpty() && width(rest) > columns - width(ellipsis())) {
@@ -72,7 +73,7 @@ QString fit(const QString &subject, const QString &text, int columns)
     if (left >= Least) {
         return endOf(subject, left) + text;
     }
-    return width(text) <= columns ? text : beginOf(text, columns);
+    return width(text) <= columns ? text : beginningOf(text, columns);
 }
 
 void write(const QString &text)

@@ -17,8 +17,7 @@ public:
     /** clock: began when the program started. */
     explicit ProgressLine(QElapsedTimer clock, QObject *parent = nullptr);
 
-    /** Shows another text in the place of the last one. A line that is too long loses the begin of the subject first.
-     */
+    /** Shows a text in the place of the last one. A line that is too long loses the subject's beginning first. */
     void show(const QString &subject, const QString &text);
     /** Empties the line, so that others can be printed. */
     void clear();

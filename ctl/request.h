@@ -59,7 +59,7 @@ private:
     const QVariantList m_arguments;
     // The connection that has answered.
     QString m_answerer;
-    // Those that have lost the service's name since the request was made.
+    // The connections that have lost the service's name since the request was made.
     QStringList m_goneOwners;
     bool m_isTaken = false;
     bool m_hasEnded = false;

@@ -24,7 +24,7 @@ Result problem(const QString &text);
 Result busLost();
 /** The service has gone during a request. */
 Result serviceEnded();
-/** The service has sent a signal that is not its own. */
+/** The service has sent a signal whose values are not those of the bus interface. */
 Result nonsense();
 /** seconds: the service had so long to answer. */
 Result unanswered(int seconds);

@@ -97,10 +97,10 @@ bool Service::mayRun() const
 
 void Service::handleSignal(const QDBusMessage &message)
 {
-    const QVariantList values = message.arguments();
     if (message.service() != m_owner) {
         return;
     }
+    const QVariantList values = message.arguments();
     if (message.member() == QLatin1String("needConfirm")) {
         emit needConfirm();
     } else if (message.signature() != QLatin1String("bs")) {

@@ -28,7 +28,7 @@ QStringList translations(const char *identifier)
     return texts;
 }
 
-// The pattern has %1 in the place of words that are not known.
+// The pattern may have %1 in the place of words that are not known.
 bool fits(const QString &text, const QString &pattern)
 {
     const int position = pattern.indexOf(QLatin1String("%1"));

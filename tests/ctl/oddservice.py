@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Somebody in the service's place who does anything with a call, and steps of which that is made."""
+"""A program in the service's place that may do anything with a call, in steps."""
 
 from gi.repository import Gio, GLib
 from harness.client import INTERFACE, PATH

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""Command lines, and what the program says without a service."""
+"""Command lines, and the program without a bus or a service."""
 
 import os
 import re

@@ -23,7 +23,7 @@ PROGRAM = 'velmora-installctl() { { printf "<%s>" "$@"; echo; } >>words; }'
 BASH = ['bash', '--norc', '-i'], f'source {COMPLETIONS["bash"]}; {PROGRAM}'
 ZSH = ['zsh', '-f', '-i'], f'autoload -Uz compinit; compinit -u -D; {PROGRAM}'
 
-# What is typed, up to the tabulator, and the words that the program gets.
+# The text that is typed before the tabulator, and the words that the program gets.
 TYPED = {
     'ins': '<install>', 'mon': '<monitor>', 'rem': '<remove>', '--js': '<--json>', '--vers': '<--version>',
     'install tw': '<install><two  words.rpm>', 'install sub/in': '<install><sub/inner.rpm>', 'install bra': '<install><bra[ck]$et.rpm>',

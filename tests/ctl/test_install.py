@@ -94,7 +94,7 @@ def test_spellings(silent, installed, service, ctl, files):
 
 
 def problems(folder):
-    """What is given, and the reason why it cannot be installed."""
+    """The files that are given, and the reasons why they cannot be installed."""
     (folder / 'folder').mkdir()
     os.mkfifo(folder / 'fifo')
     make_socket(folder / 'socket')

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What the command "monitor" shows."""
+"""The lines and objects of the command "monitor"."""
 
 import re
 import signal

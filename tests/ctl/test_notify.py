@@ -41,8 +41,8 @@ def notifications(standins):
 
 @pytest.fixture
 def shown(standins):
-    """What the program has shown since the last time: the number that is replaced, icon and title, body, and how long it
-    stays; or the number that is closed. The service has notifications of its own."""
+    """The notifications of the program since the last time: the number that is replaced, icon and title, body, and how long
+    it stays; or the number that is closed. The service has notifications of its own."""
     def take():
         calls = standins.notifications.calls()
         standins.notifications.clear()

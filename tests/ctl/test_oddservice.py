@@ -33,7 +33,7 @@ def files(tmp_path):
 
 
 def test_refusals(odd, ctl, files):
-    """What an error means depends on its name. The text may be anything."""
+    """The meaning of an error depends on its name. The text may be anything."""
     for name, text, status, line in [
         *((ERROR + name, 'Not mine.', 69, UNAVAILABLE + 'Not mine.') for name in (
             'UnknownMethod', 'UnknownObject', 'UnknownInterface', 'InvalidArgs', 'InvalidSignature')),

@@ -85,7 +85,7 @@ def test_outcomes(service, treat, ctl, files):
 
 
 def objects(folder, fates, status, word):
-    """What --json prints."""
+    """The objects that --json prints."""
     words = {INSTALLED: 'done', DECLINED: 'declined', NO_SPACE: 'failed'}
     for position, fate in enumerate(fates, 1):
         subject = {'subject': f'{folder}/{"abc"[position - 1]}', 'position': position, 'count': len(fates)}
@@ -131,7 +131,7 @@ def test_refusals_of_the_policy(service, treat, dialog, ctl, files, device):
 
 @pytest.fixture
 def reporting(session_bus):
-    """Somebody in the service's place, with what it reports for the next files: how often it asks, and its text."""
+    """The next reports of a program in the service's place: how often it asks, and the text."""
     connection = session_bus.connect()
     reports = []
 

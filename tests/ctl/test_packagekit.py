@@ -30,7 +30,7 @@ def removed(*names):
 
 
 def test_by_name_and_by_launcher(installed, packagekit, service, ctl, device):
-    """What is not installed counts as removed (Known behaviour 18)."""
+    """A package that is not installed counts as removed (Known behaviour 18)."""
     installed('native', 'one', 'other', 'locked')
     packagekit.lock('locked')
 

@@ -90,7 +90,7 @@ def test_one_request_for_all(managed, service, ctl, session_monitor, signals):
 
 
 def test_unknown_names(standins, managed, service, ctl):
-    """What the service says counts: they have been removed (Known behaviour 18). Without PackageKit it reports a failure
+    """The service's word counts: they have been removed (Known behaviour 18). Without PackageKit it reports a failure
     and then a success, which is not taken for that of the next name (Known behaviour 25)."""
     managed.restore('GetPackage')
     run = ctl('remove', 'unknown', 'absent')

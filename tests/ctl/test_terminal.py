@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""What people see in a terminal: one line that changes, and the outcomes in colours."""
+"""The view in a terminal: one line that changes, and the outcomes in colours."""
 
 import pytest
 from support.removalrequests import KNOWN
