@@ -37,6 +37,18 @@ def take_focus(display):
     xlib.XCloseDisplay(connection)
 
 
+def flicker(display, window, hides=False):
+    """Takes the focus from a window, and may hide it, and gives it back at once, without a pause in between."""
+    xlib, connection = connect(display)
+    if hides:
+        xlib.XUnmapWindow(connection, ctypes.c_ulong(window))
+        xlib.XMapWindow(connection, ctypes.c_ulong(window))
+    else:
+        xlib.XSetInputFocus(connection, ctypes.c_ulong(0), 0, ctypes.c_ulong(0))
+    xlib.XSetInputFocus(connection, ctypes.c_ulong(window), 0, ctypes.c_ulong(0))
+    xlib.XCloseDisplay(connection)
+
+
 @contextmanager
 def cover(display, width, height):
     """A context in which a window lies over all others of a display that has no window manager, without the focus."""
