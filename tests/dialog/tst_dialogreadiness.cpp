@@ -285,6 +285,7 @@ private Q_SLOTS:
         const QList<QRectF> before = places();
         const QRect install = dialog.place("install").toRect();
         const QImage early = dialog.picture();
+        QCOMPARE(early.pixel(install.left() + 5, install.center().y()), early.pixel(install.topLeft() - QPoint(3, 3)));
 
         dialog.makeReady();
 
