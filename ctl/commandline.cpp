@@ -164,8 +164,7 @@ QString Reader::findWrongOption() const
         if (isSet(rule.option) && !rule.isRight) {
             //: %1 is an option such as --sdk
             //% "%1 does not go with this command and its other options"
-            return fillIn(qtTrId("installctl-usage-wrong-option"),
-                          QString(QLatin1String("--") + QLatin1String(rule.option)));
+            return fillIn(qtTrId("installctl-usage-wrong-option"), QStringLiteral("--") + QLatin1String(rule.option));
         }
     }
     return QString();
