@@ -14,9 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
+#include <cstdlib>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -57,17 +57,18 @@ std::optional<QByteArray> pathOfUrl(const QByteArray &url)
     return QByteArray::fromPercentEncoding(path);
 }
 
+// Null, with errno, if the folder has been deleted, for example.
 QByteArray workingDirectory()
 {
-    std::array<char, PATH_MAX> path{};
-    return getcwd(path.data(), path.size()) ? QByteArray(path.data()) : QByteArray();
+    const std::unique_ptr<char, decltype(&std::free)> path(getcwd(nullptr, 0), &std::free);
+    return QByteArray(path.get());
 }
 
 // Double slashes and single dots go. Double dots stay, because the folder before them may be a link.
-QByteArray toAbsolute(const QByteArray &path)
+QByteArray clean(const QByteArray &path)
 {
     QByteArray absolute;
-    const QList<QByteArray> parts = (path.startsWith('/') ? path : workingDirectory() + '/' + path).split('/');
+    const QList<QByteArray> parts = path.split('/');
     for (const QByteArray &part : parts) {
         if (!part.isEmpty() && part != ".") {
             absolute += '/' + part;
@@ -115,10 +116,16 @@ NamedFile find(const QByteArray &given)
         file.problem = qtTrId("installctl-wrong-url");
         return file;
     }
+    const QByteArray folder = path->startsWith('/') ? "" : workingDirectory();
+    if (folder.isNull()) {
+        file.problem = lastError();
+        return file;
+    }
     // An empty path names no file, and not the working directory.
-    const QByteArray absolute = path->isEmpty() ? QByteArray() : toAbsolute(*path);
+    const QByteArray absolute = path->isEmpty() ? QByteArray() : clean(folder + '/' + *path);
     file.subject.name = QString::fromUtf8(absolute);
-    file.problem = findProblem(absolute);
+    // The path as it was given: one that ends in a slash is that of a folder.
+    file.problem = findProblem(*path);
     if (file.problem.isEmpty() && !readUtf8(absolute)) {
         //: The path of a file
         //% "the path is not UTF-8, so the service cannot be told"

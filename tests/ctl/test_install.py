@@ -3,6 +3,7 @@
 """Files to install: their names, the options, and what keeps them from being requested."""
 
 import os
+from pathlib import Path
 from urllib.parse import quote
 
 import pytest
@@ -112,7 +113,7 @@ def problems(folder):
         **dict.fromkeys(['file://host/share/a.rpm', 'file:///tmp/a%00b.rpm', 'file:///tmp/100%.rpm', 'file:///tmp/%Z.rpm',
                          'file:///tmp/a.rpm?b', 'file:///tmp/a.rpm#c', 'file://', 'file://localhost'], FOREIGN),
         **dict.fromkeys(['secret.rpm', 'closed/a.rpm'], 'Permission denied'),
-        'loop': 'Too many levels of symbolic links', 'plain.rpm/a': 'Not a directory', 'x' * 256: 'File name too long',
+        'loop': 'Too many levels of symbolic links', **dict.fromkeys(['plain.rpm/a', 'plain.rpm/', 'plain.rpm/.'], 'Not a directory'), 'x' * 256: 'File name too long',
         bytes_only: UNTOLD, 'file:' + quote(os.fsencode(folder / more_bytes)): UNTOLD,
     }
 
@@ -146,6 +147,22 @@ def test_problems(session_bus, session_monitor, ctl, files):
 
     assert not session_bus.has_owner(NAME)
     assert not [message for message in session_monitor.messages() if message.destination == NAME]
+
+
+def test_folders_without_a_path(silent, manager, service, ctl, files):
+    """A folder that has been deleted, and one whose path is too long: no file of another folder is taken."""
+    there = Path('/plain.rpm')
+    there.touch()
+    enter = {
+        'os.mkdir("gone"); os.chdir("gone"); os.rmdir("../gone")': ABSENT,
+        'for _ in range(21): os.mkdir("d" * 200); os.chdir("d" * 200)\nopen("plain.rpm", "w")': 'File name too long',
+    }
+    for script, reason in enter.items():
+        script = f'import os, sys\n{script}\nos.execv(sys.argv[1], sys.argv[1:])'
+        assert ctl('install', 'plain.rpm', starter=['/usr/bin/python3', '-c', script], folder=files) == \
+            (66, [], [f'plain.rpm: {reason}']), reason
+    assert manager.calls('Install') == []
+    there.unlink()
 
 
 def test_options(silent, manager, service, ctl, files, session_monitor):
