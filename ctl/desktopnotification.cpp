@@ -8,13 +8,11 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QVariantMap>
 
 namespace {
-
-// A notification service that is silent must not keep the program for long. In milliseconds.
-constexpr int CallTimeout = 3000;
 
 QDBusMessage createCall(const QString &method)
 {
@@ -64,6 +62,11 @@ QString reason(const Subject &subject, const Result &result)
 
 }
 
+DesktopNotification::DesktopNotification(int timeout)
+    : m_timeout(timeout)
+{
+}
+
 void DesktopNotification::showState(const Subject &subject, State)
 {
     if (m_position != subject.position) {
@@ -86,13 +89,17 @@ void DesktopNotification::showResult(const Subject &subject, const Result &resul
 
 void DesktopNotification::showEnd(Outcome outcome, int)
 {
+    if (isSilent()) {
+        return;
+    }
     // The user knows it, or the service shows a notification of its own.
-    if (outcome == Outcome::Declined || outcome == Outcome::Forbidden) {
+    const bool isKnown = outcome == Outcome::Declined || outcome == Outcome::Forbidden;
+    if (isKnown && m_installed.isEmpty()) {
         close();
         return;
     }
-    const Look look = lookOf(outcome);
-    const QStringList &lines = m_others.isEmpty() ? m_installed : m_others;
+    const Look look = lookOf(isKnown ? Outcome::Done : outcome);
+    const QStringList &lines = isKnown || m_others.isEmpty() ? m_installed : m_others;
     publish({look.icon, look.title, lines.join(QLatin1Char('\n')), -1}).waitForFinished();
 }
 
@@ -103,7 +110,18 @@ QDBusPendingReply<uint> DesktopNotification::publish(const Content &content) con
     notify << QStringLiteral("velmora-installctl") << number() << content.icon << content.title
            << content.body.toHtmlEscaped() << QStringList() // actions
            << QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("velmora-installctl")}} << content.expiry;
-    return QDBusConnection::sessionBus().asyncCall(notify, CallTimeout);
+    return QDBusConnection::sessionBus().asyncCall(notify, m_timeout);
+}
+
+// The notification service has not answered, and would not answer the next call either.
+bool DesktopNotification::isSilent() const
+{
+    if (!m_shown) {
+        return false;
+    }
+    QDBusPendingReply<uint> reply = *m_shown;
+    reply.waitForFinished();
+    return reply.isError() && reply.error().type() == QDBusError::NoReply;
 }
 
 // The number of the notification, 0 if there is none. It is known when "Notify" has been answered.
@@ -121,5 +139,5 @@ void DesktopNotification::close() const
 {
     QDBusMessage message = createCall(QStringLiteral("CloseNotification"));
     message << number();
-    QDBusConnection::sessionBus().call(message, QDBus::Block, CallTimeout);
+    QDBusConnection::sessionBus().call(message, QDBus::Block, m_timeout);
 }

@@ -15,6 +15,9 @@
 class DesktopNotification : public Report
 {
 public:
+    /** timeout: the notification service has so many milliseconds to answer a call. */
+    explicit DesktopNotification(int timeout);
+
     void showState(const Subject &subject, State state) override;
     void showResult(const Subject &subject, const Result &result) override;
     void showEnd(Outcome outcome, int status) override;
@@ -30,9 +33,11 @@ private:
     };
 
     QDBusPendingReply<uint> publish(const Content &content) const;
+    bool isSilent() const;
     uint number() const;
     void close() const;
 
+    const int m_timeout;
     // The last call of "Notify".
     std::optional<QDBusPendingReply<uint>> m_shown;
     int m_position = 0;

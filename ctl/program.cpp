@@ -28,6 +28,12 @@
 
 namespace {
 
+// A notification service that is silent keeps the program no longer than this, in milliseconds.
+int notificationTimeout(const CommandLine &commandLine)
+{
+    return 1000 * (commandLine.seconds > 0 ? std::min(commandLine.seconds, 3) : 3);
+}
+
 void addReports(Reports *reports, const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
 {
     if (commandLine.json) {
@@ -35,7 +41,7 @@ void addReports(Reports *reports, const CommandLine &commandLine, Bus::State bus
     }
     reports->add(std::make_unique<TextReport>(commandLine.quiet || commandLine.json, clock));
     if (commandLine.notify && bus == Bus::Connected) {
-        reports->add(std::make_unique<DesktopNotification>());
+        reports->add(std::make_unique<DesktopNotification>(notificationTimeout(commandLine)));
     }
 }
 

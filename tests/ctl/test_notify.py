@@ -97,6 +97,22 @@ def test_outcomes(notifications, shown, manager, service, dialog, ctl, files, de
     assert shown() == [(0, INSTALLING, 'a', FOR_EVER), 7]
 
 
+def test_one_is_declined(notifications, shown, manager, service, dialog, ctl, files, device):
+    """The other files have been installed all the same."""
+    dialog.use('Controlled')
+
+    def install(number, *answers):
+        run = ctl.start('install', '--notify', '--quiet', 'a', 'b', folder=files)
+        for position, answer in enumerate(answers):
+            dialog.wait_shown(number + position)
+            dialog.answer(answer, number=number + position)
+        return run.wait().status, shown()[2:]
+
+    assert install(1, CONFIRMED, DECLINED) == (2, [(1, INSTALLED, 'a', USUAL)])
+    assert install(3, DECLINED, CONFIRMED) == (2, [(2, INSTALLED, 'b', USUAL)])
+    assert install(5, DECLINED, DECLINED) == (2, [3])
+
+
 def test_unknown_outcomes(notifications, shown, session_bus, processes, ctl, files):
     """Nobody knows how it ends."""
     assert ctl('install', '--notify', '--quiet', 'a', folder=files).status == 69
@@ -137,8 +153,12 @@ def test_notification_service_that_fails(standins, manager, service, device, ctl
     notifications.refuse('Notify', 'org.example.Error.Full', 'Too many.', times=1)
     assert install() == (0, [], [])
     assert [call.arguments[1] for call in notifications.calls('Notify')] == [0, 0]
-    notifications.hang('Notify', 2)
+    # After a call that is not answered there is no other one.
+    notifications.clear()
+    notifications.hang('Notify')
     assert install() == (0, [], [])
+    assert len(notifications.calls('Notify')) == 1
+    notifications.restore('Notify')
     notifications.exit_on('Notify', 'after')
     assert install() == (0, [], [])
     notifications.wait_exit()
