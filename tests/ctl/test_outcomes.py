@@ -225,13 +225,14 @@ def test_interruptions(service, treat, dialog, ctl, files, signals):
     assert run.wait()[::2] == (0, [])
 
 
-def test_outputs_that_cannot_be_written(service, treat, ctl, files):
+def test_outputs_that_cannot_be_written(service, signals, treat, ctl, files):
     """The outcome counts more."""
     with open('/dev/full', 'wb') as full:
         unwritten = (74, [], ['velmora-installctl: the output could not be written'])
         assert ctl('--help', output=full) == unwritten
         assert ctl('install', '--no-wait', 'a', output=full, folder=files) == unwritten
         treat(INSTALLED)
+        signals.wait('installFinished')
         run = ctl.start('install', 'a', output=full, folder=files)
         treat(DECLINED)
         assert run.wait()[::2] == (2, [f'a: {ENDS[DECLINED]}'])

@@ -69,16 +69,21 @@ def test_names_of_nothing_fail_one_by_one(silent, standins, service, install_and
     assert device.packages() == []
 
 
-def test_any_name_can_be_installed(silent, standins, service, install_and_wait, device, package, tmp_path):
-    standins.start('package-manager')
+@pytest.fixture
+def named_files(package, tmp_path):
+    """Package files of odd names. They are made before the service runs, which would have nothing to do meanwhile."""
     names = ['two words', 'a%20b', 'a%00b', '\\0', 'line\nfeed', '%1 %n', 'a?b#c', '*', '-', '--force', "';`id`\"",
              'größer 文', '\x1b[31m', '\u202egpj', '\U0001f600', 'x' * 251]
-    files = [shutil.move(package(f'named{number}'), tmp_path / f'{name}.rpm') for number, name in enumerate(names)]
+    return [shutil.move(package(f'named{number}'), tmp_path / f'{name}.rpm') for number, name in enumerate(names)]
 
-    assert install_and_wait(files[::2]) == (True, '')
-    assert install_and_wait([file.as_uri() for file in files[1::2]]) == (True, '')
 
-    assert sorted(device.packages()) == sorted(f'named{number}' for number in range(len(names)))
+def test_any_name_can_be_installed(silent, named_files, standins, service, install_and_wait, device):
+    standins.start('package-manager')
+
+    assert install_and_wait(named_files[::2]) == (True, '')
+    assert install_and_wait([file.as_uri() for file in named_files[1::2]]) == (True, '')
+
+    assert sorted(device.packages()) == sorted(f'named{number}' for number in range(len(named_files)))
 
 
 def test_dialog_shows_the_name_as_it_is(standins, service, client, signals, dialog, package, tmp_path):
