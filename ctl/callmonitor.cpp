@@ -24,8 +24,7 @@ void CallMonitor::start()
     QDBusMessage request = QDBusMessage::createMethodCall(
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
             QStringLiteral("org.freedesktop.DBus.Monitoring"), QStringLiteral("BecomeMonitor"));
-    request << QStringList(
-            QStringLiteral("type='method_call',interface='%1'").arg(BusNames::InstallationHandler::Interface))
+    request << QStringList(QStringLiteral("type='method_call',path='%1'").arg(BusNames::InstallationHandler::Path))
             << 0U;
     const auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, &CallMonitor::started);
@@ -38,7 +37,10 @@ QString CallMonitor::introspect(const QString &) const
 
 bool CallMonitor::handleMessage(const QDBusMessage &message, const QDBusConnection &)
 {
-    if (message.service() != Bus::connection().baseService()) {
+    // A call need not name the interface.
+    const QString interface = message.interface();
+    const bool isRequest = interface.isEmpty() || interface == BusNames::InstallationHandler::Interface;
+    if (isRequest && message.service() != Bus::connection().baseService()) {
         emit called(message);
     }
     return true;

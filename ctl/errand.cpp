@@ -33,6 +33,7 @@ Errand::Errand(const CommandLine &commandLine, const QList<Subject> &subjects, R
     , m_report(report)
     , m_service(Bus::connection())
     , m_callMonitor(Bus::monitorConnection())
+    , m_runs(Bus::connection())
     , m_others(&m_service)
 {
     m_timeout.setSingleShot(true);
@@ -59,14 +60,21 @@ void Errand::prepare()
 {
     connect(&m_service, &Service::listening, this, &Errand::handlePrepared);
     connect(&m_callMonitor, &CallMonitor::started, this, &Errand::handlePrepared);
+    connect(&m_runs, &RunQueue::entered, this, [this] {
+        if (m_runs.hasEarlier()) {
+            m_others.assumeAll();
+        }
+        handlePrepared();
+    });
     m_service.listen();
     m_callMonitor.start();
+    m_runs.enter();
 }
 
 void Errand::handlePrepared()
 {
     --m_preparations;
-    if (m_preparations == 0) {
+    if (m_preparations == 0 && !m_hasEnded) {
         startNext();
     }
 }
@@ -84,6 +92,9 @@ void Errand::handleTimeout(int seconds)
 void Errand::interrupt(int signal)
 {
     m_signal = signal;
+    if (m_hasEnded) {
+        return;
+    }
     if (m_request) {
         m_request->interrupt();
     } else {
@@ -94,6 +105,11 @@ void Errand::interrupt(int signal)
 
 void Errand::startNext()
 {
+    if (!Bus::connection().isConnected()) {
+        showResult(Results::busGone());
+        end();
+        return;
+    }
     m_report->showState(m_subjects.at(m_shown), firstState());
     startRequest(m_commandLine.noWait ? makeSubmission() : makeRequest(), &Errand::handleFinished);
 }
@@ -185,7 +201,11 @@ void Errand::handleFinished(const Result &result)
 void Errand::handlePauseFinished(const Result &result)
 {
     m_request->disconnect(this);
-    if (result.last) {
+    if (result.outcome == Outcome::Interrupted || result.outcome == Outcome::Timeout) {
+        // The next subject has not been requested.
+        m_outcome = weightier(m_outcome, result.outcome);
+        end();
+    } else if (result.last && isRefusal(result)) {
         showResult(result);
         end();
     } else {
@@ -202,6 +222,7 @@ void Errand::showResult(const Result &result)
 
 void Errand::end()
 {
+    m_hasEnded = true;
     m_timeout.stop();
     while (m_shown < m_subjects.size()) {
         showResult(Results::unrequested());

@@ -7,6 +7,7 @@
 #include "commandline.h"
 #include "otherrequests.h"
 #include "request.h"
+#include "runqueue.h"
 #include "subject.h"
 
 #include <QList>
@@ -56,13 +57,15 @@ private:
     Report *m_report;
     Service m_service;
     CallMonitor m_callMonitor;
+    RunQueue m_runs;
     OtherRequests m_others;
     QScopedPointer<Request, QScopedPointerDeleteLater> m_request;
     QTimer m_timeout;
     // The number of preparations that have not ended: to receive signals, and to see the calls of others.
-    int m_preparations = 2;
+    int m_preparations = 3;
     // The number of subjects whose results have been shown, and so the index of the current one.
     int m_shown = 0;
     int m_signal = 0;
+    bool m_hasEnded = false;
     Outcome m_outcome = Outcome::Unrequested;
 };

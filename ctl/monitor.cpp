@@ -7,6 +7,7 @@
 #include "jsonline.h"
 #include "outcome.h"
 #include "print.h"
+#include "results.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -53,9 +54,7 @@ void Monitor::start()
 
 void Monitor::handleBusLost()
 {
-    //: An error
-    //% "the session bus went away"
-    printError(qtTrId("installctl-monitor-bus-lost"));
+    printError(Results::busGone().text);
     emit finished(exitStatus(Outcome::Unavailable));
 }
 

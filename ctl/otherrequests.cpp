@@ -29,6 +29,13 @@ void OtherRequests::take(const QDBusMessage &call)
     }
 }
 
+void OtherRequests::assumeAll()
+{
+    m_hasInstallation = true;
+    m_hasSilentInstallation = true;
+    m_hasRemoval = true;
+}
+
 void OtherRequests::forget()
 {
     m_hasInstallation = false;

@@ -8,7 +8,7 @@
 
 class Service;
 
-/** Knows the requests of other programs since this one has begun to listen and the service was last started. */
+/** Knows the requests of other programs since the service was last started. */
 class OtherRequests : public QObject
 {
     Q_OBJECT
@@ -18,6 +18,8 @@ public:
 
     /** Sees a call of another program. */
     void take(const QDBusMessage &call);
+    /** There are requests of all kinds, as far as can be known. */
+    void assumeAll();
 
     /** Whether there was any installation. */
     bool hasInstallation() const { return m_hasInstallation; }

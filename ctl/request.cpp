@@ -33,7 +33,7 @@ void Request::expire(int seconds)
 
 void Request::interrupt()
 {
-    end(Results::interrupted());
+    end(m_isTaken || m_service->mayRun() ? Results::interrupted() : Results::interruptedStart());
 }
 
 void Request::take()

@@ -30,7 +30,7 @@ public:
 
     /** Ends the request because its time is over. The service goes on. seconds: the time that there was. */
     void expire(int seconds);
-    /** Ends the request because the user wants to wait no longer. The service goes on. */
+    /** Ends the request because the user wants to wait no longer. The service goes on if it runs. */
     void interrupt();
 
 Q_SIGNALS:

@@ -50,6 +50,13 @@ Result Results::noBus(const QString &text)
     return makeLast(Outcome::Unavailable, fillIn(qtTrId("installctl-no-bus"), text));
 }
 
+Result Results::busGone()
+{
+    //: An error
+    //% "the session bus went away"
+    return makeLast(Outcome::Unavailable, qtTrId("installctl-monitor-bus-lost"));
+}
+
 Result Results::silentBus(int seconds)
 {
     //: The reason why there is no session bus
@@ -109,6 +116,11 @@ Result Results::interrupted()
     //: After Ctrl-C
     //% "the service goes on"
     return makeLast(Outcome::Interrupted, qtTrId("installctl-goes-on"));
+}
+
+Result Results::interruptedStart()
+{
+    return makeLast(Outcome::Interrupted, QString());
 }
 
 Result Results::unrequested()

@@ -16,6 +16,8 @@ Result unprivileged(const QString &text);
 Result unavailable(const QString &text);
 /** text: why the bus cannot be reached. */
 Result noBus(const QString &text);
+/** The bus has gone, and nothing is requested. */
+Result busGone();
 /** seconds: the bus had so long to answer. */
 Result silentBus(int seconds);
 Result problem(const QString &text);
@@ -32,7 +34,10 @@ Result unanswered(int seconds);
 Result notStarted(int seconds);
 /** seconds: the request had so long to end. */
 Result unfinished(int seconds);
+/** The service goes on. */
 Result interrupted();
+/** The service has not started. */
+Result interruptedStart();
 Result unrequested();
 
 /** There is no report, and the launcher is gone. */

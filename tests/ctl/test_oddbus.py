@@ -9,7 +9,7 @@ from contextlib import closing, contextmanager, suppress
 
 import pytest
 from gi.repository import Gio, GLib
-from oddservice import OddService, answer, ask
+from oddservice import OddService, answer, ask, removed
 
 LOST = 'unclear: the session bus went away before the service reported an outcome'
 NO_BUS = 'velmora-installctl: no session bus: '
@@ -63,6 +63,15 @@ def test_end(session_bus, processes, odd, ctl, files):
         processes.kill(session_bus.process)
         for run, (arguments, status, *errors) in runs:
             assert run.wait()[::2] == (status, errors), arguments
+
+
+def test_end_between_two_names(session_bus, processes, odd, ctl):
+    """The next name has not been requested."""
+    odd.plans.update({'failed': [answer, removed(False, 'x')], '': []})
+    run = ctl.start('remove', '--quiet', 'failed', 'next')
+    odd.wait_requests(2)
+    processes.kill(session_bus.process)
+    assert run.wait() == (69, [], ['failed: failed: x', 'velmora-installctl: the session bus went away'])
 
 
 def test_silence(session_bus, odd, ctl, files):
@@ -128,11 +137,14 @@ def test_not_a_bus(listener, ctl, there):
 
 
 class GreetingBus:
-    """Lets programs connect, and answers nothing but their greeting, or not even that."""
+    """Lets programs connect, and answers some methods."""
 
-    def __init__(self, path, greets):
-        self._greets = greets
+    def __init__(self, path, answered):
+        """`answered` are the values of the answers, by method."""
+        self._answered = answered
         self._connections = []
+        # The connection and the answer of each call that has not been answered.
+        self.late = []
         self._server = Gio.DBusServer.new_sync(f'unix:path={path}', Gio.DBusServerFlags.NONE, Gio.dbus_generate_guid(), None,
                                                None)
         path.chmod(0o666)
@@ -154,17 +166,23 @@ class GreetingBus:
         """Runs in the connection's own thread."""
         if not incoming:
             return message
-        if self._greets and message.get_member() == 'Hello':
-            reply = message.new_method_reply()
-            reply.set_body(GLib.Variant('(s)', (':1.1',)))
-            reply.set_sender('org.freedesktop.DBus')
+        reply = message.new_method_reply()
+        reply.set_sender('org.freedesktop.DBus')
+        if message.get_member() in self._answered:
+            reply.set_body(self._answered[message.get_member()])
             connection.send_message(reply, Gio.DBusSendMessageFlags.NONE)
+        else:
+            self.late.append((connection, reply))
         return None
+
+
+GREETED = {'Hello': GLib.Variant('(s)', (':1.1',))}
+PREPARED = {**GREETED, 'GetNameOwner': GLib.Variant('(s)', (':1.99',)), 'RequestName': GLib.Variant('(u)', (1,))}
 
 
 @pytest.mark.parametrize('greets', [False, True])
 def test_bus_that_stops_at_the_greeting(ctl, files, there, greets):
-    bus = GreetingBus(files / 'bus', greets)
+    bus = GreetingBus(files / 'bus', GREETED if greets else {})
     runs = [ctl.start(*arguments, '--timeout=1', **there) for arguments, *_ in CASES]
     for run, (arguments, _, _, *others) in zip(runs, CASES):
         if greets and arguments == ['monitor']:
@@ -174,6 +192,19 @@ def test_bus_that_stops_at_the_greeting(ctl, files, there, greets):
             assert run.wait() == (124, ['silent: waiting for the service'], [UNANSWERED])
         else:
             assert run.wait() == (69, [], [SILENT, *others])
+    bus.stop()
+
+
+def test_bus_that_answers_when_the_time_is_over(ctl, files, there):
+    """Nothing is requested any more."""
+    bus = GreetingBus(files / 'bus', PREPARED)
+    names = [f'name{number}' for number in range(2000)]
+    run = ctl.start('remove', '--json', '--timeout=1', *names, **there)
+    run.wait_line('"result"')
+    for connection, answer_of_bus in bus.late:
+        connection.send_message(answer_of_bus, Gio.DBusSendMessageFlags.NONE)
+    assert run.wait()[::2] == (69, [SILENT, 'velmora-installctl: not requested: 1999 of 2000'])
+    assert [made['event'] for made in run.objects()] == [*('result' for _ in names), 'end']
     bus.stop()
 
 

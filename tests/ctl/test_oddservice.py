@@ -3,6 +3,7 @@
 """A service that is not the real one: it answers nonsense, late, twice or never, and dies."""
 
 import os
+import signal
 
 import pytest
 from gi.repository import GLib
@@ -12,6 +13,7 @@ from oddservice import OddService, answer, answer_with, ask, die, installed, ref
 from support.otherservice import OtherService
 
 ERROR = 'org.freedesktop.DBus.Error.'
+UNREQUESTED = 'velmora-installctl: not requested: 1 of 2'
 ENDED = 'unclear: the service ended before it reported an outcome'
 NONSENSE = 'unclear: the service reported something that cannot be understood'
 UNAVAILABLE = 'velmora-installctl: the service is not available: '
@@ -185,7 +187,7 @@ def test_name_of_somebody_else(session_bus, ctl, files, interface):
         run = ctl('install', '--quiet', *option, 'a', 'b', folder=files)
         assert (run.status, run.out) == (69, [])
         assert run.err[0].startswith(UNAVAILABLE) and len(run.err[0]) > len(UNAVAILABLE) + 10
-        assert run.err[1:] == ['velmora-installctl: not requested: 1 of 2']
+        assert run.err[1:] == [UNREQUESTED]
 
 
 def test_silence(odd, ctl, files, tmp_path):
@@ -207,20 +209,39 @@ def test_silence(odd, ctl, files, tmp_path):
     runs = [ctl.start(*arguments, '--quiet', '--timeout', '1', folder=files) for arguments, _ in cases]
     for run, (arguments, line) in zip(runs, cases):
         assert run.wait() == (124, [], [line]), arguments
-    # The reports of this one would be taken for theirs.
-    assert ctl('remove', '--quiet', '--timeout', '2', 'failed', 'next') == \
-        (124, [], ['failed: failed: x', 'next: timeout: no answer within 2 s; the service may go on'])
+    # The reports of these would be taken for theirs.
+    assert ctl('remove', '--quiet', '--timeout', '2', 'failed', 'next') == (124, [], ['failed: failed: x', UNREQUESTED])
+    odd.requests.clear()
+    run = ctl.start('remove', '--json', 'failed', 'next')
+    odd.wait_requests(2)
+    run.send_signal(signal.SIGINT)
+    assert run.wait()[::2] == (130, ['failed: failed: x', UNREQUESTED])
+    assert [made['outcome'] for made in run.objects() if made['event'] != 'state'] == \
+        ['failed', 'unrequested', 'interrupted']
+
+
+def start_with(session_bus, command):
+    """The bus starts the service with a command."""
+    session_bus.allow_activation()
+    started = ACTIVATION_FOLDER / SERVICE_FILE.name
+    started.unlink()
+    started.write_text(f'[D-BUS Service]\nName={NAME}\nExec={command}\n', encoding='ascii')
+    session_bus.ask('ReloadConfig', '()')
+
+
+def test_interruption_before_the_service_runs(session_bus, ctl, files):
+    start_with(session_bus, '/usr/bin/sleep 100')
+    run = ctl.start('install', 'a', folder=files)
+    run.wait_line('reading')
+    run.send_signal(signal.SIGINT)
+    assert run.wait() == (130, ['a: reading'], ['a: interrupted'])
 
 
 @pytest.mark.parametrize('command, reason', [
     ('/usr/bin/false', 'exited with status 1'), ('/absent', 'Failed to execute program'),
     ('/usr/bin/kill -9 $$', 'exited'), ("'", '')], ids=['fails', 'is absent', 'is killed', 'is no command'])
 def test_service_that_cannot_be_started(session_bus, ctl, files, command, reason):
-    session_bus.allow_activation()
-    started = ACTIVATION_FOLDER / SERVICE_FILE.name
-    started.unlink()
-    started.write_text(f'[D-BUS Service]\nName={NAME}\nExec={command}\n', encoding='ascii')
-    session_bus.ask('ReloadConfig', '()')
+    start_with(session_bus, command)
 
     for option in ([], ['--no-wait']):
         run = ctl('install', '--quiet', *option, 'a', folder=files)

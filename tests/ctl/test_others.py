@@ -3,7 +3,9 @@
 """Other programs that ask the service at the same time: outcomes that may be theirs."""
 
 import pytest
+from gi.repository import Gio, GLib
 from harness import bus
+from harness.client import NAME, PATH
 from support.removalrequests import KNOWN
 
 QUESTION = 'waiting for your answer'
@@ -41,11 +43,45 @@ def test_installation_that_nobody_asks_about(asking, standins, dialog, ctl, clie
         {'event': 'end', 'outcome': 'unclear', 'status': 4}]
     signals.wait('installFinished', 2)
 
-    # Nobody knows of requests that were made before.
+    # Nobody knows of requests that other programs have made before.
     run = ctl.start('install', 'a', folder=files)
     dialog.wait_shown(2)
     dialog.answer(DECLINED, number=2)
     assert run.wait().status == 2
+
+
+def test_two_runs(asking, manager, dialog, ctl, files, signals):
+    """The second one begins while the first one installs, whose report comes before the second one's answer."""
+    manager.hang('Install', 1)
+    first = ctl.start('install', '--quiet', 'a', folder=files)
+    dialog.wait_shown(1)
+    dialog.answer(CONFIRMED)
+    manager.wait_call('Install')
+    second = ctl.start('install', '--quiet', 'b', folder=files)
+    dialog.wait_shown(2)
+    manager.release('Install')
+
+    assert first.wait() == (4, [], [f'a: installed {UNCERTAIN}'])
+    assert second.wait() == (4, [], [f'b: installed {UNCERTAIN}'])
+    dialog.answer(DECLINED, number=2)
+    signals.wait('installFinished', 2)
+    # Nobody waits any more.
+    run = ctl.start('install', '--quiet', 'a', folder=files)
+    dialog.wait_shown(3)
+    dialog.answer(CONFIRMED, number=3)
+    assert run.wait() == (0, [], [])
+
+
+def test_two_runs_that_remove(manager, service, ctl):
+    manager.answer('GetPackage', KNOWN)
+    manager.hang('Remove', 2)
+    runs = {}
+    for number, name in enumerate(('app', 'other'), 1):
+        runs[name] = ctl.start('remove', '--quiet', name)
+        manager.wait_call('Remove', number)
+    manager.release('Remove')
+    for name, run in runs.items():
+        assert run.wait() == (4, [], [f'{name}: removed {UNCERTAIN}'])
 
 
 def test_second_question(asking, manager, dialog, ctl, client, files, signals):
@@ -116,6 +152,14 @@ def test_removals(manager, service, ctl, client, signals, device):
         (lambda: client.call('installFiles', '(asb)', ['/other.rpm'], True), UNCERTAIN, 3),
         (lambda: client.call('installFiles', '(as)', ['/other.rpm']), '', 2),
     ]
+    without_interface = Gio.DBusMessage.new_method_call(NAME, PATH, None, 'removePackages')
+    without_interface.set_body(GLib.Variant('(as)', (['other'],)))
+    others.append(
+        (lambda: client.connection.send_message(
+            without_interface,
+            Gio.DBusSendMessageFlags.NONE),
+            UNCERTAIN,
+            3))
     removals = 0
     for ask, mark, count in others:
         manager.hang('Remove', 1)
