@@ -56,7 +56,7 @@ Window {
 
     // The texts of the package are clipped: a letter with many combining marks reaches far beyond its line. This much room
     // is for letters that reach a little beyond it.
-    readonly property int room: 2 * Math.ceil(fontSize / 8)
+    readonly property int room: 2 * Math.ceil(fontSize / 7)
 
     readonly property color faintInk: mix(palette.text, palette.base, 0.25)
     readonly property color outline: mix(palette.text, palette.base, 0.4)
