@@ -61,8 +61,8 @@ private:
     OtherRequests m_others;
     QScopedPointer<Request, QScopedPointerDeleteLater> m_request;
     QTimer m_timeout;
-    // The number of preparations that have not ended: to receive signals, to see the calls of others, and to have a place
-    // among the runs of this program.
+    // The number of preparations that have not ended: to receive signals, to see the calls of others, and to have a
+    // place among the runs of this program.
     int m_preparations = 3;
     // The number of subjects whose results have been shown, and so the index of the current one.
     int m_shown = 0;
