@@ -5,7 +5,7 @@ import QtQuick 2.15
 import Qt.labs.folderlistmodel 2.15
 
 // Stays on screen and does what the tests say: each file NUMBER-COUNTER-SIGNAL[-SIGNAL]... that appears in the folder
-// makes the dialog of that number emit these signals, once.
+// makes the dialog of that number emit these signals, once. It says so in the log before.
 TestDialog {
     id: dialog
 
@@ -16,6 +16,7 @@ TestDialog {
         if (Number(parts[0]) !== number || done[command])
             return
         done[command] = true
+        console.log("dialog", number, "answers")
         for (const name of parts.slice(2))
             dialog[name]()
     }

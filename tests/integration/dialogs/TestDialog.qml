@@ -5,7 +5,8 @@ import QtQuick 2.15
 import QtQuick.Window 2.15
 import "dialognumber.js" as DialogNumber
 
-// What all variants have in common: a number, and a line in the log when it is shown or hidden, or gets another file.
+// What all variants have in common: a number, and a line in the log when it is shown or hidden, gets another file, or is
+// deleted.
 Window {
     readonly property int number: DialogNumber.next()
 
@@ -29,4 +30,5 @@ Window {
             console.log("dialog", number, "hides")
         }
     }
+    Component.onDestruction: console.log("dialog", number, "goes")
 }
