@@ -46,10 +46,11 @@ class BusMonitor:
         self._monitor.call_sync('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus.Monitoring',
                                 'BecomeMonitor', GLib.Variant('(asu)', ([], 0)), None, Gio.DBusCallFlags.NONE,
                                 DEADLINE * 1000, None)
-        self._monitor.add_filter(self._passed)
+        self._filter = self._monitor.add_filter(self._passed)
 
     def close(self):
         """Leaves the bus, which then need not copy its messages any more."""
+        self._monitor.remove_filter(self._filter)
         self._monitor.close_sync(None)
 
     def messages(self, sender=None, kind=None):
