@@ -46,6 +46,22 @@ def test_requests_wait_while_the_dialog_is_on_screen(service, client, outcomes, 
     assert [call.arguments[0] for call in package_manager.calls('Install')] == ['/second.rpm']
 
 
+def test_answer_during_a_call_counts_after_it(service, client, signals, dialog, package_manager):
+    """The service waits for the package manager when the user answers."""
+    client.install(['/first.rpm'])
+    dialog.wait_shown(1)
+    package_manager.hang('GetPackage', 1)
+    removal = client.start('removePackages', '(as)', ['a'])
+    package_manager.wait_call('GetPackage')
+
+    dialog.answer('requestInstall', number=1)
+    package_manager.release('GetPackage')
+    removal.wait()
+
+    assert signals.wait('installFinished') == INSTALLED
+    assert [call.method for call in package_manager.calls()] == ['GetPackage', 'Install']
+
+
 def test_request_of_several_files_is_not_interrupted(service, client, outcomes, dialog):
     client.install(['/one.rpm', '/two.rpm'])
     client.install(['/other.rpm'])
