@@ -1,0 +1,72 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The client library of PackageKit."""
+
+INSTALLED_ONLY = 4
+ENUM = 'PackageKit::Transaction::'
+CRASHED = 'The PackageKit daemon has crashed'
+
+
+class Transaction:
+    """One transaction, which is begun and then asked for something. Its owner hears of `found`, `error` and `finished`,
+    as long as there is one."""
+
+    def __init__(self, library, owner, method, arguments):
+        self._library = library
+        self._owner = owner
+        self._request = method, arguments
+        self.number = None
+        library.peers.send('CreateTransaction', answered=self._begun)
+
+    def _begun(self, reply):
+        if reply.is_error:
+            yield from self._fail(reply.error_text)
+            return
+        self.number = reply.value
+        method, arguments = self._request
+        self._library.peers.send(method, *arguments, answered=self._accepted, transaction=self.number)
+
+    def _accepted(self, reply):
+        if reply.is_error:
+            yield from self._fail(reply.error_text)
+
+    def _fail(self, text):
+        """An error of the bus, or a refusal: the error and the end come in one go."""
+        yield from self.error('ErrorInternalError', text)
+        yield from self.finished('ExitFailed')
+
+    def crashed(self):
+        """PackageKit has left the bus."""
+        yield from self.error('ErrorProcessKill', CRASHED)
+        yield from self.finished('ExitKilled')
+
+    def found(self, package):
+        if not self._library.loop.is_deleted(self._owner):
+            yield from self._owner.found(package)
+
+    def error(self, code, text):
+        if not self._library.loop.is_deleted(self._owner):
+            yield from self._owner.error(code, text)
+
+    def finished(self, end):
+        if self in self._library.transactions:
+            self._library.transactions.remove(self)
+        if not self._library.loop.is_deleted(self._owner):
+            yield from self._owner.finished(end)
+
+
+class PackageKit:
+    """The library: all transactions that have not ended."""
+
+    def __init__(self, loop, peers):
+        self.loop = loop
+        self.peers = peers
+        self.transactions = []
+
+    def start(self, owner, method, *arguments):
+        self.transactions.append(Transaction(self, owner, method, arguments))
+
+    def daemon_has_left(self):
+        """Only the transactions that the daemon has begun hear of it."""
+        for transaction in [begun for begun in self.transactions if begun.number]:
+            yield from transaction.crashed()
