@@ -35,6 +35,7 @@ class Bus:
         self.address = address
         self._user = user
         self._processes = processes
+        self._names = {}
         self.connection = self.connect()
 
     @classmethod
@@ -90,10 +91,11 @@ class Bus:
         """The unique name of a process on this bus; None when it is not there, or the bus is not."""
         if not self.alive:
             return None
-        for name in self.ask('ListNames', '()')[0]:
-            if name.startswith(':') and self.process_of(name) == pid:
-                return name
-        return None
+        # The bus gives no unique name twice, so one question is enough later on.
+        if not self._names.get(pid) or self.process_of(self._names[pid]) != pid:
+            self._names[pid] = next((name for name in self.ask('ListNames', '()')[0]
+                                     if name.startswith(':') and self.process_of(name) == pid), None)
+        return self._names[pid]
 
     def ping(self, name):
         """A round trip to a connection; everything it sent before has then passed the bus."""
@@ -111,9 +113,9 @@ class PrivateBus(Bus):
         super().__init__(address, user, processes)
 
     @classmethod
-    def system(cls, processes):
-        """A system bus at the standard path, open to everybody."""
-        process = processes.start('system bus', daemon(SYSTEM_ADDRESS, SYSTEM_CONFIGURATION))
+    def system(cls, processes, configuration=SYSTEM_CONFIGURATION):
+        """A system bus at the standard path, open to everybody, or as another configuration file says."""
+        process = processes.start('system bus', daemon(SYSTEM_ADDRESS, configuration))
         return cls(SYSTEM_ADDRESS, ROOT, process, processes)
 
     @classmethod

@@ -21,7 +21,7 @@ class StandIn(ControlClient):
         self.name = name
         self.seen = []
         self._processes = processes
-        self.watch(self.seen.append)
+        self._watch = self.watch(self.seen.append)
         self.process = processes.watch(name, start_standin(name, settings))
 
     def wait_ready(self):
@@ -42,6 +42,10 @@ class StandIn(ControlClient):
     def wait_exit(self):
         """Waits until the process has ended."""
         self._processes.wait_end(self.process)
+
+    def forget(self):
+        """Takes no more notice of the stand-in, nor of another one of its name."""
+        self._connection.signal_unsubscribe(self._watch)
 
     def last_words(self):
         """The unexpected calls; none if the stand-in was told to exit and has left the bus."""
@@ -74,6 +78,8 @@ class StandIns:
         """
         assert not settings or len(names) == 1, 'parameters are for one stand-in'
         parameters = {key.replace('_', '-'): written(value) for key, value in settings.items()}
+        for name in self._started.keys() & set(names):
+            self._started[name].forget()
         started = [StandIn(name, self._connections[BUSES[name]], self._processes, parameters)
                    for name in names]
         for standin in started:
