@@ -8,14 +8,13 @@ import pytest
 from harness.client import INTERFACE, PATH
 from standin.remoteerror import RemoteError
 from support.faults import CALL_FAULTS, CRASH, NO_REPLY
-from support.faulttable import written
 from support.removalrequests import (ALL, ANDROID_LAUNCHER, DELETED, MANAGED_LAUNCHER, MANAGED_PACKAGE, NATIVE_LAUNCHER,
                                      NATIVE_PACKAGE, OWN_LAUNCHER, REMOVED, SDK_MODE, SEARCHED_IN_VAIN, End)
 
 pytestmark = pytest.mark.side_by_side(2 * os.cpu_count())
 
-UNKNOWN_OWNER = End(log='Error on resolving desktop file owner')
-ANDROID_FAILED = End(log='failed to remove android app:')
+UNKNOWN_OWNER = End(log='Error on resolving desktop file owner', known='22')
+ANDROID_FAILED = End(log='failed to remove android app:', known='21')
 NO_PACKAGE_KIT = 'The name org.freedesktop.PackageKit was not provided by any .service files'
 WRONG_TYPE = 'Unexpected reply signature: got "a{sv}", expected "o"'
 
@@ -28,12 +27,17 @@ def without_manager(end):
 
 def hook_failed(text):
     """The launcher is gone, and the log tells the error of the runtime manager in the library's words."""
-    return End(log=f"Failed to call ZARN hook 'OnRemove' for Runtime Manager service:  \"{text}\"")
+    return End(log=f"Failed to call ZARN hook 'OnRemove' for Runtime Manager service:  \"{text}\"", known='21')
 
 
 def reported_twice(text):
     """The library reports both the error and the end of a request that never began. Known behaviour 25."""
-    return End(((False, text), *REMOVED), DELETED)
+    return End(((False, text), *REMOVED), DELETED, known='25')
+
+
+def without_end(method):
+    """Neither an error nor an end ever comes. Known behaviour 31."""
+    return End(call=method, known='31')
 
 
 # The ends that differ from the usual one, by kind of removal, peer, call and fault. PackageKit receives the names that the
@@ -48,9 +52,8 @@ ENDS = {
         ('CreateTransaction', 'wrong type'): reported_twice(WRONG_TYPE),
         ('Resolve', 'dies'): CRASH,
         ('RemovePackages', 'dies'): CRASH,
-        # Neither an error nor an end ever comes. Known behaviour 31.
-        ('Resolve', 'wrong type'): End(call='Resolve'),
-        ('RemovePackages', 'wrong type'): End(call='RemovePackages'),
+        ('Resolve', 'wrong type'): without_end('Resolve'),
+        ('RemovePackages', 'wrong type'): without_end('RemovePackages'),
     },
     (NATIVE_LAUNCHER.name, 'package-kit'): {
         ('any', 'absent'): UNKNOWN_OWNER,
@@ -61,17 +64,15 @@ ENDS = {
         ('SearchFiles', 'hangs'): SEARCHED_IN_VAIN,
         ('Resolve', 'dies'): CRASH,
         ('RemovePackages', 'dies'): CRASH,
-        # Neither an error nor an end ever comes. Known behaviour 31.
-        ('SearchFiles', 'wrong type'): SEARCHED_IN_VAIN,
-        ('Resolve', 'wrong type'): End(call='Resolve'),
-        ('RemovePackages', 'wrong type'): End(call='RemovePackages'),
+        ('SearchFiles', 'wrong type'): without_end('SearchFiles'),
+        ('Resolve', 'wrong type'): without_end('Resolve'),
+        ('RemovePackages', 'wrong type'): without_end('RemovePackages'),
     },
     (OWN_LAUNCHER.name, 'runtime-manager'): {
         ('any', 'absent'): hook_failed('The name ru.quon.RuntimeManager was not provided by any .service files'),
         ('OnRemove', 'dies'): hook_failed(NO_REPLY),
     },
-    # The search never ends. Known behaviour 31.
-    (ANDROID_LAUNCHER.name, 'package-kit'): {('SearchFiles', 'wrong type'): SEARCHED_IN_VAIN},
+    (ANDROID_LAUNCHER.name, 'package-kit'): {('SearchFiles', 'wrong type'): without_end('SearchFiles')},
     (ANDROID_LAUNCHER.name, 'android-support'): {
         ('any', 'absent'): ANDROID_FAILED,
         ('removeFile', 'dies'): ANDROID_FAILED,
@@ -97,10 +98,11 @@ def test_system_bus(make_bus_faults, removal_table, request_):
     removal = faults.removal
 
     def check(fault, end):
-        row = removal_table.begin(request_.name, 'system bus', request_.last if fault == 'dies' else 'any', fault)
+        call = request_.last if fault == 'dies' else 'any'
+        row = removal_table.begin(request_.name, 'system bus', call, fault, end.known)
         outcomes = removal.wait_end(end)
         assert outcomes == end.outcomes, row
-        row.append(written(outcomes))
+        row += end.cells(outcomes)
         return row
 
     removal.expect(request_.usual)
@@ -110,7 +112,7 @@ def test_system_bus(make_bus_faults, removal_table, request_):
     faults.resume('system')
     check('hangs', request_.usual).append(removal.repeat())
 
-    end = LOST_BUS.get(request_.name, End(((False, 'Not connected to D-Bus server'),)))
+    end = LOST_BUS.get(request_.name, End(((False, 'Not connected to D-Bus server'),), known='42'))
     faults.ask_and_hold(end)
     faults.kill('system')
     died = check('dies', end)
@@ -119,7 +121,7 @@ def test_system_bus(make_bus_faults, removal_table, request_):
     faults.service.kill()
     faults.start_service()
     removal.set_up_files()
-    end = ABSENT_BUS.get(request_.name, End(((False, 'Not connected to the system bus'),)))
+    end = ABSENT_BUS.get(request_.name, End(((False, 'Not connected to the system bus'),), known='42'))
     removal.ask(end).wait()
     absent = check('absent', end)
 
@@ -142,7 +144,8 @@ def test_session_bus(make_bus_faults, removal_table, request_):
     usual = request_.usual
 
     def begin(fault):
-        return removal_table.begin(request_.name, 'session bus', 'any' if fault == 'returns' else request_.last, fault)
+        return removal_table.begin(request_.name, 'session bus', 'any' if fault == 'returns' else request_.last, fault,
+                                   usual.known)
 
     row = begin('hangs')
     peer = faults.ask_and_hold(usual)
@@ -152,7 +155,7 @@ def test_session_bus(make_bus_faults, removal_table, request_):
     faults.resume('session')
     outcomes = removal.wait_end(usual)
     assert outcomes == usual.outcomes
-    row += [written(outcomes), removal.repeat()]
+    row += [*usual.cells(outcomes), removal.repeat()]
 
     died = begin('dies')
     peer = faults.ask_and_hold(usual)
@@ -164,32 +167,32 @@ def test_session_bus(make_bus_faults, removal_table, request_):
         removal.wait_log(usual.log)
     faults.wait_settled()
     assert faults.service.alive
-    died.append(written(removal.outcomes()))
+    died += usual.cells(removal.outcomes())
 
     faults.start_anew()
     returned = begin('returns')
-    returned += [removal.repeat(), removal.repeat()]
-    died.append(returned[-1])
+    died.append(removal.repeat())
+    returned += [*usual.cells(usual.outcomes), removal.repeat()]
 
 
 def test_absent_session_bus(make_bus_faults, removal_table):
     """Nobody can ask for anything."""
     faults = make_bus_faults(ALL[0])
-    row = removal_table.begin('any', 'session bus', 'any', 'absent')
+    row = removal_table.begin('any', 'session bus', 'any', 'absent', '')
     faults.kill('session')
 
     service = faults.launch_service()
 
     assert service.wait_exit() == 1
     assert service.log() == ['warning default: Could not connect to session bus.']
-    row.append('no service')
+    row += ['no service', f'`{service.warnings()[0]}`']
     faults.start_anew()
     row.append(faults.removal.repeat())
 
 
 def test_wrong_type_of_session_bus(system_bus, program, scripted_bus, removal_table):
     """All that the service asks the bus is who the caller of a removal by launcher is."""
-    row = removal_table.begin('any launcher', 'session bus', 'process of the caller', 'wrong type')
+    row = removal_table.begin('any launcher', 'session bus', 'process of the caller', 'wrong type', '')
     program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': scripted_bus.address})
     scripted_bus.wait_name_request()
     scripted_bus.grant_name()
@@ -202,7 +205,7 @@ def test_wrong_type_of_session_bus(system_bus, program, scripted_bus, removal_ta
         ask()
     assert (refusal.value.name, refusal.value.message) == \
         ('org.freedesktop.DBus.Error.AccessDenied', 'PID 0 is not in privileged group')
-    row.append(refusal.value.message)
+    row += [f'`{refusal.value.message}`', '']
 
     scripted_bus.answers['GetConnectionUnixProcessID'] = '(u)', os.getpid()
     assert ask() == ()

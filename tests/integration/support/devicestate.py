@@ -74,9 +74,12 @@ class DeviceState:
         """The policy forbids it from now on."""
         self.set_policy(REFUSING_POLICY)
 
-    def mark_as_emulator(self):
-        """The device is an emulator from now on."""
-        EMULATOR_MARKER.touch()
+    def mark_as_emulator(self, marked=True):
+        """The device is an emulator from now on, or none."""
+        if marked:
+            EMULATOR_MARKER.touch()
+        else:
+            EMULATOR_MARKER.unlink(missing_ok=True)
 
     def packages(self):
         """The names of the installed RPM packages."""

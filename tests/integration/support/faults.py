@@ -14,7 +14,6 @@ from harness.standins import StandIns
 from packages import build_package
 from standin.names import BUSES
 
-from .faulttable import written
 from .removalfixture import RemovalFixture
 from .removalrequests import DELETED, METHODS, PEERS, End
 
@@ -24,7 +23,7 @@ CRASHED = 'The PackageKit daemon has crashed'
 
 # PackageKit's end and the missing answer are both reported, in the order in which they arrive, as long as an object
 # receives them: Known behaviour 26.
-CRASH = End(log=DELETED)
+CRASH = End(log=DELETED, known='26', words='a failure, in up to four reports')
 
 # What never gets an answer that ends it comes last: it would hear of every later death.
 CALL_FAULTS = ('dies', 'hangs', 'wrong type')
@@ -51,8 +50,8 @@ class RemovalFaults:
     def _try(self, method, fault, prepare):
         removal = self._removal
         cell = (removal.request.name, self._name, method, fault)
-        row = self._table.begin(*cell)
         end = self._ends.get((method, fault), removal.request.usual)
+        row = self._table.begin(*cell, end.known)
         removal.set_up()
         prepare()
 
@@ -63,7 +62,7 @@ class RemovalFaults:
             assert outcomes[0][0] is False and failures <= {CRASHED, NO_REPLY}, (cell, outcomes)
         else:
             assert outcomes == end.outcomes, cell
-        row.append(written(outcomes))
+        row += end.cells(outcomes)
         self._repair()
         row.append(removal.repeat())
 

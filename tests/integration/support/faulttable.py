@@ -1,13 +1,11 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""The tables of faults: the outcome of each one, in lines that begin with a bar."""
+"""The tables of faults, whose rows the tests write to a file for docs/faults.md."""
+
+import json
+from pathlib import Path
 
 import pytest
-
-TITLES = {
-    'removal': ['request', 'peer', 'call', 'fault', 'what the caller sees', 'the next request'],
-    'installation': ['call', 'fault', 'what the caller sees', 'the next request'],
-}
 
 
 class FaultTable:
@@ -24,46 +22,49 @@ class FaultTable:
         return row
 
 
-class Printer:
-    """Prints the rows of all tests when they are through, whether or not they have passed."""
+class Writer:
+    """Writes the rows of all tests to a file when they are through."""
 
-    def __init__(self):
-        self._tables = {kind: [] for kind in TITLES}
+    def __init__(self, file):
+        self._file = file
+        self._tables = {}
 
     def pytest_runtest_logreport(self, report):
         if report.when == 'call':
             for kind, row in report.user_properties:
-                self._tables[kind].append(row)
+                self._tables.setdefault(kind, []).append(row)
 
-    def pytest_terminal_summary(self, terminalreporter):
-        for kind, rows in self._tables.items():
-            for line in lines([TITLES[kind], *rows]) if rows else ():
-                terminalreporter.write_line(line)
+    def pytest_sessionfinish(self):
+        self._file.write_text(json.dumps(self._tables, indent=1), encoding='utf-8')
+
+
+def pytest_addoption(parser):
+    parser.addoption('--fault-rows', type=Path, help='the file for the rows of the tables of faults')
 
 
 def pytest_configure(config):
-    config.pluginmanager.register(Printer())
-
-
-def lines(rows):
-    """A table, as wide as it has to be."""
-    rows = [[*map(str, row), *['?'] * (len(rows[0]) - len(row))] for row in rows]
-    widths = [max(map(len, column)) for column in zip(*rows)]
-    return ['| ' + ' | '.join(cell.ljust(width) for cell, width in zip(row, widths)) + ' |' for row in rows]
+    if config.option.fault_rows:
+        config.pluginmanager.register(Writer(config.option.fault_rows))
 
 
 def written(outcomes):
     """The outcomes of removals as their caller sees them."""
-    return ', '.join(text or 'removed' for _, text in outcomes) or 'silence'
+    return ', '.join(f'`{text}`' if text else 'removed' for _, text in outcomes) or 'silence'
 
 
 @pytest.fixture
 def removal_table(request):
-    """The table of faults in removals."""
+    """Known behaviour, caller, log and next request by request, peer, call and fault, in removals."""
     return FaultTable('removal', request.node.user_properties)
 
 
 @pytest.fixture
 def installation_table(request):
-    """The table of faults in installations."""
+    """Known behaviour, caller, user, log and next request by request, peer, call and fault, in installations."""
     return FaultTable('installation', request.node.user_properties)
+
+
+@pytest.fixture
+def usual_table(request):
+    """Caller, user and log by request, in installations where nothing is wrong."""
+    return FaultTable('usual', request.node.user_properties)

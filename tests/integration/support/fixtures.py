@@ -34,6 +34,14 @@ PROCESSES = pytest.StashKey[Processes]()
 # A machine that pauses in every second attempt does not do so in all of these.
 ATTEMPTS = 30
 
+# The variables of all programs of the session, besides those that every session has.
+ENVIRONMENT = {
+    'QT_QPA_PLATFORM': 'offscreen', 'QT_QUICK_BACKEND': 'software', 'QT_FORCE_STDERR_LOGGING': '1',
+    'QT_MESSAGE_PATTERN': '%{type} %{category}: %{message}',
+    # The library of PackageKit complains about properties that the daemon may announce while it starts.
+    'QT_LOGGING_RULES': 'packagekitqt.offline=false',
+}
+
 
 def pytest_sessionstart():
     """Keeps the tests from changing the machine they run on, and prepares their processes."""
@@ -85,13 +93,8 @@ def device():
 
 @pytest.fixture
 def environment(device):
-    """The variables of all programs of the session, besides those that every session has."""
-    return {
-        'QT_QPA_PLATFORM': 'offscreen', 'QT_QUICK_BACKEND': 'software', 'QT_FORCE_STDERR_LOGGING': '1',
-        'QT_MESSAGE_PATTERN': '%{type} %{category}: %{message}',
-        # The library of PackageKit complains about properties that the daemon may announce while it starts.
-        'QT_LOGGING_RULES': 'packagekitqt.offline=false',
-    }
+    """The variables of all programs of the session."""
+    return dict(ENVIRONMENT)
 
 
 @pytest.fixture

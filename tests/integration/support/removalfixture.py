@@ -107,7 +107,7 @@ class RemovalFixture:
         self.ask(usual).wait()
         outcomes = self.wait_end(usual)
         assert outcomes == usual.outcomes
-        return written(outcomes) if outcomes else f'{usual.call} called'
+        return written(outcomes) if outcomes else f'`{usual.call}` called'
 
     def wait_log(self, text):
         """Waits until the service has said something since it was asked."""

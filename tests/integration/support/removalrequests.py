@@ -8,6 +8,8 @@ from typing import Callable, NamedTuple
 
 from gi.repository import GLib
 
+from .faulttable import written
+
 FOLDER = Path('/usr/share/applications')
 NATIVE, ANDROID = FOLDER / 'app.desktop', FOLDER / 'android.desktop'
 
@@ -35,14 +37,22 @@ METHODS = {
 
 
 class End(NamedTuple):
-    """The outcomes of a removal, and the sign that it is over: a line of the log, or a last call."""
+    """The outcomes of a removal, and the sign that it is over: a line of the log, or a last call. `known` has the numbers of
+    the entries of docs/known-behaviour.md that explain it, and `words` describes outcomes that are not always the same."""
 
     outcomes: tuple = ()
     log: str = None
     call: str = None
+    known: str = ''
+    words: str = ''
+
+    def cells(self, outcomes):
+        """What has come of the removal as the caller and the reader of the log see it: cells of a table."""
+        return [self.words or written(outcomes), f'`{self.log}`' if self.log not in (None, DELETED) else '']
 
 
-SEARCHED_IN_VAIN = End(call='SearchFiles')
+# Known behaviour 22.
+SEARCHED_IN_VAIN = End(call='SearchFiles', known='22')
 
 
 @dataclass
@@ -99,9 +109,9 @@ NATIVE_LAUNCHER = Request(
     ('GetPackage', 'CreateTransaction', 'SearchFiles', 'updatingStarted', 'Resolve', 'RemovePackages', 'updatingFinished'),
     'RemovePackages', remove_launcher(lambda _: NATIVE), End(REMOVED, DELETED), owned=True)
 OWN_LAUNCHER = Request('own launcher', ('OnRemove',), 'OnRemove', remove_launcher(lambda removal: removal.own_launcher),
-                       End(call='OnRemove'))
+                       End(call='OnRemove', known='21'))
 ANDROID_LAUNCHER = Request(
     'launcher of an Android application', ('GetPackage', 'CreateTransaction', 'SearchFiles', 'removeFile'),
-    'removeFile', remove_launcher(lambda _: ANDROID), End(call='removeFile'))
+    'removeFile', remove_launcher(lambda _: ANDROID), End(call='removeFile', known='21'))
 
 ALL = [MANAGED_PACKAGE, NATIVE_PACKAGE, OWN_LAUNCHER, MANAGED_LAUNCHER, NATIVE_LAUNCHER, ANDROID_LAUNCHER, SDK_MODE]

@@ -40,11 +40,15 @@ class ScriptedBus:
 
     def grant_name(self):
         """The member becomes the owner of the name."""
-        self._reply(self.name_request, '(u)', 1)
+        self.answer_name_request('(u)', 1)
 
     def refuse_name(self):
         """The member is told that the name has another owner."""
-        self._reply(self.name_request, '(u)', 3)
+        self.answer_name_request('(u)', 3)
+
+    def answer_name_request(self, signature, answer):
+        """Answers the request for a name with one value."""
+        self._reply(self.name_request, signature, answer)
 
     def start_call(self, path, interface, method, signature='()', *arguments):
         """Calls the member; returns an object with `answered` and `wait()`."""
