@@ -78,9 +78,8 @@ def test_nothing_is_wrong(installations, usual_table, request_):
 def test_peer(installations, installation_table, cell):
     device, request, outcome = installations, cell.request, expected(cell)
     row = installation_table.begin(str(request), cell.peer, cell.call, cell.fault, '')
-    device.set_up(request)
-    if cell.peer == NOTIFICATIONS:
-        device.state.forbid_installing()
+    forbidding = cell.peer == NOTIFICATIONS
+    device.set_up(request, forbidding)
     fault = Fault(device, cell)
     fault.prepare()
 
@@ -91,8 +90,8 @@ def test_peer(installations, installation_table, cell):
     assert device.wait_end(outcome) == outcome
     row += words(outcome, request)
     fault.repair()
-    device.repeat(request)
-    row.append(AS_USUAL)
+    device.repeat(request, forbidding)
+    row.append('a notification' if forbidding else AS_USUAL)
 
 
 class FileFault(NamedTuple):

@@ -18,10 +18,10 @@ from harness.standins import StandIns
 from packages import handmade
 from standin.names import BUSES
 
-from .devicestate import POLICY_FILE, DeviceState
+from .devicestate import REFUSING_POLICY, DeviceState
 from .dialog import Dialog
 from .fixtures import ENVIRONMENT, PROCESSES
-from .installationrequests import NAMES, Outcome, usual
+from .installationrequests import NAMES, Outcome, forbidden, usual
 from .removalrequests import KNOWN
 
 FOLDER = Path('/tmp/packages')
@@ -121,15 +121,15 @@ class InstallationDevice:
         for method in methods:
             self.peer(name).restore(method)
 
-    def set_up(self, request):
-        """What the request finds: files, a policy that allows installing, and the kind of device."""
+    def set_up(self, request, forbidding=False):
+        """What the request finds: files, a policy, and the kind of device."""
         FOLDER.mkdir(exist_ok=True)
         for name in NAMES:
             path = FOLDER / f'{name}.rpm'
             path.unlink(missing_ok=True)
             handmade.write(path, {handmade.NAME: (handmade.Type.STRING, name)})
         self.state.set_policy(None)
-        self.state.set_policy(ALLOWING_POLICY)
+        self.state.set_policy(REFUSING_POLICY if forbidding else ALLOWING_POLICY)
         self.state.mark_as_emulator(request.emulator)
 
     def ask(self, request):
@@ -177,11 +177,12 @@ class InstallationDevice:
             asked=sum(signal.name == 'needConfirm' for signal in announced), shown=tuple(shown),
             notified=self._notifications() - self._notified, log=tuple(self._chosen(log)))
 
-    def repeat(self, request):
-        """Asks when nothing is wrong: the request takes its usual course."""
-        self.set_up(request)
+    def repeat(self, request, forbidding=False):
+        """Asks when nothing is wrong: the request takes its usual course, or that of a policy that forbids installing."""
+        self.set_up(request, forbidding)
         self.ask(request).wait()
-        assert self.wait_end(usual(request)) == usual(request)
+        outcome = forbidden(request) if forbidding else usual(request)
+        assert self.wait_end(outcome) == outcome
         self.sound = True
 
     def wait_signals(self, name, count):

@@ -1,0 +1,264 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""Plays the rounds of a plan, and checks that each request has an outcome that is allowed."""
+
+import re
+from collections import Counter
+from pathlib import Path
+
+from gi.repository import GLib
+from standin.remoteerror import RemoteError
+from support.installationrequests import FORBIDDEN
+from support.removalrequests import KNOWN, PEERS
+from support.transactionsignals import finished, package_found
+
+from .plan import (FAULTS, METHODS, WRONG_TYPE, DisplayOff, Install, Kill, Leave, Remove, RemoveLauncher, Restart)
+from .roundlog import RoundLog
+
+PUBLIC_NAMES = {**PEERS, 'developer-mode': 'ru.quon.developermode', 'mce': 'com.nokia.mce',
+                'notifications': 'org.freedesktop.Notifications'}
+
+NONSENSE = GLib.Variant('(a{sv})', ({},))
+# What PackageKit finds.
+OWNER = 'owner'
+FOUND = package_found(f'{OWNER};1.0-1;noarch;installed')
+
+CANCELLED = 'The user cancelled the installation'
+FAILED = re.compile(r'zarn_installation_error_desc_(NoReply|ServiceUnknown|Refused) \(code: \1\)')
+# A PackageKit that fails may cause so many reports of a removal: Known behaviour 25, 26.
+MOST_REPORTS = 4
+
+# The errors of a call to a stand-in that is about to die.
+GONE = [f'org.freedesktop.DBus.Error.{name}' for name in ('NameHasNoOwner', 'ServiceUnknown', 'NoReply')]
+
+# Seconds without news after which hanging calls are answered.
+PATIENCE = 0.05
+
+
+class SoakFailed(AssertionError):
+    """Something has happened that is not allowed."""
+
+
+class Soak:
+    """A service and its peers in the course of a plan."""
+
+    def __init__(self, device):
+        self._device = device
+        self._round = None
+        self._log = None
+        self._calls = []
+        self._launchers = {}
+        self._own_launchers = []
+        self._installations = 0
+        self.outcomes = Counter()
+
+    def play(self, planned):
+        """Plays a round to its end."""
+        device = self._device
+        device.service.barrier()
+        device.forget()
+        self._round = planned
+        self._log = RoundLog(device.service.process)
+        self._calls, self._launchers, self._own_launchers, self._installations = [], {}, [], 0
+        self._set_up()
+        for step in planned.steps:
+            self._do(step)
+            device.processes.run_pending()
+        self._wait_end()
+        self._check()
+        self._repair()
+        self._log.close()
+
+    def _set_up(self):
+        state = self._device.state
+        state.mark_as_emulator(self._round.kind == 'silent')
+        if self._round.kind == 'forbidden':
+            state.forbid_installing()
+        else:
+            state.set_policy(None)
+        for name in METHODS:
+            self._instruct(name)
+
+    def _instruct(self, name):
+        """Tells a peer what to answer where nothing goes wrong."""
+        peer = self._device.peer(name)
+        if name == 'package-manager' and self._round.managed:
+            peer.answer('GetPackage', KNOWN)
+        elif name == 'developer-mode':
+            peer.configure('silent-installation', self._round.kind != 'asking')
+        elif name == 'package-kit':
+            peer.script('Resolve', [FOUND, finished()])
+            if self._round.owned:
+                peer.script('SearchFiles', [FOUND, finished()])
+
+    def _do(self, step):
+        device = self._device
+        if isinstance(step, Install):
+            self._install(step)
+        elif isinstance(step, Remove):
+            self._start(step.client, 'removePackages', '(asb)', step.names, step.keep_userdata)
+        elif isinstance(step, RemoveLauncher):
+            path = device.make_launcher(step.name, step.own)
+            if step.own:
+                self._own_launchers.append(path)
+            else:
+                self._launchers[path] = step.name
+            self._start(step.client, 'removePackageByDesktopFile', '(s)', path)
+        elif isinstance(step, Kill):
+            device.kill(step.peer)
+        elif isinstance(step, Restart):
+            self._revive(step.peer)
+        elif isinstance(step, DisplayOff):
+            for state in ('off', 'on'):
+                if device.is_well('mce'):
+                    self._direct('mce', 'configure', 'display', state)
+        elif device.is_well(step.peer):
+            self._spoil(step)
+
+    def _direct(self, name, operation, *arguments):
+        """Tells a peer something, or nothing if the peer is about to die."""
+        peer = self._device.peer(name)
+        try:
+            return getattr(peer, operation)(*arguments)
+        except RemoteError as error:
+            if error.name not in GONE or not peer.process.end_awaited:
+                raise
+            peer.wait_exit()
+            return None
+
+    def _install(self, step):
+        self._installations += 1
+        files = [self._device.file(number, step.declined) for number in step.files]
+        self._start(step.client, 'installFiles', '(asb)', files, step.sdk_mode)
+
+    def _start(self, client, *call):
+        self._calls.append(self._device.clients[client].start(*call))
+
+    def _spoil(self, step):
+        if isinstance(step, Leave):
+            self._direct(step.peer, 'vanish')
+            return
+        operation, *arguments = {
+            'dies before': ('exit_on', 'before'),
+            'dies after': ('exit_on', 'after'),
+            'hangs': ('hang', 1),
+            'refuses': ('refuse', 'a.b.Refused', 'not today', 1),
+            WRONG_TYPE: ('answer', NONSENSE, 1),
+        }[step.how]
+        self._direct(step.peer, operation, step.method, *arguments)
+
+    def _revive(self, name):
+        device = self._device
+        if not device.is_well(name):
+            device.restart(name)
+            self._instruct(name)
+        elif not device.has_name(name, PUBLIC_NAMES[name]):
+            self._direct(name, 'come_back')
+
+    def _wait_end(self):
+        """Waits until all requests have ended. Where nothing happens, hanging calls are answered, and a request without
+        files makes those go on that wait behind a dialog that nobody sees any more: Known behaviour 59."""
+        processes = self._device.processes
+        for _ in range(int(60 / PATIENCE)):
+            if processes.happens(self._has_ended, PATIENCE, 'the end of a round'):
+                return
+            if not self._answer_hanging() and self._waits_for_installation_alone():
+                self._start(0, 'installFiles', '(asb)', [], False)
+                self._installations += 1
+        raise SoakFailed(f'this round does not end: {self._round}; {self._state()}')
+
+    def _answer_hanging(self):
+        answered = False
+        for name in METHODS:
+            if self._device.is_well(name):
+                for method in self._direct(name, 'hanging') or ():
+                    self._direct(name, 'release', method, 0)
+                    answered = True
+        return answered
+
+    def _has_ended(self):
+        self._log.read()
+        return (all(call.answered for call in self._calls) and self._installed() >= self._installations
+                and self._removals_have_ended())
+
+    def _installed(self):
+        return len(self._device.signals.arguments('installFinished'))
+
+    def _removals_have_ended(self):
+        log = self._log
+        return (log.transactions == 0 and all(log.ended[name] >= count for name, count in log.started.items())
+                and self._open_launchers() <= log.started[OWNER])
+
+    def _open_launchers(self):
+        """The number of launchers of which neither the package manager nor the Android support has heard."""
+        asked = {call.arguments[0] for call in self._device.peer('android-support').seen if call.method == 'removeFile'}
+        return sum(not self._log.started[name] and path not in asked | self._log.not_removed
+                   for path, name in self._launchers.items())
+
+    def _waits_for_installation_alone(self):
+        return all(call.answered for call in self._calls) and self._removals_have_ended()
+
+    def _check(self):
+        device = self._device
+        device.service.barrier()
+        self._log.read()
+        for call in self._calls:
+            call.wait()
+        installed = device.signals.arguments('installFinished')
+        removed = device.signals.arguments('removalFinished')
+        most_reports = MOST_REPORTS if self._fails('package-kit') else 1
+        problems = [
+            *(f'installFinished {outcome}' for outcome in installed if not self._is_allowed(*outcome)),
+            *(f'in the log: {line}' for line in self._log.unusual),
+            *(f'{name} started {count} times and ended {self._log.ended[name]} times'
+              for name, count in self._log.started.items()
+              if not count <= self._log.ended[name] <= most_reports * count),
+            *(f'{name} has not been started' for step in self._round.steps if isinstance(step, Remove)
+              for name in step.names if self._log.started[name] != 1),
+            *(f'{path} is still there' for path in self._own_launchers if Path(path).exists()),
+            *(f'removalFinished {outcome}' for outcome in removed if not self._may_be_told(*outcome)),
+        ]
+        if len(installed) != self._installations:
+            problems.append(f'{len(installed)} outcomes of {self._installations} installations')
+        if len(removed) != self._log.ended.total():
+            problems.append(f'{len(removed)} outcomes of removals, but {self._log.ended.total()} in the log')
+        if problems:
+            raise SoakFailed('\n'.join([f'not allowed in {self._round}:', *problems]))
+        self.outcomes.update(f'installation: {"success" if success else "failure"}' for success, _ in installed)
+        self.outcomes.update(f'removal: {"success" if success else "failure"}' for success, _ in removed)
+
+    def _fails(self, *peers):
+        """Whether one of these peers fails in the round."""
+        return any(isinstance(step, FAULTS) and step.peer in peers for step in self._round.steps)
+
+    def _may_be_told(self, success, text):
+        """Whether a removal may end so."""
+        return not text if success else bool(text) and self._fails('package-manager', 'package-kit')
+
+    def _is_allowed(self, success, text):
+        """Whether a request for an installation may end so."""
+        if self._round.kind == 'forbidden':
+            return (success, text) == (False, FORBIDDEN)
+        if success:
+            return not text
+        lines = text.split('\n')
+        if self._round.kind in ('asking', 'alone') and CANCELLED in lines:
+            # It replaces the lines before it: Known behaviour 51.
+            lines = lines[1:] if lines[0] == CANCELLED else ['']
+        return all(FAILED.fullmatch(line) and self._fails('package-manager') for line in lines)
+
+    def _repair(self):
+        """All peers are well, and nothing is planned for them."""
+        for name, methods in METHODS.items():
+            for method in methods:
+                if self._device.is_well(name):
+                    self._direct(name, 'restore', method)
+        self._answer_hanging()
+        for step in self._round.steps:
+            if isinstance(step, FAULTS):
+                self._revive(step.peer)
+
+    def _state(self):
+        return (f'{sum(not call.answered for call in self._calls)} calls without reply, {self._installed()} of '
+                f'{self._installations} installations, {self._log.transactions} transactions, '
+                f'{self._log.started - self._log.ended} removals, {self._open_launchers()} launchers')
