@@ -34,9 +34,14 @@ private Q_SLOTS:
         QTest::newRow("home") << "~/a.rpm"_s << QString();
         QTest::newRow("web") << "http://example.org/a.rpm"_s << QString();
         QTest::newRow("empty") << QString() << QString();
+        QTest::newRow("two slashes") << "//tmp/a.rpm"_s << "//tmp/a.rpm"_s;
+        QTest::newRow("two slashes, capitals") << "//Tmp/A.rpm"_s << "//tmp/A.rpm"_s;
+        QTest::newRow("two slashes, a number") << "//1/a.rpm"_s << "//0.0.0.1/a.rpm"_s;
+        QTest::newRow("two slashes, a bracket") << "//[/a.rpm"_s << QString();
+        QTest::newRow("three slashes") << "///tmp/a.rpm"_s << QString();
     }
 
-    // Known behaviour 7.
+    // Known behaviour 7, 78.
     void convertsToLocalFiles()
     {
         QFETCH(QString, fileUrl);
