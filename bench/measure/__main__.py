@@ -1,9 +1,14 @@
 # SPDX-FileCopyrightText: velmora-installationhandler contributors
 # SPDX-License-Identifier: BSD-3-Clause
-"""measure [NAME]...: takes these figures, or all, and prints them as one table."""
+"""Takes some figures, or all, prints them as one table, and writes them to a file if one is wanted."""
 
+import argparse
+import json
 import os
 import sys
+from dataclasses import asdict
+from itertools import chain
+from pathlib import Path
 
 from . import companion, dialog, idle, installation, lookup, reads, removal, startup, wayland
 from .figure import table
@@ -21,14 +26,21 @@ GROUPS = {
 }
 
 
-def main(names):
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument('names', nargs='*')
+    parser.add_argument('--json', type=Path)
+    options = parser.parse_args()
     os.environ['QT_QPA_PLATFORM'] = 'offscreen'
-    rows = []
+    summaries = {}
     for name, figures in GROUPS.items():
-        if not names or name in names:
+        if not options.names or name in options.names:
             print(f'measuring: {name}', file=sys.stderr, flush=True)
-            rows += figures()
-    print(table(rows))
+            summaries[name] = [figure.summary() for figure in figures()]
+    print(table(chain.from_iterable(summaries.values())))
+    if options.json:
+        written = {name: list(map(asdict, group)) for name, group in summaries.items()}
+        options.json.write_text(json.dumps(written, indent=1), encoding='utf-8')
 
 
-main(sys.argv[1:])
+main()

@@ -5,6 +5,36 @@
 from dataclasses import dataclass
 from statistics import median
 
+MET = 'met'
+
+
+@dataclass
+class Summary:
+    """Medians of samples, for a line of the table and for other programs."""
+
+    name: str
+    unit: str
+    product: float
+    compared: float | None
+    ratio: float | None  # without one the verdict is about the product's own value
+    spread: tuple | None
+    limit: float | None
+
+    @property
+    def verdict(self):
+        if self.limit is None:
+            return ''
+        return MET if (self.product if self.ratio is None else self.ratio) <= self.limit else 'MISSED'
+
+    def cells(self):
+        compared = '' if self.compared is None else number(self.compared)
+        ratio = '' if self.ratio is None else f'{self.ratio:.3f}'
+        spread = '–'.join(map(number, self.spread or ()))
+        return [f'{self.name}, {self.unit}', number(self.product), compared, ratio, spread, self._bar(), self.verdict]
+
+    def _bar(self):
+        return '' if self.limit is None else f'≤ {self.limit:g}{"" if self.ratio is None else " ×"}'
+
 
 @dataclass
 class Ratio:
@@ -18,11 +48,10 @@ class Ratio:
     limit: float | None
     ratios: list = None  # unless they are just those of the samples
 
-    def cells(self):
+    def summary(self):
         ratios = self.ratios or quotients(self.samples, self.compared)
-        ratio = median(ratios)
-        return [f'{self.name}, {self.unit}', number(median(self.samples)), number(median(self.compared)),
-                f'{ratio:.3f}', middle_half(ratios), bar(self.limit, ' ×'), verdict(ratio, self.limit)]
+        return Summary(self.name, self.unit, median(self.samples), median(self.compared), median(ratios),
+                       middle_half(ratios), self.limit)
 
 
 @dataclass
@@ -35,31 +64,20 @@ class Value:
     floor: list
     limit: float
 
-    def cells(self):
-        value = median(self.samples)
-        return [f'{self.name}, {self.unit}', number(value), number(median(self.floor)) if self.floor else '', '',
-                middle_half(self.samples), bar(self.limit), verdict(value, self.limit)]
+    def summary(self):
+        return Summary(self.name, self.unit, median(self.samples), median(self.floor) if self.floor else None, None,
+                       middle_half(self.samples), self.limit)
 
 
 def quotients(samples, others):
     return [sample / other for sample, other in zip(samples, others)]
 
 
-def bar(limit, unit=''):
-    return '' if limit is None else f'≤ {limit:g}{unit}'
-
-
-def verdict(value, limit):
-    if limit is None:
-        return ''
-    return 'met' if value <= limit else 'MISSED'
-
-
 def middle_half(samples):
-    """The range between the quartiles; of fewer than four samples the whole range."""
+    """The quartiles; of fewer than four samples the ends of the whole range."""
     ordered = sorted(samples)
     rest = len(ordered) // 4
-    return f'{number(ordered[rest])}–{number(ordered[-1 - rest])}' if len(ordered) > 1 else ''
+    return (ordered[rest], ordered[-1 - rest]) if len(ordered) > 1 else None
 
 
 def number(value):
@@ -69,9 +87,9 @@ def number(value):
 HEADER = ['figure', 'product', 'compared', 'ratio', 'spread', 'bar', '']
 
 
-def table(rows):
-    """The rows as one text, a line each, columns aligned."""
-    cells = [HEADER] + [row.cells() for row in rows]
+def table(summaries):
+    """The summaries as one text, a line each, columns aligned."""
+    cells = [HEADER] + [summary.cells() for summary in summaries]
     widths = [max(len(line[column]) for line in cells) for column in range(len(HEADER))]
     lines = []
     for line in cells:
