@@ -1,0 +1,76 @@
+# SPDX-FileCopyrightText: velmora-installationhandler contributors
+# SPDX-License-Identifier: BSD-3-Clause
+"""The charts of the page: which figures of the benchmarks are in which chart."""
+
+from dataclasses import dataclass
+
+from bench.measure.figure import number
+
+from .markdown import counted
+
+PRODUCT, FLOOR, RATIO, BAR = 'product', 'floor', 'ratio', 'bar'
+DIGITS = {PRODUCT: number, FLOOR: number, RATIO: '{:.3f}'.format, BAR: '{:g}'.format}
+
+
+@dataclass
+class Row:
+    """One figure: a value for each series of the chart, or None, and the middle half of the measured ratios."""
+
+    label: str
+    values: list
+    spread: list | None = None
+
+
+@dataclass
+class Chart:
+    """Figures with the same unit, one below the other."""
+
+    name: str
+    title: str
+    axis: str
+    is_logarithmic: bool
+    series: list
+    rows: list
+
+    def texts(self, row):
+        """The values of a row as they stand beside it."""
+        return ['' if value is None else DIGITS[series](value) for series, value in zip(self.series, row.values)]
+
+    def description(self):
+        """Instead of the picture."""
+        return f'Chart of {counted(len(self.rows), "figure")}: {" and ".join(self.series)}, as in the table below'
+
+
+def charts(figures):
+    """All charts that have at least one figure."""
+    rows = [row for group in figures.values() for row in group]
+    made = [
+        values('latency', 'Latency', 'milliseconds, logarithmic', rows, 'ms', is_logarithmic=True),
+        ratios(rows),
+        values('memory', 'Memory of an idle service', 'MiB', rows, 'MiB'),
+        values('growth', 'Memory gained by each request', 'KiB', rows, 'KiB'),
+    ]
+    return [chart for chart in made if chart.rows]
+
+
+def values(name, title, axis, rows, unit, is_logarithmic=False):
+    """Product and floor. Those that compare the product with itself are not among them."""
+    shown = [Row(row['name'], [row['product'], row['compared'], row['limit'] if row['ratio'] is None else None])
+             for row in rows if row['unit'] == unit and ' against ' not in row['name']]
+    return without_empty_series(Chart(name, title, axis, is_logarithmic, [PRODUCT, FLOOR, BAR], shown))
+
+
+def ratios(rows):
+    """All that is held against a bar as a ratio."""
+    shown = [Row(row['name'], [row['ratio'], row['limit']], row['spread']) for row in rows
+             if row['ratio'] is not None and row['limit'] is not None]
+    return Chart('ratios', 'Ratios and their bars', 'ratio to the floor, or to an earlier part of the same run', False,
+                 [RATIO, BAR], shown)
+
+
+def without_empty_series(chart):
+    used = [index for index in range(len(chart.series)) if any(row.values[index] is not None for row in chart.rows)]
+    chart.series = [chart.series[index] for index in used]
+    for row in chart.rows:
+        row.values = [row.values[index] for index in used]
+    return chart
