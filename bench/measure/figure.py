@@ -7,6 +7,10 @@ from statistics import median
 
 MET = 'met'
 
+# What a figure stands beside, unless it is the name of another program.
+FLOOR = 'floor'
+ITSELF = 'itself'
+
 
 @dataclass
 class Summary:
@@ -19,6 +23,7 @@ class Summary:
     ratio: float | None  # without one the verdict is about the product's own value
     spread: tuple | None
     limit: float | None
+    beside: str
 
     @property
     def verdict(self):
@@ -47,11 +52,12 @@ class Ratio:
     compared: list
     limit: float | None
     ratios: list = None  # unless they are just those of the samples
+    beside: str = FLOOR
 
     def summary(self):
         ratios = self.ratios or quotients(self.samples, self.compared)
         return Summary(self.name, self.unit, median(self.samples), median(self.compared), median(ratios),
-                       middle_half(ratios), self.limit)
+                       middle_half(ratios), self.limit, self.beside)
 
 
 @dataclass
@@ -66,7 +72,7 @@ class Value:
 
     def summary(self):
         return Summary(self.name, self.unit, median(self.samples), median(self.floor) if self.floor else None, None,
-                       middle_half(self.samples), self.limit)
+                       middle_half(self.samples), self.limit, FLOOR)
 
 
 def quotients(samples, others):

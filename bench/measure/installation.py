@@ -6,7 +6,7 @@ from statistics import median
 
 from harness.client import Client
 
-from .figure import Ratio
+from .figure import ITSELF, Ratio
 from .packages import folder_of
 from .programs import PEERS, PRODUCT, PROCESSES, SYSTEM, running, stopwatch
 from .requests import GROWTH_LIMIT, HUNDRED, Requests
@@ -31,7 +31,7 @@ def thousand_files():
         transactions = [first_and_last() for _ in range(ROUNDS)]
     firsts, lasts = zip(*transactions)
     return Ratio(f'{FILES:,} files: last hundred against the first', 'ms', [*lasts, *lasts[:-1]],
-                 [*firsts, *firsts[1:]], GROWTH_LIMIT)
+                 [*firsts, *firsts[1:]], GROWTH_LIMIT, beside=ITSELF)
 
 
 def first_and_last():

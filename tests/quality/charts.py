@@ -4,12 +4,12 @@
 
 from dataclasses import dataclass
 
-from bench.measure.figure import number
+from bench.measure.figure import FLOOR, ITSELF, number
 
 from .markdown import counted
 
-PRODUCT, FLOOR, RATIO, BAR = 'product', 'floor', 'ratio', 'bar'
-DIGITS = {PRODUCT: number, FLOOR: number, RATIO: '{:.3f}'.format, BAR: '{:g}'.format}
+PRODUCT, PEER, RATIO, BAR = 'product', 'peer', 'ratio', 'bar'
+DIGITS = {PRODUCT: number, FLOOR: number, PEER: number, RATIO: '{:.3f}'.format, BAR: '{:g}'.format}
 
 
 @dataclass
@@ -38,26 +38,29 @@ class Chart:
 
     def description(self):
         """Instead of the picture."""
-        return f'Chart of {counted(len(self.rows), "figure")}: {" and ".join(self.series)}, as in the table below'
+        return f'Chart of {counted(len(self.rows), "figure")}: {", ".join(self.series)}, as in the table below'
 
 
 def charts(figures):
     """All charts that have at least one figure."""
     rows = [row for group in figures.values() for row in group]
+    beside_floor = [row for row in rows if row['beside'] == FLOOR]
+    beside_peers = [row for row in rows if row['beside'] not in (FLOOR, ITSELF)]
     made = [
-        values('latency', 'Latency', 'milliseconds, logarithmic', rows, 'ms', is_logarithmic=True),
+        values('latency', 'Latency', 'milliseconds, logarithmic', beside_floor, 'ms', is_logarithmic=True),
         ratios(rows),
-        values('memory', 'Memory of an idle service', 'MiB', rows, 'MiB'),
-        values('growth', 'Memory gained by each request', 'KiB', rows, 'KiB'),
+        values('peers', 'Latency beside other clients', 'milliseconds', beside_peers, 'ms', other=PEER),
+        values('memory', 'Memory of an idle service', 'MiB', beside_floor, 'MiB'),
+        values('growth', 'Memory gained by each request', 'KiB', beside_floor, 'KiB'),
     ]
     return [chart for chart in made if chart.rows]
 
 
-def values(name, title, axis, rows, unit, is_logarithmic=False):
-    """Product and floor. Those that compare the product with itself are not among them."""
+def values(name, title, axis, rows, unit, is_logarithmic=False, other=FLOOR):
+    """The product beside another program."""
     shown = [Row(row['name'], [row['product'], row['compared'], row['limit'] if row['ratio'] is None else None])
-             for row in rows if row['unit'] == unit and ' against ' not in row['name']]
-    return without_empty_series(Chart(name, title, axis, is_logarithmic, [PRODUCT, FLOOR, BAR], shown))
+             for row in rows if row['unit'] == unit]
+    return without_empty_series(Chart(name, title, axis, is_logarithmic, [PRODUCT, other, BAR], shown))
 
 
 def ratios(rows):

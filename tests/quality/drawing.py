@@ -11,7 +11,9 @@ from matplotlib.backends.backend_svg import FigureCanvasSVG
 from matplotlib.figure import Figure
 from matplotlib.ticker import FuncFormatter, MaxNLocator
 
-from .charts import BAR, FLOOR, PRODUCT, RATIO
+from bench.measure.figure import FLOOR
+
+from .charts import BAR, PEER, PRODUCT, RATIO
 
 
 @dataclass
@@ -22,15 +24,16 @@ class Palette:
     text: str
     lines: str
     product: str
-    floor: str
+    other: str
 
 
 PALETTES = {
     'light': Palette('#ffffff', '#1f2328', '#d0d7de', '#0072b2', '#d55e00'),
     'dark': Palette('#0d1117', '#e6edf3', '#30363d', '#56b4e9', '#e69f00'),
 }
-# The floor's sign is hollow, so that it hides nothing.
-MARKERS = {PRODUCT: ('o', 5, 'full'), RATIO: ('o', 5, 'full'), FLOOR: ('D', 6, 'none'), BAR: ('|', 11, 'full')}
+# The sign of another program is hollow, so that it hides nothing.
+OTHER = ('D', 6, 'none')
+MARKERS = {PRODUCT: ('o', 5, 'full'), RATIO: ('o', 5, 'full'), FLOOR: OTHER, PEER: OTHER, BAR: ('|', 11, 'full')}
 
 # Inches, and points of letters.
 WIDTH, LABELS, PLOT, COLUMN = 9.6, 3.65, 3.4, 0.8
@@ -119,7 +122,8 @@ class Drawing:
                         alpha=0.6)
 
     def _color(self, series):
-        return {FLOOR: self._palette.floor, BAR: self._palette.text}.get(series, self._palette.product)
+        palette = self._palette
+        return {FLOOR: palette.other, PEER: palette.other, BAR: palette.text}.get(series, palette.product)
 
     def _column(self, index):
         return (LABELS + PLOT + COLUMN * (index + 1)) / WIDTH

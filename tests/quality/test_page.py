@@ -24,11 +24,13 @@ FIGURES = {
     'faults': {'installation': {'mce': 30, 'policy file': 12}, 'removal': {'mce': 4}},
     'bench': {'startup': [
         {'name': 'time to name owned', 'unit': 'ms', 'product': 12.1, 'compared': 11.6, 'ratio': 1.034,
-         'spread': [1.02, 1.05], 'limit': 1.15},
+         'spread': [1.02, 1.05], 'limit': 1.15, 'beside': 'floor'},
         {'name': 'last against the first', 'unit': 'ms', 'product': 3.0, 'compared': 2.0, 'ratio': 1.5, 'spread': None,
-         'limit': 1.1},
+         'limit': 1.1, 'beside': 'itself'},
+        {'name': 'a call', 'unit': 'ms', 'product': 6.0, 'compared': 8.0, 'ratio': 0.75, 'spread': None, 'limit': None,
+         'beside': 'gdbus call'},
         {'name': 'wake-ups', 'unit': 'times', 'product': 0, 'compared': None, 'ratio': None, 'spread': None,
-         'limit': 0},
+         'limit': 0, 'beside': 'floor'},
     ]},
 }
 
@@ -70,12 +72,14 @@ def test_each_part_tells_its_figures(tmp_path):
 
 
 def test_charts_have_the_figures_of_one_unit():
-    latency, ratios = charts(FIGURES['bench'])
+    latency, ratios, peers = charts(FIGURES['bench'])
     assert latency.series == ['product', 'floor']
     assert [(row.label, latency.texts(row)) for row in latency.rows] == [('time to name owned', ['12.1', '11.6'])]
     assert ratios.series == ['ratio', 'bar']
     assert [(row.label, ratios.texts(row), row.spread) for row in ratios.rows] == [
         ('time to name owned', ['1.034', '1.15'], [1.02, 1.05]), ('last against the first', ['1.500', '1.1'], None)]
+    assert peers.series == ['product', 'peer']
+    assert [(row.label, peers.texts(row)) for row in peers.rows] == [('a call', ['6', '8'])]
 
 
 def test_page_shows_each_chart_on_both_backgrounds():
@@ -84,7 +88,7 @@ def test_page_shows_each_chart_on_both_backgrounds():
 
 
 def test_chart_says_what_it_is_drawn_from():
-    chart, other = charts(FIGURES['bench'])
+    chart, other, _ = charts(FIGURES['bench'])
     text = chartfiles.with_comment('<?xml version="1.0"?>\n<svg d="M 0 0 \nz"/>\n', chart)
     assert chartfiles.recorded_digest(text) == chartfiles.digest(chart) != chartfiles.digest(other)
     assert 'M 0 0\nz' in text
