@@ -47,3 +47,8 @@ QDBusConnection Bus::monitorConnection()
 {
     return QDBusConnection(monitorName());
 }
+
+bool Bus::hasAnswered(const QDBusError &error)
+{
+    return error.type() != QDBusError::NoReply && error.type() != QDBusError::Disconnected;
+}

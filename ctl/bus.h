@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusError>
 
 /** The connections to the session bus: one to call the service, and one that can become a monitor. */
 namespace Bus {
@@ -21,5 +22,8 @@ State connect(bool needsMonitor, int seconds);
 
 QDBusConnection connection();
 QDBusConnection monitorConnection();
+
+/** Whether the bus has answered a call, be it by an error. A bus that ends leaves calls without an answer. */
+bool hasAnswered(const QDBusError &error);
 
 }

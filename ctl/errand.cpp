@@ -58,8 +58,11 @@ void Errand::start()
 
 void Errand::prepare()
 {
+    connect(&m_service, &Service::busLost, this, &Errand::handleBusLost);
     connect(&m_service, &Service::listening, this, &Errand::handlePrepared);
-    connect(&m_callMonitor, &CallMonitor::started, this, &Errand::handlePrepared);
+    // A bus that ends closes the two connections one after the other. The last call of the preparation goes over the
+    // connection of the requests, so there is no request if that one is closed later.
+    connect(&m_callMonitor, &CallMonitor::started, &m_runs, &RunQueue::enter);
     connect(&m_runs, &RunQueue::entered, this, [this] {
         if (m_runs.hasEarlier()) {
             m_others.assumeAll();
@@ -68,7 +71,6 @@ void Errand::prepare()
     });
     m_service.listen();
     m_callMonitor.start();
-    m_runs.enter();
 }
 
 void Errand::handlePrepared()
@@ -76,6 +78,15 @@ void Errand::handlePrepared()
     --m_preparations;
     if (m_preparations == 0 && !m_hasEnded) {
         startNext();
+    }
+}
+
+void Errand::handleBusLost()
+{
+    // A request knows what this means for it.
+    if (!m_request && !m_hasEnded) {
+        showResult(Results::busGone());
+        end();
     }
 }
 

@@ -38,6 +38,7 @@ Q_SIGNALS:
 private:
     void prepare();
     void handlePrepared();
+    void handleBusLost();
     void handleTimeout(int seconds);
     void startNext();
     State firstState() const;
@@ -61,9 +62,9 @@ private:
     OtherRequests m_others;
     QScopedPointer<Request, QScopedPointerDeleteLater> m_request;
     QTimer m_timeout;
-    // The number of preparations that have not ended: to receive signals, to see the calls of others, and to have a
-    // place among the runs of this program.
-    int m_preparations = 3;
+    // The number of preparations that have not ended: to receive signals, and, after the calls of others can be seen,
+    // to have a place among the runs of this program.
+    int m_preparations = 2;
     // The number of subjects whose results have been shown, and so the index of the current one.
     int m_shown = 0;
     int m_signal = 0;

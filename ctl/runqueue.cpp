@@ -3,6 +3,8 @@
 
 #include "runqueue.h"
 
+#include "bus.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -29,7 +31,9 @@ void RunQueue::enter()
     const auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *answered) {
         const QDBusPendingReply<uint> reply = *answered;
-        m_hasEarlier = !reply.isError() && reply.value() == InQueue;
-        emit entered();
+        if (Bus::hasAnswered(reply.error())) {
+            m_hasEarlier = !reply.isError() && reply.value() == InQueue;
+            emit entered();
+        }
     });
 }

@@ -3,6 +3,7 @@
 
 #include "service.h"
 
+#include "bus.h"
 #include "busnames.h"
 
 #include <QDBusPendingCallWatcher>
@@ -64,7 +65,12 @@ void Service::watchOwner()
     const auto *answer = new QDBusPendingCallWatcher(m_bus.asyncCall(ask(QStringLiteral("GetNameOwner"))), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *answered) {
         const QDBusPendingReply<QString> reply = *answered;
-        handleOwner(reply.isError() ? QString() : reply.value());
+        if (Bus::hasAnswered(reply.error())) {
+            handleOwner(reply.isError() ? QString() : reply.value());
+        } else if (reply.error().type() == QDBusError::Disconnected) {
+            // The bus may have gone before listen().
+            emit busLost();
+        }
     });
 }
 

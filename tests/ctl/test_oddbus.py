@@ -143,8 +143,9 @@ class GreetingBus:
         """`answered` are the values of the answers, by method."""
         self._answered = answered
         self._connections = []
-        # The connection and the answer of each call that has not been answered.
-        self.late = []
+        # The connection and the message of each call that has not been answered.
+        self._unanswered = []
+        self.falls_silent = False
         self._server = Gio.DBusServer.new_sync(f'unix:path={path}', Gio.DBusServerFlags.NONE, Gio.dbus_generate_guid(), None,
                                                None)
         path.chmod(0o666)
@@ -154,8 +155,22 @@ class GreetingBus:
     def stop(self):
         """Ends it."""
         self._server.stop()
-        for connection in self._connections:
-            connection.close()
+        while self._connections:
+            self.close_first()
+
+    def close_first(self):
+        """Closes the connection that was made first."""
+        self._connections.pop(0).close()
+
+    def waiting(self, method):
+        """The number of calls of this method that have not been answered."""
+        return sum(message.get_member() == method for _, message in self._unanswered)
+
+    def answer_late(self, method):
+        """Answers such calls after all."""
+        for connection, message in self._unanswered:
+            if message.get_member() == method:
+                self._answer(connection, message, PREPARED[method])
 
     def _connected(self, _server, connection):
         self._connections.append(connection)
@@ -166,18 +181,29 @@ class GreetingBus:
         """Runs in the connection's own thread."""
         if not incoming:
             return message
+        if message.get_member() in self._answered and not self.falls_silent:
+            self._answer(connection, message, self._answered[message.get_member()])
+        else:
+            self._unanswered.append((connection, message))
+            GLib.MainContext.default().wakeup()
+        return None
+
+    @staticmethod
+    def _answer(connection, message, values):
         reply = message.new_method_reply()
         reply.set_sender('org.freedesktop.DBus')
-        if message.get_member() in self._answered:
-            reply.set_body(self._answered[message.get_member()])
-            connection.send_message(reply, Gio.DBusSendMessageFlags.NONE)
-        else:
-            self.late.append((connection, reply))
-        return None
+        reply.set_body(values)
+        connection.send_message(reply, Gio.DBusSendMessageFlags.NONE)
 
 
 GREETED = {'Hello': GLib.Variant('(s)', (':1.1',))}
-PREPARED = {**GREETED, 'GetNameOwner': GLib.Variant('(s)', (':1.99',)), 'RequestName': GLib.Variant('(u)', (1,))}
+PREPARED = {**GREETED, 'BecomeMonitor': GLib.Variant('()', ()), 'GetNameOwner': GLib.Variant('(s)', (':1.99',)),
+            'RequestName': GLib.Variant('(u)', (1,))}
+
+
+def without(method):
+    """The answers that prepare a request, but one."""
+    return {name: values for name, values in PREPARED.items() if name != method}
 
 
 @pytest.mark.parametrize('greets', [False, True])
@@ -197,15 +223,43 @@ def test_bus_that_stops_at_the_greeting(ctl, files, there, greets):
 
 def test_bus_that_answers_when_the_time_is_over(ctl, files, there):
     """Nothing is requested any more."""
-    bus = GreetingBus(files / 'bus', PREPARED)
+    bus = GreetingBus(files / 'bus', without('RequestName'))
     names = [f'name{number}' for number in range(2000)]
     run = ctl.start('remove', '--json', '--timeout=1', *names, **there)
     run.wait_line('"result"')
-    for connection, answer_of_bus in bus.late:
-        connection.send_message(answer_of_bus, Gio.DBusSendMessageFlags.NONE)
+    bus.answer_late('RequestName')
     assert run.wait()[::2] == (69, [SILENT, 'velmora-installctl: not requested: 1999 of 2000'])
     assert [made['event'] for made in run.objects()] == [*('result' for _ in names), 'end']
     bus.stop()
+
+
+GONE = [f'velmora-installctl: {text}' for text in ('the session bus went away', 'not requested: 1 of 2')]
+
+
+@pytest.mark.parametrize('method', sorted(set(PREPARED) - set(GREETED)))
+def test_end_before_the_first_request(processes, ctl, files, there, method):
+    """Nothing has been requested."""
+    bus = GreetingBus(files / 'bus', without(method))
+    run = ctl.start('install', 'a', 'b', **there)
+    processes.wait_until(lambda: bus.waiting(method), f'call of {method}')
+    bus.stop()
+    assert run.wait() == (69, [], GONE)
+
+
+def test_end_of_one_connection_after_the_other(processes, ctl, files, there):
+    """The first one is that for the calls of others. Nothing has been requested over the second one before it closes too."""
+    bus = GreetingBus(files / 'bus', without('BecomeMonitor'))
+    runs = []
+    # While the second one starts, the first one does all that it can.
+    for count in (1, 2):
+        runs.append(ctl.start('install', 'a', 'b', **there))
+        processes.wait_until(lambda: bus.waiting('BecomeMonitor') == count, 'call of BecomeMonitor')
+    bus.falls_silent = True
+    bus.close_first()
+    processes.wait_until(lambda: bus.waiting('RequestName') or bus.waiting('installFiles'), 'next call')
+    bus.stop()
+    for run in runs:
+        assert run.wait() == (69, [], GONE)
 
 
 def test_no_bus(ctl, files):
