@@ -12,10 +12,11 @@ _velmora_installctl_words() {
 }
 
 _velmora_installctl() {
-    local word=$2 previous=$3 command='' position
+    local word=$2 previous=$3 command='' launcher='' position
     for ((position = 1; position < COMP_CWORD; position++)); do
         case ${COMP_WORDS[position]} in
-            install | remove | monitor) command=${COMP_WORDS[position]}; break ;;
+            install | remove | monitor) command=${command:-${COMP_WORDS[position]}} ;;
+            --launcher) launcher=given ;;
         esac
     done
 
@@ -27,14 +28,14 @@ _velmora_installctl() {
     fi
 
     local all='--timeout --json --help' waiting='--no-wait --quiet'
-    case $previous:$command:$word in
+    case $previous:$command$launcher:$word in
         --launcher:*) _velmora_installctl_files desktop "$word" ;;
         --timeout:*) ;;
         *::-*) _velmora_installctl_words "$all --quiet --version" "$word" ;;
         *::*) _velmora_installctl_words 'install remove monitor' "$word" ;;
         *:install:-*) _velmora_installctl_words "--sdk --keep-user-data --notify $waiting $all" "$word" ;;
         *:install:*) _velmora_installctl_files rpm "$word" ;;
-        *:remove:-*) _velmora_installctl_words "--launcher --keep-user-data $waiting $all" "$word" ;;
+        *:remove*:-*) _velmora_installctl_words "--launcher --keep-user-data $waiting $all" "$word" ;;
         *:remove:*) _velmora_installctl_words "$(rpm -qa --queryformat '%{NAME}\n' 2>/dev/null)" "$word" ;;
         *:monitor:-*) _velmora_installctl_words "$all" "$word" ;;
     esac

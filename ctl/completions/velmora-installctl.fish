@@ -5,8 +5,17 @@ function __velmora_installctl_before
     not __fish_seen_subcommand_from install remove monitor
 end
 
+function __velmora_installctl_names_are_wanted
+    __fish_seen_subcommand_from remove; and not string match --quiet -- '--launcher*' (commandline -opc)
+end
+
 function __velmora_installctl_names
     rpm -qa --queryformat '%{NAME}\n' 2>/dev/null
+end
+
+# The file may be a word of its own, or follow the option and "=".
+function __velmora_installctl_launchers
+    __fish_complete_suffix (commandline -ct | string replace --regex -- '^--launcher=' '') .desktop
 end
 
 complete -c velmora-installctl -f
@@ -28,6 +37,6 @@ complete -c velmora-installctl -n '__fish_seen_subcommand_from install' -l sdk -
 complete -c velmora-installctl -n '__fish_seen_subcommand_from install' -l notify -d 'also show desktop notifications'
 complete -c velmora-installctl -n '__fish_seen_subcommand_from install' -k -a '(__fish_complete_suffix .rpm)'
 
-complete -c velmora-installctl -n '__fish_seen_subcommand_from remove' -l launcher -r -k \
-    -a '(__fish_complete_suffix .desktop)' -d 'remove the application of a launcher'
-complete -c velmora-installctl -n '__fish_seen_subcommand_from remove' -a '(__velmora_installctl_names)'
+complete -c velmora-installctl -n '__fish_seen_subcommand_from remove' -l launcher -x -k \
+    -a '(__velmora_installctl_launchers)' -d 'remove the application of a launcher'
+complete -c velmora-installctl -n __velmora_installctl_names_are_wanted -a '(__velmora_installctl_names)'

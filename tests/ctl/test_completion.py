@@ -32,6 +32,9 @@ TYPED = {
     'remove hel': '<remove><hello-world>', 'remove hello-world oth': '<remove><hello-world><other>', 'remove tw': '<remove><tw>',
     'remove --no-w': '<remove><--no-wait>', 'remove --la': '<remove><--launcher>', 'remove --q': '<remove><--quiet>', 'monitor hel': '<monitor><hel>',
     'remove --launcher ap': '<remove><--launcher><app.desktop>', 'remove --launcher=ap': '<remove><--launcher=app.desktop>',
+    'remove --launcher app.desktop oth': '<remove><--launcher><app.desktop><oth>',
+    'remove --launcher=app.desktop oth': '<remove><--launcher=app.desktop><oth>',
+    'remove --launcher app.desktop --no-w': '<remove><--launcher><app.desktop><--no-wait>',
     'install --timeout tw': '<install><--timeout><tw>',
     'monitor --sd': '<monitor><--sd>', 'monitor --q': '<monitor><--q>', '--qui': '<--quiet>',
 }
@@ -70,6 +73,37 @@ def test_typed_words(processes, files, packages, command, preparation):
     processes.wait_end(terminal.process)
     terminal.close()
     assert dict(zip(TYPED, words.read_text().splitlines())) == TYPED
+
+
+@pytest.fixture
+def fish(processes, files):
+    """What fish offers in the place of the last word."""
+    def complete(typed):
+        command = [
+            SESSION,
+            'LANG=C.UTF-8',
+            'fish',
+            '-c',
+            f'cd {files}; complete -C $argv[1]',
+            f'velmora-installctl {typed}']
+        return [line.partition('\t')[0] for line in processes.run('fish', command).splitlines()]
+    return complete
+
+
+def test_words_that_fish_offers(packages, fish):
+    """The first one stands for the last word that is typed. Other files than those that are wanted come last."""
+    def complete(typed):
+        *words, last = re.split(r'(?<!\\) ', typed)
+        return ''.join(f'<{word}>' for word in [*words, next(iter(fish(typed)), last)])
+    assert {typed: complete(typed) for typed in TYPED} == TYPED
+
+    for typed, option in ('remove --launcher ', ''), ('remove --launcher=', '--launcher='):
+        offered = fish(typed)
+        assert offered[0] == f'{option}app.desktop'
+        assert f'{option}sub/' in offered
+        assert all(word.startswith(option) and word.count('--launcher') == bool(option) for word in offered)
+    assert fish('remove ') == ['hello-world', 'other']
+    assert fish('remove --launcher app.desktop ') == []
 
 
 def help_options():
