@@ -38,7 +38,7 @@ QByteArray toBytes(const QString &word)
 
 QString toText(const QString &word)
 {
-    return QString::fromUtf8(toBytes(word));
+    return decodeUtf8(toBytes(word));
 }
 
 CommandLine::Command toCommand(const QString &word)
@@ -181,7 +181,7 @@ QString Reader::findWrongSubject() const
     if (!needsSubject && !m_line.subjects.isEmpty()) {
         //: %1 is the word that was given
         //% "%1 is one word too many"
-        return fillIn(qtTrId("installctl-usage-word-too-many"), QString::fromUtf8(m_line.subjects.constFirst()));
+        return fillIn(qtTrId("installctl-usage-word-too-many"), decodeUtf8(m_line.subjects.constFirst()));
     }
     return m_line.command == CommandLine::Remove ? findWrongName() : QString();
 }
@@ -193,6 +193,14 @@ QString Reader::findWrongName() const
         //: An error in a command line
         //% "a name is empty or not UTF-8"
         return qtTrId("installctl-usage-wrong-name");
+    }
+    // QtDBus drops it where the service receives a name, which would then be that of another package.
+    const QString mark(QChar::ByteOrderMark);
+    const auto isMarked = [&mark](const QByteArray &name) { return decodeUtf8(name).startsWith(mark); };
+    if (std::any_of(m_line.subjects.cbegin(), m_line.subjects.cend(), isMarked)) {
+        //: %1 is the code of a character
+        //% "a name must not begin with the character %1"
+        return fillIn(qtTrId("installctl-usage-marked-name"), QStringLiteral("U+FEFF"));
     }
     if (m_line.noWait && m_line.subjects.size() > MostNamesAtOnce) {
         //: %1 is the option --no-wait, %2 a number

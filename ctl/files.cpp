@@ -107,7 +107,7 @@ QString findReadingProblem(const QByteArray &path)
 NamedFile find(const QByteArray &given)
 {
     NamedFile file;
-    file.subject.given = QString::fromUtf8(given);
+    file.subject.given = decodeUtf8(given);
     file.subject.name = file.subject.given;
     const std::optional<QByteArray> path = isUrl(given) ? pathOfUrl(given) : given;
     if (!path) {
@@ -123,7 +123,7 @@ NamedFile find(const QByteArray &given)
     }
     // An empty path names no file, and not the working directory.
     const QByteArray absolute = path->isEmpty() ? QByteArray() : clean(folder + '/' + *path);
-    file.subject.name = QString::fromUtf8(absolute);
+    file.subject.name = decodeUtf8(absolute);
     // The path as it was given: one that ends in a slash is that of a folder.
     file.problem = findProblem(*path);
     if (file.problem.isEmpty() && !readUtf8(absolute)) {

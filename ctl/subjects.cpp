@@ -3,6 +3,8 @@
 
 #include "subjects.h"
 
+#include "utf8.h"
+
 #include <QSet>
 
 namespace {
@@ -17,7 +19,7 @@ QList<NamedFile> findAll(const CommandLine &commandLine)
         if (commandLine.command == CommandLine::Install) {
             found << findPackageFile(given, commandLine.sdk);
         } else {
-            const QString name = QString::fromUtf8(given);
+            const QString name = decodeUtf8(given);
             found << NamedFile{{Subject::Package, name, name, name}, QString()};
         }
     }

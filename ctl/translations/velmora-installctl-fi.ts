@@ -332,6 +332,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>An error</extracomment>
         <translation>tulostetta ei voitu kirjoittaa</translation>
     </message>
+    <message id="installctl-usage-marked-name">
+        <source>a name must not begin with the character %1</source>
+        <extracomment>%1 is the code of a character</extracomment>
+        <translation>nimi ei saa alkaa merkillä %1</translation>
+    </message>
     <message id="installctl-usage-no-command">
         <source>a command is missing</source>
         <extracomment>An error in a command line</extracomment>

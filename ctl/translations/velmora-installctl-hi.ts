@@ -332,6 +332,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>An error</extracomment>
         <translation>आउटपुट लिखा नहीं जा सका</translation>
     </message>
+    <message id="installctl-usage-marked-name">
+        <source>a name must not begin with the character %1</source>
+        <extracomment>%1 is the code of a character</extracomment>
+        <translation>नाम की शुरुआत वर्ण %1 से नहीं होनी चाहिए</translation>
+    </message>
     <message id="installctl-usage-no-command">
         <source>a command is missing</source>
         <extracomment>An error in a command line</extracomment>

@@ -332,6 +332,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>An error</extracomment>
         <translation>de uitvoer kon niet worden geschreven</translation>
     </message>
+    <message id="installctl-usage-marked-name">
+        <source>a name must not begin with the character %1</source>
+        <extracomment>%1 is the code of a character</extracomment>
+        <translation>een naam mag niet met het teken %1 beginnen</translation>
+    </message>
     <message id="installctl-usage-no-command">
         <source>a command is missing</source>
         <extracomment>An error in a command line</extracomment>

@@ -40,6 +40,9 @@ USAGE = [
     *((['install', f'--timeout={value}', 'a'], SECONDS) for value in (
         '', 'x', '-1', '1.5', '1s', '0x10', '2147484', '4294967296', '99999999999999999999', '٣')),
     (['remove', ''], WRONG_NAME), (['remove', 'a', BYTES], WRONG_NAME),
+    *((['remove', *names], 'a name must not begin with the character U+FEFF') for names in (
+        ['\ufeffapp'], ['\ufeff'], ['a', '\ufeff\ufeffb'])),
+    (['\ufeffremove', 'a'], 'there is no command \ufeffremove'),
     (['remove', '--no-wait', *(f'name{number}' for number in range(101))], TOO_MANY),
 ]
 
