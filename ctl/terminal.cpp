@@ -15,7 +15,8 @@ bool Terminal::isAt(std::FILE *stream)
 
 bool Terminal::canChangeLines(std::FILE *stream)
 {
-    return isAt(stream) && qgetenv("TERM") != "dumb";
+    const QByteArray type = qgetenv("TERM");
+    return isAt(stream) && !type.isEmpty() && type != "dumb";
 }
 
 bool Terminal::hasColours(std::FILE *stream)

@@ -83,9 +83,10 @@ def test_plainer_terminals(service, manager, terminal):
         assert bool(COLOUR.search(shown.text())) == (not colours)
         assert [state for state in without_time(shown.states()) if 'removing' in state] == states
 
-    dumb = terminal('remove', 'one', 'two', TERM='dumb')
-    assert dumb.wait_end() == (0, [states[0], outcomes[0], states[1], outcomes[1]])
-    assert '\033' not in dumb.text()
+    for kind in ({'TERM': 'dumb'}, {'TERM': ''}, {'starter': ['env', '-u', 'TERM']}):
+        dumb = terminal('remove', 'one', 'two', **kind)
+        assert dumb.wait_end() == (0, [states[0], outcomes[0], states[1], outcomes[1]])
+        assert '\033' not in dumb.text()
 
     assert terminal('remove', '--quiet', 'app').wait_end() == (0, [])
     objects = terminal('remove', '--json', 'app', columns=400)
