@@ -220,6 +220,13 @@ def test_silence(odd, ctl, files, tmp_path):
         ['failed', 'unrequested', 'interrupted']
 
 
+def test_report_without_a_question(odd, ctl, files):
+    """It is not taken for the end of this request."""
+    odd.plans['a'] = [answer, installed(True, '')]
+    assert ctl('install', '--timeout', '1', 'a', folder=files)[::2] == \
+        (124, ['a: timeout: no outcome within 1 s; the service goes on'])
+
+
 def start_with(session_bus, command):
     """The bus starts the service with a command."""
     session_bus.allow_activation()
