@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The lines and objects of the command "monitor"."""
 
+import json
 import re
 import signal
 
@@ -85,3 +86,21 @@ def test_bus_that_goes(processes, session_bus, ctl):
 
     for run in runs:
         assert run.wait()[::2] == (69, ['velmora-installctl: the session bus went away'])
+
+
+def test_arguments_that_no_method_takes(service, client, ctl):
+    """A call may have any. The manual tells how they are shown."""
+    runs = [ctl.start('monitor', *option) for option in ([], ['--json'])]
+    for run in runs:
+        run.wait_line('run')
+    variant = GLib.Variant('s', 'x')
+    client.start('removePackages', '((is)a{sv}voaiaasavntxtyayd)', (1, 'x'), {'x': variant}, variant, '/x', [1], [['x']],
+                 [variant], -7, 2 ** 53, 2 ** 53 + 1, 2 ** 64 - 1, 65, b'x', 0.5)
+    for run in runs:
+        run.wait_line('removePackages')
+        run.send_signal(signal.SIGINT)
+        assert run.wait().err == []
+    text, objects = runs
+    shown = [None] * 7 + [-7, 2 ** 53, 2 ** 53, 18446744073709552000, 'A', 'x', 0.5]
+    assert text.process.lines()[-1].endswith(f' removePackages({json.dumps(shown, separators=",:")[1:-1]})')
+    assert objects.objects()[-1]['arguments'] == shown
