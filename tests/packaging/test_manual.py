@@ -4,7 +4,6 @@
 
 import re
 import shutil
-import subprocess
 from datetime import datetime
 from pathlib import Path
 from xml.etree import ElementTree
@@ -13,6 +12,7 @@ import documents
 import pytest
 from builds import configuring, run
 from contents import INSTALLED
+from documents import section_of_manual as section
 
 MANUALS = Path('/usr/share/man/man1')
 MANUAL = MANUALS / 'velmora-installationhandler.1'
@@ -20,34 +20,22 @@ COMPANION = 'velmora-installctl'
 DESCRIPTION = Path('/usr/share/dbus-1/interfaces/org.velmoraos.installationhandler.xml')
 
 
-def read(manual):
-    """A page as it is read, in lines of any length, without bold and underlined letters."""
-    done = subprocess.run(['groff', '-man', '-Tutf8', '-ww', '-P-c', '-rLL=10000n', manual], capture_output=True, text=True,
-                          check=True)
-    assert done.stderr == ''
-    return re.sub('.\b', '', done.stdout)
-
-
 @pytest.fixture(scope='module')
 def text():
     """The manual of the service."""
-    return read(MANUAL)
+    return documents.read_manual(MANUAL)
 
 
 @pytest.fixture(scope='module')
 def companion():
     """The manual of the companion program."""
-    return read(MANUALS / f'{COMPANION}.1')
+    return documents.read_manual(MANUALS / f'{COMPANION}.1')
 
 
 @pytest.fixture(scope='module')
 def companion_help():
     """The help of the companion program."""
     return run([COMPANION, '--help'], LC_ALL='C', LANGUAGE='')
-
-
-def section(text, title):
-    return re.search(rf'^{title}\n(.*?)(?=^\S|\Z)', text, re.MULTILINE | re.DOTALL)[1]
 
 
 def test_build_needs_no_scdoc(source, tmp_path):
