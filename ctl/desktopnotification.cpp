@@ -60,6 +60,16 @@ QString reason(const Subject &subject, const Result &result)
             : onOneLine(result.text);
 }
 
+// A screen has room for a few lines.
+QStringList shorten(const QStringList &lines)
+{
+    constexpr int Most = 10;
+    if (lines.size() <= Most) {
+        return lines;
+    }
+    return lines.mid(0, Most) << QStringLiteral("%1 +%2").arg(QChar(0x2026)).arg(lines.size() - Most);
+}
+
 }
 
 DesktopNotification::DesktopNotification(int timeout)
@@ -98,9 +108,10 @@ void DesktopNotification::showEnd(Outcome outcome, int)
         close();
         return;
     }
-    const Look look = lookOf(isKnown ? Outcome::Done : outcome);
+    // Without a request there is no doubt about the outcome.
+    const Look look = m_shown ? lookOf(isKnown ? Outcome::Done : outcome) : lookOf(Outcome::Unrequested);
     const QStringList &lines = isKnown || m_others.isEmpty() ? m_installed : m_others;
-    publish({look.icon, look.title, lines.join(QLatin1Char('\n')), -1}).waitForFinished();
+    publish({look.icon, look.title, shorten(lines).join(QLatin1Char('\n')), -1}).waitForFinished();
 }
 
 // The body of a notification is markup.

@@ -109,7 +109,7 @@ void Errand::interrupt(int signal)
     if (m_request) {
         m_request->interrupt();
     } else {
-        m_outcome = Outcome::Interrupted;
+        showResult(Results::interruptedStart());
         end();
     }
 }

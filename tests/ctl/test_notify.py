@@ -91,10 +91,15 @@ def test_outcomes(notifications, shown, manager, service, dialog, ctl, files, de
 
     assert ctl('install', '--notify', 'absent', 'a', '/', folder=files).status == 66
     assert shown() == [(0, FAILED, 'absent: No such file or directory\n/: not a regular file', USUAL)]
+    many = [f'absent{number}' for number in range(11)]
+    lines = [f'{name}: No such file or directory' for name in many]
+    for count, body in (10, lines[:10]), (11, [*lines[:10], '… +1']):
+        assert ctl('install', '--notify', *many[:count], folder=files).status == 66
+        assert shown() == [(0, FAILED, '\n'.join(body), USUAL)]
     device.forbid_installing()
     assert ctl('install', '--notify', 'a', 'b', folder=files).status == 3
     # The service has a notification of its own for it.
-    assert shown() == [(0, INSTALLING, 'a', FOR_EVER), 7]
+    assert shown() == [(0, INSTALLING, 'a', FOR_EVER), 9]
 
 
 def test_one_is_declined(notifications, shown, manager, service, dialog, ctl, files, device):

@@ -145,6 +145,7 @@ class GreetingBus:
         self._connections = []
         # The connection and the message of each call that has not been answered.
         self._unanswered = []
+        self._calls = []
         self.falls_silent = False
         self._server = Gio.DBusServer.new_sync(f'unix:path={path}', Gio.DBusServerFlags.NONE, Gio.dbus_generate_guid(), None,
                                                None)
@@ -166,6 +167,10 @@ class GreetingBus:
         """The number of calls of this method that have not been answered."""
         return sum(message.get_member() == method for _, message in self._unanswered)
 
+    def arguments(self, method):
+        """The arguments of the calls of this method."""
+        return [message.get_body().unpack() for message in self._calls if message.get_member() == method]
+
     def answer_late(self, method):
         """Answers such calls after all."""
         for connection, message in self._unanswered:
@@ -181,6 +186,7 @@ class GreetingBus:
         """Runs in the connection's own thread."""
         if not incoming:
             return message
+        self._calls.append(message)
         if message.get_member() in self._answered and not self.falls_silent:
             self._answer(connection, message, self._answered[message.get_member()])
         else:
@@ -230,6 +236,18 @@ def test_bus_that_answers_when_the_time_is_over(ctl, files, there):
     bus.answer_late('RequestName')
     assert run.wait()[::2] == (69, [SILENT, 'velmora-installctl: not requested: 1999 of 2000'])
     assert [made['event'] for made in run.objects()] == [*('result' for _ in names), 'end']
+    bus.stop()
+
+
+def test_interruption_before_the_first_request(processes, ctl, files, there):
+    """Nothing has been requested."""
+    bus = GreetingBus(files / 'bus', {**without('RequestName'), 'Notify': GLib.Variant('(u)', (1,))})
+    run = ctl.start('install', '--notify', 'a', 'b', **there)
+    processes.wait_until(lambda: bus.waiting('RequestName'), 'call of RequestName')
+    run.send_signal(signal.SIGINT)
+    assert run.wait() == (130, [], ['a: interrupted', UNREQUESTED])
+    (shown,) = bus.arguments('Notify')
+    assert shown[3:5] == ('Not installed', 'a: interrupted')
     bus.stop()
 
 
