@@ -6,7 +6,8 @@ import pytest
 from harness.bus import SYSTEM_CONFIGURATION
 from support.installationdevice import PEERS
 from support.installationfaults import DEVELOPER_MODE, MANAGER, MCE
-from support.installationrequests import ALL, AS_USUAL, UNKNOWN, WARNING, asking, failed, logging, usual, words
+from support.installationrequests import (ALL, AS_USUAL, UNKNOWN, WARNING, asking, failed, handed_over, logging, usual,
+                                          words)
 
 NO_BUS = UNKNOWN + '"Not connected to D-Bus server"'
 REJECTED = UNKNOWN + '"Rejected send message, …'
@@ -21,7 +22,7 @@ def without_system_bus(request, lost_after=0):
     if removed and not lost_after:
         removed = ((False, 'Not connected to the system bus'),) * request.files
     return usual(request).but(told=failed(*['Disconnected'] * request.files), removed=removed,
-                              **asking(request, *range(lost_after, request.files)), **logging(request, *lines))
+                              handed_over=handed_over(request, lost_after), **asking(request, *range(lost_after, request.files)), **logging(request, *lines))
 
 
 def install(device, request, outcome):

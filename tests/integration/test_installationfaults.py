@@ -8,10 +8,9 @@ from typing import Callable, NamedTuple
 
 import pytest
 from support.devicestate import POLICY_FILE
-from support.installationdevice import FOLDER
 from support.installationfaults import CALLS, DEVELOPER_MODE, MANAGER, NOTIFICATIONS, REFUSED, Fault, cells
 from support.installationrequests import (ALL, AS_USUAL, NEITHER, NOT_ALLOWED, NOT_SDK, ORDINARY, UNKNOWN, UNUSABLE, WARNING,
-                                          all_words, asking, failed, forbidden, logging, usual, words)
+                                          all_words, asking, failed, forbidden, logging, path_of, usual, words)
 
 NOT_THERE = UNKNOWN + '"The name ru.quon.developermode was not provided by any .service files"'
 NO_REPLY = UNKNOWN + '"Message recipient disconnected from message bus without replying"'
@@ -145,7 +144,7 @@ FILES = {
         'error': FileFault(forbid_reading, unusable('Permission denied')),
         'returns': FileFault(go_and_return, usual),
     }),
-    'package file': (FOLDER / 'app.rpm', {
+    'package file': (path_of('app'), {
         'absent': FileFault(Path.unlink, unread(), '43', refused=True),
         'hangs': FileFault(replace_by_pipe, unread(), '43, 48', refused=True),
         'wrong type': FileFault(write_nonsense, unread(UNREADABLE), '43, 47', refused=True),
@@ -195,7 +194,7 @@ def stuck(request, line):
     """A request without a dialog never ends. Known behaviour 52, 61."""
     if not request.asks:
         return usual(request)
-    return usual(request).but(told=None, asked=1, shown=(), log=(NOT_SDK, line))
+    return usual(request).but(told=None, asked=1, shown=(), handed_over=(), log=(NOT_SDK, line))
 
 
 @pytest.mark.parametrize('fault', DIALOGS)

@@ -6,10 +6,10 @@ import json
 import re
 import shutil
 import signal
-from pathlib import Path
 
 import pytest
 from harness.bus import PrivateBus
+from harness.busmonitor import BusMonitor
 from harness.client import NAME, Client
 from harness.processes import Processes
 from harness.service import Service
@@ -21,10 +21,9 @@ from standin.names import BUSES
 from .devicestate import REFUSING_POLICY, DeviceState
 from .dialog import Dialog
 from .fixtures import ENVIRONMENT, PROCESSES
-from .installationrequests import NAMES, Outcome, forbidden, usual
+from .installationrequests import FOLDER, NAMES, Outcome, forbidden, path_of, usual
 from .removalrequests import KNOWN
 
-FOLDER = Path('/tmp/packages')
 ALLOWING_POLICY = '[Applications]\nInstallationEnabled=true\n'
 
 # Whom an installation calls, and their public names.
@@ -53,7 +52,8 @@ class InstallationDevice:
         self.dialog = Dialog(self, FOLDER / 'installed-dialog')
         self.dialog.use('Confirming')
         self._buses, self._standins = {}, {}
-        self._announced = self._lines = self._notified = 0
+        self._passed, self._monitor = [], None  # the messages on the system bus, which may have been several
+        self._announced = self._lines = self._notified = self._called = 0
         for name in BUS_NAMES:
             self.start_bus(name)
         self.start_service()
@@ -62,6 +62,7 @@ class InstallationDevice:
         """Starts a bus, the system bus maybe of another configuration, with the peers that live there."""
         if name == 'system':
             self._buses[name] = PrivateBus.system(self.processes, *configuration)
+            self._monitor = BusMonitor(self._buses[name], self.processes, self._passed)
         else:
             self._buses[name] = PrivateBus.session(self.processes, ENVIRONMENT)
         bus = self._buses[name]
@@ -72,6 +73,10 @@ class InstallationDevice:
 
     def kill_bus(self, name):
         """The bus is gone, and with it the peers that live there."""
+        if name == 'system':
+            self._monitor.settle()
+            self._monitor.close()
+            self._monitor = None
         gone = [self.peer(peer).process for peer in self._peers_on(name)]
         for process in gone:
             process.end_awaited = True
@@ -125,7 +130,7 @@ class InstallationDevice:
         """What the request finds: files, a policy, and the kind of device."""
         FOLDER.mkdir(exist_ok=True)
         for name in NAMES:
-            path = FOLDER / f'{name}.rpm'
+            path = path_of(name)
             path.unlink(missing_ok=True)
             handmade.write(path, {handmade.NAME: (handmade.Type.STRING, name)})
         self.state.set_policy(None)
@@ -138,7 +143,8 @@ class InstallationDevice:
         self._announced = len(self.signals.all)
         self._lines = len(self.service.log())
         self._notified = self._notifications()
-        files = [str(FOLDER / f'{name}.rpm') for name in NAMES[:request.files]]
+        self._called = len(self._passed)
+        files = [str(path_of(name)) for name in NAMES[:request.files]]
         return self.client.start('installFiles', '(asb)', files, request.sdk_mode)
 
     def told(self):
@@ -175,7 +181,7 @@ class InstallationDevice:
             told=told[0] if told else None,
             removed=tuple(signal.arguments for signal in announced if signal.name == 'removalFinished'),
             asked=sum(signal.name == 'needConfirm' for signal in announced), shown=tuple(shown),
-            notified=self._notifications() - self._notified, log=tuple(self._chosen(log)))
+            handed_over=self._handed_over(), notified=self._notifications() - self._notified, log=tuple(self._chosen(log)))
 
     def repeat(self, request, forbidding=False):
         """Asks when nothing is wrong: the request takes its usual course, or that of a policy that forbids installing."""
@@ -211,12 +217,19 @@ class InstallationDevice:
         for peer in PEERS:
             self.peer(peer).seen.clear()
         self.signals.all.clear()
+        self._passed.clear()
 
     def close(self):
         """Ends everything."""
         self.processes.stop()
         self.dialog.restore()
         shutil.rmtree(FOLDER)
+
+    def _handed_over(self):
+        """The arguments of the request's calls of "Install", also those to a package manager that is not there."""
+        if self._monitor:
+            self._monitor.settle()
+        return tuple(message.arguments for message in self._passed[self._called:] if message.member == 'Install')
 
     def _notifications(self):
         """How many notifications the present server has shown."""

@@ -130,6 +130,9 @@ class Fault:
         if self._cell.call in NOT_AWAITED:
             self._device.wait_signals('installFinished', 1)
         else:
+            if self._cell.call == 'Install':
+                # The service is free meanwhile. In all other calls it waits.
+                self._device.service.barrier()
             assert self._device.told() == []
 
     def _end_hanging(self):

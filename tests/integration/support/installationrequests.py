@@ -5,8 +5,10 @@
 import platform
 from collections import Counter
 from dataclasses import dataclass, replace
+from pathlib import Path
 from typing import NamedTuple
 
+FOLDER = Path('/tmp/packages')
 NAMES = ('app', 'second')
 WORDS_OF_FILES = {'app': 'the first file', 'second': 'the second file'}
 AS_USUAL = 'as usual'
@@ -20,6 +22,11 @@ UNUSABLE = WARNING + 'Access policy "/etc/velmora/access-policy.conf" is unusabl
 
 SYSTEM = platform.freedesktop_os_release()['NAME']
 FORBIDDEN = f"This device's policy does not allow installing apps ({SYSTEM})."
+
+
+def path_of(name):
+    """The package file of a name."""
+    return FOLDER / f'{name}.rpm'
 
 
 class Installation(NamedTuple):
@@ -53,6 +60,7 @@ class Outcome:
     removed     those of each removalFinished, which only sdk mode has
     asked       how often needConfirm has been announced
     shown       the package in each dialog
+    handed_over the arguments of each call of the package manager's "Install", also one that did not arrive
     notified    the number of notifications
     log         the lines of the log, but those about packages that were read or removed
     """
@@ -61,6 +69,7 @@ class Outcome:
     removed: tuple = ()
     asked: int = 0
     shown: tuple = ()
+    handed_over: tuple = ()
     notified: int = 0
     log: tuple = ()
 
@@ -69,17 +78,23 @@ class Outcome:
         return replace(self, **changes)
 
 
+def handed_over(request, files=None):
+    """The calls of "Install" for the first files of a request, or for all."""
+    return tuple((str(path_of(name)), {}) for name in NAMES[:request.files][:files])
+
+
 def usual(request):
     """The outcome where nothing is wrong."""
     names = NAMES[:request.files]
     return Outcome(removed=((True, ''),) * request.files if request.sdk_mode else (),
                    asked=len(names) if request.asks else 0, shown=names if request.asks else (),
+                   handed_over=handed_over(request),
                    log=() if request.sdk_mode else (NOT_SDK,) * request.files)
 
 
 def forbidden(request, *log):
     """The outcome where the policy forbids installing. Known behaviour 15."""
-    return usual(request).but(told=(False, FORBIDDEN), asked=0, shown=(), notified=1, log=log)
+    return usual(request).but(told=(False, FORBIDDEN), asked=0, shown=(), handed_over=(), notified=1, log=log)
 
 
 def failed(*codes):
