@@ -34,30 +34,32 @@ TRANSACTION = 'org.freedesktop.PackageKit.Transaction'
 
 
 class Method(NamedTuple):
-    """A method of a peer. The service waits for the answer of one that blocks, for so many seconds."""
+    """A method of a peer, with the types of its arguments. The service waits for the answer of one that blocks, for so many
+    seconds."""
 
     peer: str
+    types: str
     blocks: bool = True
     timeout: int = QUICK
 
 
 METHODS = {
-    'IsSilentInstallationEnabled': Method('developer mode'),
-    'GetPackage': Method('package manager', timeout=PATIENT),
-    'Install': Method('package manager', blocks=False, timeout=PATIENT),
-    'Remove': Method('package manager', blocks=False, timeout=PATIENT),
-    'OnRemove': Method('runtime manager'),
-    'removeFile': Method('Android support'),
-    'notification_begin_req': Method('MCE'),
-    'notification_end_req': Method('MCE'),
-    'get_display_status': Method('MCE', blocks=False),
-    'CreateTransaction': Method('PackageKit', blocks=False),
-    'Resolve': Method('PackageKit', blocks=False),
-    'SearchFiles': Method('PackageKit', blocks=False),
-    'RemovePackages': Method('PackageKit', blocks=False),
-    'updatingStarted': Method('home screen'),
-    'updatingFinished': Method('home screen'),
-    'Notify': Method('notifications', blocks=False),
+    'IsSilentInstallationEnabled': Method('developer mode', ''),
+    'GetPackage': Method('package manager', 's', timeout=PATIENT),
+    'Install': Method('package manager', 'sa{sv}', blocks=False, timeout=PATIENT),
+    'Remove': Method('package manager', 'sa{sv}', blocks=False, timeout=PATIENT),
+    'OnRemove': Method('runtime manager', 's'),
+    'removeFile': Method('Android support', 's'),
+    'notification_begin_req': Method('MCE', 'sii'),
+    'notification_end_req': Method('MCE', 'si'),
+    'get_display_status': Method('MCE', '', blocks=False),
+    'CreateTransaction': Method('PackageKit', '', blocks=False),
+    'Resolve': Method('PackageKit', 'tas', blocks=False),
+    'SearchFiles': Method('PackageKit', 'tas', blocks=False),
+    'RemovePackages': Method('PackageKit', 'tasbb', blocks=False),
+    'updatingStarted': Method('home screen', 'ssss'),
+    'updatingFinished': Method('home screen', 's'),
+    'Notify': Method('notifications', 'susssasa{sv}i', blocks=False),
 }
 TRANSACTION_METHODS = ('Resolve', 'SearchFiles', 'RemovePackages')
 
@@ -83,6 +85,7 @@ class Answers:
 
     def __init__(self):
         self.silent_installation = False
+        self.android_removal = True
         self.display = 'on'
         self._transactions = 0
 
@@ -95,4 +98,4 @@ class Answers:
             self._transactions += 1
             return Reply(self._transactions)
         return Reply({'IsSilentInstallationEnabled': self.silent_installation, 'get_display_status': self.display,
-                      'removeFile': True, 'Notify': 1}.get(method))
+                      'removeFile': self.android_removal, 'Notify': 1}.get(method))

@@ -24,7 +24,7 @@ class Exploration:
     def __init__(self, surroundings, steps):
         self._surroundings = surroundings
         self._wanted = steps
-        self._failed = {}
+        self._done = {}  # the histories, each with its disagreement, or None
         self.passing = []
         self.steps = 0
         self.histories = 0
@@ -32,6 +32,10 @@ class Exploration:
     @property
     def is_over(self):
         return self.steps >= self._wanted
+
+    @property
+    def _has_failed(self):
+        return any(self._done.values())
 
     def run_round(self, number):
         """The histories of one seed. Raises Disagreement with the shortest history that has been found."""
@@ -45,33 +49,33 @@ class Exploration:
         check()
 
     def _check(self, history):
-        """Hypothesis repeats a history that has failed, and different ones may be the same without useless steps."""
-        if history in self._failed:
-            raise self._failed[history]
-        if not self._failed:
-            if self.is_over:
-                return
-            self.steps += count(history)
-            self.histories += 1
-        try:
-            self._compare(history)
-        except Disagreement as disagreement:
-            self._failed[history] = disagreement
-            raise
+        """Does a history once. Hypothesis repeats one that has failed, and different ones may be the same without useless
+        steps."""
+        if history not in self._done:
+            if not self._has_failed:
+                if self.is_over:
+                    return
+                self.steps += count(history)
+                self.histories += 1
+            self._done[history] = self._disagreement(history)
+        if self._done[history]:
+            raise self._done[history]
 
-    def _compare(self, history):
+    def _disagreement(self, history):
         """A disagreement counts if it comes each time, since the scheduler decides on the order of a few events."""
         disagreement = None
-        for _ in range(1 if self._failed else ATTEMPTS):
+        for _ in range(1 if self._has_failed else ATTEMPTS):
             try:
                 compare(self._surroundings, history)
-                break
             except Disagreement as again:
                 disagreement = again
+            else:
+                break
         else:
-            raise disagreement
+            return disagreement
         if disagreement:
             self.passing.append(disagreement)
+        return None
 
 
 def explore(surroundings, steps, first_seed):

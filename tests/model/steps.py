@@ -73,6 +73,10 @@ class Wait(NamedTuple):
     """Time passes until the next time-out."""
 
 
+class Pause(NamedTuple):
+    """Time passes, but no time-out comes."""
+
+
 class Hold(NamedTuple):
     """The next call of a method waits for an answer. Calls of other methods are answered at once, as usual, or wait
     anyway if the service does not wait for them."""
@@ -81,14 +85,16 @@ class Hold(NamedTuple):
 
 
 class Set(NamedTuple):
-    """Changes the device: "policy allows", "emulator" or "silent installation"."""
+    """Changes the device: "policy allows", "emulator", "silent installation" or "Android removal"."""
 
     what: str
     value: bool
 
 
+SETTINGS = ('policy allows', 'emulator', 'silent installation', 'Android removal')
+
 # These only prepare what another step does.
-PREPARATIONS = (Hold, Set)
+PREPARATIONS = (Pause, Hold, Set)
 
 # The errors that peers answer, by name and text. An error may have no text.
 ERRORS = {

@@ -81,15 +81,15 @@ class Program:
         self._peers.come(step.peer)
 
     def _do_Wait(self, _step, target):
-        # Time that passes in one go would hide a time-out that the model does not have.
-        before, after, unanswered = target
-        self._clock.set(before)
-        self._service.settle()
+        after, unanswered = target
         if unanswered:
             call = self._peers.find(*unanswered)
             self._peers.forget(call)
             self._service.forget(call, PEERS[METHODS[call.method].peer].bus)
         self._clock.set(after)
+
+    def _do_Pause(self, _step, before):
+        self._clock.set(before)
 
     def _do_Hold(self, step, _target):
         self._peers.hold(step.method)
@@ -97,6 +97,8 @@ class Program:
     def _do_Set(self, step, _target):
         if step.what == 'silent installation':
             self._peers.answers.silent_installation = step.value
+        elif step.what == 'Android removal':
+            self._peers.answers.android_removal = step.value
         elif step.what == 'policy allows':
             self._device.allow_installing(step.value)
         else:

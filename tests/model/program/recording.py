@@ -5,21 +5,30 @@
 import itertools
 
 from harness.busmonitor import BusMonitor
-from harness.client import INTERFACE
+from harness.client import INTERFACE, PATH
 from model.answers import METHODS, PEERS, TRANSACTION, TRANSACTION_METHODS
 
 from .peers import HOUSEKEEPING
 
 BUS = 'org.freedesktop.DBus'
+# The signals of the service, with the types of their arguments.
+SIGNALS = {'installFinished': 'bs', 'removalFinished': 'bs', 'needConfirm': ''}
+
+
+def is_announced(signal):
+    """Whether a signal comes from the object and interface that has it, with arguments of the right types."""
+    return (signal.path, signal.interface, signal.signature) == (PATH, INTERFACE, SIGNALS.get(signal.member))
 
 
 def is_addressed(call):
-    """Whether a call goes to the object and interface that has the method."""
+    """Whether a call goes to the object and interface that has the method, with arguments of the right types."""
     method = METHODS.get(call.member)
-    peer = PEERS[method.peer] if method else None
+    if not method or call.signature != method.types:
+        return False
+    peer = PEERS[method.peer]
     if call.member in TRANSACTION_METHODS:
         return (call.destination, call.interface) == (peer.name, TRANSACTION)
-    return method and (call.destination, call.path, call.interface) == (peer.name, peer.path, peer.interface)
+    return (call.destination, call.path, call.interface) == (peer.name, peer.path, peer.interface)
 
 
 class Recording:
@@ -61,7 +70,8 @@ class Recording:
         if message.reply_serial:
             return self._look_at_reply(message)
         if message.kind == 'signal':
-            self._messages.append(('signal', message.member, *message.arguments))
+            self._messages.append(('signal' if is_announced(message) else 'signal elsewhere', message.member,
+                                   *message.arguments))
         elif message.destination != BUS:
             self.unanswered[message.serial] = message
             if message.member not in HOUSEKEEPING:

@@ -5,7 +5,7 @@
 import platform
 
 from model.answers import ANSWERED
-from model.steps import ENDS, FOUND, REPORTED_ERRORS
+from model.steps import ENDS, FOUND, REPORTED_ERRORS, Wait
 
 from .device import Device
 from .loop import Loop
@@ -47,10 +47,14 @@ class World:
         """Whether the service can only do what the model says: no order of events is up to the scheduler."""
         return self._loop.is_certain
 
+    def would_end(self, step):
+        """Whether a step is nothing but the end of a service that has nothing to do."""
+        return isinstance(step, Wait) and not self._loop.blocked and self._deadlines()[0][1] is None
+
     def target(self, step):
         """The thing that a step means by a number: the dialog, the call as its method and its number among the calls of
-        that method, or the transaction. For Wait, the times shortly before and after the time-out, and the call that
-        gets no answer."""
+        that method, or the transaction. For Wait, the time shortly after the time-out, and the call that gets no answer. For
+        Pause, the time shortly before."""
         find = getattr(self, f'_target_{type(step).__name__}', None)
         return find(step) if find else None
 
@@ -180,13 +184,22 @@ class World:
 
     def _target_Wait(self, _step):
         deadline, call = self._deadlines()[0]
-        return deadline - TOLERANCE, deadline + TOLERANCE, call and self._peers.place_of(call)
+        return deadline + TOLERANCE, call and self._peers.place_of(call)
 
     def _do_Wait(self, _step):
         deadline, call = self._deadlines()[0]
         self._clock.now = deadline + TOLERANCE
         if call:
             self._peers.answer(call, TIMED_OUT)
+
+    def _can_Pause(self, step):
+        return self._deadlines() and self._target_Pause(step) > self._clock.now
+
+    def _target_Pause(self, _step):
+        return self._deadlines()[0][0] - TOLERANCE
+
+    def _do_Pause(self, step):
+        self._clock.now = self._target_Pause(step)
 
     def _can_Hold(self, step):
         return step.method in ANSWERED and not self._peers.is_held(step.method)
@@ -197,6 +210,8 @@ class World:
     def _do_Set(self, step):
         if step.what == 'silent installation':
             self._peers.answers.silent_installation = step.value
+        elif step.what == 'Android removal':
+            self._peers.answers.android_removal = step.value
         elif step.what == 'emulator':
             self._device.is_emulator = step.value
         else:
