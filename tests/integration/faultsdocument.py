@@ -64,13 +64,15 @@ of [Known behaviour](known-behaviour.md), which explains the row.
 
 | fault | meaning |
 |---|---|
-| absent | nobody has the name on the bus; there is no such file |
-| dies before the reply | the process ends when it gets the call |
-| dies after the reply | the process ends when it has answered the call |
-| hangs | the answer comes when the test has seen that the caller still waits for its outcome |
+| absent | nobody has the name on the bus; there is no such file, or no such bus |
+| dies before the reply | the process ends when it gets the call, or the bus ends then |
+| dies after the reply | the process ends when it has answered the call, or the bus when the request is over |
+| hangs | the answer comes when the test has seen that the caller still waits for its outcome; nobody waits for those to `get_display_status` and `Notify` |
 | wrong type | the answer, or the file, is of another type than it should be |
 | error | the answer is an error; the file cannot be used |
 | returns | it has been away, and is there again |
+| hangs and dies | the process ends instead of answering at last |
+| hangs and replies without its name | the process gives up its name on the bus, and answers then |
 
 "The next request" is the same one, made when the fault is over.
 '''
@@ -81,7 +83,12 @@ wrong, this is the outcome:
 '''
 REMOVALS = '''## Removals
 
-"Silence" means that no signal comes. That is usual for the launchers of the user's own and of Android applications (21).
+The package manager knows a managed package. PackageKit removes a native one, and here it also finds the managed one,
+which it is asked for if the package manager says that it has none, or says nothing. A look-up that has hung is answered as
+by a peer that knows nothing.
+
+"Removed" means that success is reported. "Silence" means that no signal comes. That is usual for the launchers of the
+user's own and of Android applications (21).
 '''
 
 

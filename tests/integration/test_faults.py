@@ -192,7 +192,7 @@ def test_absent_session_bus(make_bus_faults, removal_table):
 
 def test_wrong_type_of_session_bus(system_bus, program, scripted_bus, removal_table):
     """All that the service asks the bus is who the caller of a removal by launcher is."""
-    row = removal_table.begin('any launcher', 'session bus', 'process of the caller', 'wrong type', '')
+    row = removal_table.begin('any launcher', 'session bus', 'GetConnectionUnixProcessID', 'wrong type', '')
     program.launch(environment={'DBUS_SESSION_BUS_ADDRESS': scripted_bus.address})
     scripted_bus.wait_name_request()
     scripted_bus.grant_name()
