@@ -12,6 +12,7 @@
 #include <QTranslator>
 
 #include <memory>
+#include <utility>
 
 /**
  * Loads a locale's catalogue over the English one, as the service does in a session of that locale, for as long as the
@@ -70,6 +71,9 @@ protected:
         font.setPixelSize(qRound(pixels));
         QGuiApplication::setFont(font);
     }
+
+    /** What the program has logged, which the test expects. */
+    static QStringList takeLog() { return std::exchange(s_log, {}); }
 
 protected Q_SLOTS:
     void init()

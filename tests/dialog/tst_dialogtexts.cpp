@@ -89,6 +89,26 @@ QString shownForInvisible(uint code)
     return code == 0xfeff ? QStringLiteral(" ") : QStringLiteral("\ufffd");
 }
 
+/** A catalogue with another text before the version. */
+class VersionText : public QTranslator
+{
+public:
+    explicit VersionText(const QString &text)
+        : m_text(text)
+    {
+    }
+
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *, const char *id, const char *, int) const override
+    {
+        return qstrcmp(id, "installationhandler-version") == 0 ? m_text : QString();
+    }
+
+private:
+    const QString m_text;
+};
+
 }
 
 /** The texts of the package, which may be hostile. */
@@ -338,6 +358,31 @@ private Q_SLOTS:
         const ShownDialog dialog(&texts);
 
         QCOMPARE(shown(dialog, "version"), QStringLiteral("1.0\ufffd(verified,\ufffdsignature\ufffdOK)"));
+    }
+
+    // As after an upgrade, when the running program has older catalogues.
+    void versionNeedsItsText_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("shown");
+
+        QTest::newRow("text") << QStringLiteral("Edition %1") << QStringLiteral("Edition \u20682.4.1\u2069");
+        QTest::newRow("text without a place") << QStringLiteral("Edition") << QStringLiteral("Edition");
+        // A translator that has nothing to say leaves the identifier.
+        QTest::newRow("no text") << QStringLiteral("installationhandler-version")
+                                 << QStringLiteral("installationhandler-version");
+    }
+
+    void versionNeedsItsText()
+    {
+        QFETCH(QString, pattern);
+        VersionText translator(pattern);
+        QCoreApplication::installTranslator(&translator);
+        const ShownDialog dialog;
+
+        QTEST(dialog.property("version", "text").toString(), "shown");
+        // Qt complains about a text without a place for the version.
+        QCOMPARE(takeLog().isEmpty(), pattern.contains(QLatin1String("%1")));
     }
 
     void longTextsLoseTheirMiddle()
