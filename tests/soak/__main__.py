@@ -64,7 +64,7 @@ def run(device, options):
         print(f'{outcome}: {count}')
     print(*measurement.end(done), sep='\n')
     print(measurement.wait_exit())
-    return measurement.failures + device.standins.unexpected()
+    return measurement.failures + device.unexpected()
 
 
 sys.exit(main())

@@ -29,6 +29,9 @@ STATISTICS = 'org.freedesktop.DBus.Debug.Stats'
 # large blocks would leave holes, more or fewer by which requests meet, and growth could not be told from these.
 ALLOCATOR = {'MALLOC_MMAP_THRESHOLD_': '4096'}
 
+# A call of a transaction of PackageKit, whose path ends with the number of the process that has made it.
+TRANSACTION_OF = re.compile(r'package-kit: /\d+_(\d+) ')
+
 # What a peer is told before anybody can call it.
 SETTINGS = {'package-manager': {'installs': 'nothing'}}
 
@@ -96,6 +99,12 @@ class SoakDevice:
             self.peer(name).process.text = ''
         for path in LAUNCHERS.glob('application*.desktop'):
             path.unlink()
+
+    def unexpected(self):
+        """The calls that no peer knows, but for those of transactions of a PackageKit that has died."""
+        own = str(self.peer('package-kit').process.pid)
+        calls = [(TRANSACTION_OF.match(text), text) for text in self.standins.unexpected()]
+        return [text for transaction, text in calls if not transaction or transaction[1] == own]
 
     def private_memory(self):
         """The service's own memory in KiB, without pages that others may share."""

@@ -110,9 +110,18 @@ class Round(NamedTuple):
         return sum(isinstance(step, REQUESTS) for step in self.steps)
 
     @property
+    def installations(self):
+        """How many of the steps are requests for installations."""
+        return sum(isinstance(step, Install) for step in self.steps)
+
+    @property
     def faults(self):
         """How many of the steps are faults of peers."""
         return sum(isinstance(step, FAULTS) for step in self.steps)
+
+    def fails(self, *peers):
+        """Whether one of these peers fails."""
+        return any(isinstance(step, FAULTS) and step.peer in peers for step in self.steps)
 
 
 REQUESTS = (Install, Remove, RemoveLauncher)
@@ -122,8 +131,9 @@ FAULTS = (Fault, Kill, Leave)
 def every_kind():
     """Rounds with each kind of request once, without faults."""
     yield Round('forbidden', managed=False, owned=False, steps=[Install(0, (0,), sdk_mode=False, declined=False)])
+    yield Round('asking', managed=False, owned=False, steps=[Install(0, (1,), sdk_mode=True, declined=True)])
     yield Round('asking', managed=False, owned=False, steps=[
-        Install(0, (0,), sdk_mode=False, declined=False), Install(0, (1,), sdk_mode=True, declined=True),
+        Install(0, (0,), sdk_mode=False, declined=False),
         Remove(0, ('application',), keep_userdata=False), RemoveLauncher(0, 'application-of-system', own=False),
         RemoveLauncher(0, 'application-of-user', own=True)])
 

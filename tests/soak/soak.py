@@ -2,16 +2,15 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """Plays the rounds of a plan, and checks that each request has an outcome that is allowed."""
 
-import re
 from collections import Counter
 from pathlib import Path
 
 from gi.repository import GLib
 from standin.remoteerror import RemoteError
-from support.installationrequests import FORBIDDEN
 from support.removalrequests import KNOWN, PEERS
 from support.transactionsignals import finished, package_found
 
+from .installations import Installations
 from .plan import (FAULTS, METHODS, WRONG_TYPE, DisplayOff, Install, Kill, Leave, Remove, RemoveLauncher, Restart)
 from .roundlog import RoundLog
 
@@ -23,8 +22,6 @@ NONSENSE = GLib.Variant('(a{sv})', ({},))
 OWNER = 'owner'
 FOUND = package_found(f'{OWNER};1.0-1;noarch;installed')
 
-CANCELLED = 'The user cancelled the installation'
-FAILED = re.compile(r'zarn_installation_error_desc_(NoReply|ServiceUnknown|Refused) \(code: \1\)')
 # A PackageKit that fails may cause so many reports of a removal: Known behaviour 25, 26.
 MOST_REPORTS = 4
 
@@ -49,7 +46,7 @@ class Soak:
         self._calls = []
         self._launchers = {}
         self._own_launchers = []
-        self._installations = 0
+        self._more_installations = 0
         self.outcomes = Counter()
 
     def play(self, planned):
@@ -59,7 +56,7 @@ class Soak:
         device.forget()
         self._round = planned
         self._log = RoundLog(device.service.process)
-        self._calls, self._launchers, self._own_launchers, self._installations = [], {}, [], 0
+        self._calls, self._launchers, self._own_launchers, self._more_installations = [], {}, [], 0
         self._set_up()
         for step in planned.steps:
             self._do(step)
@@ -127,7 +124,6 @@ class Soak:
             return None
 
     def _install(self, step):
-        self._installations += 1
         files = [self._device.file(number, step.declined) for number in step.files]
         self._start(step.client, 'installFiles', '(asb)', files, step.sdk_mode)
 
@@ -164,7 +160,7 @@ class Soak:
                 return
             if not self._answer_hanging() and self._waits_for_installation_alone():
                 self._start(0, 'installFiles', '(asb)', [], False)
-                self._installations += 1
+                self._more_installations += 1
         raise SoakFailed(f'this round does not end: {self._round}; {self._state()}')
 
     def _answer_hanging(self):
@@ -178,8 +174,11 @@ class Soak:
 
     def _has_ended(self):
         self._log.read()
-        return (all(call.answered for call in self._calls) and self._installed() >= self._installations
+        return (all(call.answered for call in self._calls) and self._installed() >= self._asked()
                 and self._removals_have_ended())
+
+    def _asked(self):
+        return self._round.installations + self._more_installations
 
     def _installed(self):
         return len(self._device.signals.arguments('installFinished'))
@@ -206,9 +205,9 @@ class Soak:
             call.wait()
         installed = device.signals.arguments('installFinished')
         removed = device.signals.arguments('removalFinished')
-        most_reports = MOST_REPORTS if self._fails('package-kit') else 1
+        most_reports = MOST_REPORTS if self._round.fails('package-kit') else 1
         problems = [
-            *(f'installFinished {outcome}' for outcome in installed if not self._is_allowed(*outcome)),
+            *Installations(self._round).problems(installed, self._more_installations, self._handed_over(), device.file),
             *(f'in the log: {line}' for line in self._log.unusual),
             *(f'{name} started {count} times and ended {self._log.ended[name]} times'
               for name, count in self._log.started.items()
@@ -218,8 +217,6 @@ class Soak:
             *(f'{path} is still there' for path in self._own_launchers if Path(path).exists()),
             *(f'removalFinished {outcome}' for outcome in removed if not self._may_be_told(*outcome)),
         ]
-        if len(installed) != self._installations:
-            problems.append(f'{len(installed)} outcomes of {self._installations} installations')
         if len(removed) != self._log.ended.total():
             problems.append(f'{len(removed)} outcomes of removals, but {self._log.ended.total()} in the log')
         if problems:
@@ -227,25 +224,15 @@ class Soak:
         self.outcomes.update(f'installation: {"success" if success else "failure"}' for success, _ in installed)
         self.outcomes.update(f'removal: {"success" if success else "failure"}' for success, _ in removed)
 
-    def _fails(self, *peers):
-        """Whether one of these peers fails in the round."""
-        return any(isinstance(step, FAULTS) and step.peer in peers for step in self._round.steps)
-
     def _may_be_told(self, success, text):
         """Whether a removal may end so."""
-        return not text if success else bool(text) and self._fails('package-manager', 'package-kit')
+        return not text if success else bool(text) and self._round.fails('package-manager', 'package-kit')
 
-    def _is_allowed(self, success, text):
-        """Whether a request for an installation may end so."""
-        if self._round.kind == 'forbidden':
-            return (success, text) == (False, FORBIDDEN)
-        if success:
-            return not text
-        lines = text.split('\n')
-        if self._round.kind in ('asking', 'alone') and CANCELLED in lines:
-            # It replaces the lines before it: Known behaviour 51.
-            lines = lines[1:] if lines[0] == CANCELLED else ['']
-        return all(FAILED.fullmatch(line) and self._fails('package-manager') for line in lines)
+    def _handed_over(self):
+        """The files that the package manager has received, if it has not died since."""
+        alive = self._device.is_well('package-manager')
+        calls = self._direct('package-manager', 'calls', 'Install') if alive else None
+        return [call.arguments[0] for call in calls or ()]
 
     def _repair(self):
         """All peers are well, and nothing is planned for them."""
@@ -260,5 +247,5 @@ class Soak:
 
     def _state(self):
         return (f'{sum(not call.answered for call in self._calls)} calls without reply, {self._installed()} of '
-                f'{self._installations} installations, {self._log.transactions} transactions, '
+                f'{self._asked()} installations, {self._log.transactions} transactions, '
                 f'{self._log.started - self._log.ended} removals, {self._open_launchers()} launchers')
