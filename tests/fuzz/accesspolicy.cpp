@@ -10,6 +10,7 @@
 
 namespace {
 
+const QByteArray Key = "[Applications]\nInstallationEnabled=";
 const QByteArray Refusal = "\n[Applications]\nInstallationEnabled=false\n";
 
 bool isEnabled(const QByteArray &text)
@@ -37,11 +38,12 @@ int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/** The access policy. Nobody gains a right by damaging the file, and the last word in it counts. */
+/** The access policy. Nobody gains a right by damaging the file, only one word permits, and the last one counts. */
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray text = bytes(data, size);
     require(!isEnabled(text) || isText(text));
     require(!isEnabled(text + Refusal));
+    require(text.contains('\n') || text.trimmed() == "true" || !isEnabled(Key + text));
     return 0;
 }

@@ -24,6 +24,15 @@ InstallationHandler &handler()
     return *handler;
 }
 
+/** Whether a caller's string may have a path, as a URL of the network has none: Known behaviour 7. */
+bool mayHavePath(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    // The paths of Qt's own resources begin with a colon.
+    return trimmed.startsWith(QLatin1Char('/')) || trimmed.startsWith(QLatin1Char(':'))
+            || trimmed.startsWith("file:"_s, Qt::CaseInsensitive);
+}
+
 /** Whether a caller's string is a path that the package manager has to receive as it is: Known behaviour 7, 8, 78. */
 bool isPlainPath(const QString &text)
 {
@@ -72,6 +81,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     require(paths.size() == urls.size());
     for (int i = 0; i < urls.size(); ++i) {
         require(!isPlainPath(urls[i]) || paths[i] == urls[i]);
+        require(mayHavePath(urls[i]) || paths[i].isEmpty());
     }
     return 0;
 }

@@ -39,38 +39,45 @@ def arguments(signature, values):
 
 def packages():
     """Packages with a few values each, most of them without digests, so that a change of their header goes unnoticed."""
+    unsigned = padded(handmade.header({}, SIGNATURE_REGION))
     for tags in HEADERS:
         header = handmade.header(tags, HEADER_REGION)
-        yield LEAD + padded(handmade.header({}, SIGNATURE_REGION)) + header
+        yield LEAD + unsigned + header
         yield LEAD + handmade.signature(header) + header
-    with tempfile.TemporaryDirectory() as folder, SigningKey('Somebody', 'ed25519') as key:
+    # With a signature of header and payload, which the reader has librpm verify.
+    yield (LEAD + padded(handmade.header({WHOLE_SIGNATURE: (Type.BIN, b'unreadable')}, SIGNATURE_REGION))
+           + handmade.header(HANDMADE, HEADER_REGION))
+    with tempfile.TemporaryDirectory() as folder, SigningKey('Somebody') as key:
         package = build_package(folder, 'signed', files={})
+        yield package.read_bytes()
         key.sign(package, legacy=True)
         yield package.read_bytes()
+    # With a header that claims to be larger than a header may be, or than the file is.
+    for entries, size in ((2**31 - 1, 2**31 - 1), (1, 2**27)):
+        yield LEAD + unsigned + handmade.intro(entries, size)
+    yield LEAD
 
 
 def padded(header):
     return header + bytes(-len(header) % 8)
 
 
-HANDMADE = {
-    NAME: (
-        Type.STRING, 'handmade'), VERSION: (
-            Type.STRING, '1.0'), SUMMARY: (
-                Type.I18NSTRING, ['Made by hand'])}
+# The tag of a signature of header and payload, in the signature header.
+WHOLE_SIGNATURE = 1002
+
+HANDMADE = {NAME: (Type.STRING, 'handmade'), VERSION: (Type.STRING, '1.0'),
+            SUMMARY: (Type.I18NSTRING, ['Made by hand'])}
+
+# Of these tags librpm knows no type.
+UNKNOWN = range(5900, 5910)
 
 HEADERS = [
     HANDMADE,
+    {},
     HANDMADE | {100: (Type.STRING_ARRAY, ['C', 'de']), SUMMARY: (Type.I18NSTRING, ['first', 'second'])},
-    # Numbers and bytes, the first of 64 bits.
-    HANDMADE | {
-        500: (
-            5, bytes(7)), 1030: (
-            Type.INT16, [
-                0o644, 0]), 5100: (
-                    Type.BIN, b'bytes'), 5101: (
-                        Type.INT32, [
-                            1, 2])},
+    HANDMADE | {UNKNOWN[0]: (Type.INT64, [2**64 - 1, 0]), UNKNOWN[1]: (Type.INT16, [0o644, 0]),
+                UNKNOWN[2]: (Type.BIN, b'bytes'), UNKNOWN[3]: (Type.INT32, [1, 2])},
+    # librpm refuses a name that is a number.
     {NAME: (Type.INT32, [1, 2]), VERSION: (Type.INT16, [3]), SUMMARY: (Type.BIN, b'bytes')},
     {NAME: (Type.STRING_ARRAY, ['a', 'b']), SUMMARY: (Type.STRING, b'Gr\xfc\xdfe')},
 ]
@@ -119,8 +126,8 @@ STATES = [('s', ('on',)), ('s', ('dimmed',)), ('s', ('off',)), ('', ()), ('i', (
           ('v', (GLib.Variant('s', 'off'),)), ('as', (['off'],)), ('a{sv}', ({'state': GLib.Variant('s', 'off')},))]
 
 RECORDS = [('a{ss}', ({},)), ('a{ss}', ({'name': 'app', 'version': '1.0', '': 'пакет'},)),
-           ('a{ss}sb', ({'name': 'app'}, 'more', True)), ('s', ('app',)
-                                                          ), ('a{sv}', ({'name': GLib.Variant('s', 'app')},)),
+           ('a{ss}sb', ({'name': 'app'}, 'more', True)), ('s', ('app',)),
+           ('a{sv}', ({'name': GLib.Variant('s', 'app')},)),
            ('v', (GLib.Variant('a{ss}', {'name': 'app'}),)), ('a(ss)', ([('name', 'app')],)), ('', ())]
 
 

@@ -25,13 +25,14 @@ class Type(enum.IntEnum):
 
     INT16 = 3
     INT32 = 4
+    INT64 = 5
     STRING = 6
     BIN = 7
     STRING_ARRAY = 8
     I18NSTRING = 9
 
 
-NUMBERS = {Type.INT16: '>H', Type.INT32: '>I'}
+NUMBERS = {Type.INT16: '>H', Type.INT32: '>I', Type.INT64: '>Q'}
 
 
 def write(path, tags=None, payload=b''):
@@ -82,5 +83,7 @@ def encoded(kind, value):
     """The bytes and the number of elements of a value."""
     if kind in NUMBERS:
         return b''.join(struct.pack(NUMBERS[kind], number) for number in value), len(value)
+    if kind == Type.BIN:
+        return value, len(value)
     strings = value if isinstance(value, list) else [value]
     return b''.join((text.encode() if isinstance(text, str) else text) + b'\0' for text in strings), len(strings)
