@@ -36,6 +36,7 @@ def headline(figures):
 
 def section(figures):
     yield from paragraph(f'{counted(figures["seconds"], "second")} for each target, with the address, leak and '
-                         'undefined-behaviour sanitizers: no crash, no leak, no input that takes more than a second.')
+                         'undefined-behaviour sanitizers: no crash, no leak, no input that takes more than a second. '
+                         'All edges are those of the classes that are linked, of which a target uses one or a few.')
     yield from table(['target', 'executions', 'edges covered', 'of'],
                      [[name, *map(whole, target.values())] for name, target in figures['targets'].items()])
