@@ -35,6 +35,7 @@ KINDS = {
     'remove launcher': strategies.builds(steps.RemoveLauncher, one_of_them(LAUNCHER_FILES)),
     'choose': strategies.builds(steps.Choose, strategies.booleans(), NUMBERS),
     'answer': strategies.builds(steps.Answer, one_of_them(['usual'] * 8 + list(steps.MANNERS)), NUMBERS),
+    'answer late': strategies.builds(steps.AnswerLate, one_of_them(steps.MANNERS), NUMBERS),
     'report': strategies.builds(steps.Report, one_of_them(['native', 'succeeds'] * 2 + list(steps.EVENTS)), NUMBERS),
     'display': strategies.builds(steps.Display, one_of_them(['off', 'on', 'dimmed'])),
     'die': strategies.builds(steps.Die, one_of_them(PEERS)),
@@ -48,9 +49,9 @@ KINDS = {
 # How often each kind of step comes. Most answers, reports and returns make no sense when their turn comes, and are left
 # out. In one kind of history requests pile up, in the other one most of them end.
 WEIGHTS = [
-    {'answer': 6, 'report': 6, 'choose': 6, 'install': 6, 'remove': 2, 'remove launcher': 2, 'hold': 2,
+    {'answer': 6, 'answer late': 2, 'report': 6, 'choose': 6, 'install': 6, 'remove': 2, 'remove launcher': 2, 'hold': 2,
      'return': 6, 'wait': 1, 'pause': 1, 'display': 1, 'die': 1, 'set': 1},
-    {'answer': 14, 'report': 24, 'choose': 8, 'install': 3, 'remove': 3, 'remove launcher': 3, 'hold': 3,
+    {'answer': 14, 'answer late': 4, 'report': 24, 'choose': 8, 'install': 3, 'remove': 3, 'remove launcher': 3, 'hold': 3,
      'return': 12, 'wait': 1, 'pause': 1, 'display': 1, 'die': 2, 'set': 2},
 ]
 

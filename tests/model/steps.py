@@ -50,6 +50,13 @@ class Answer(NamedTuple):
     call: int = 0
 
 
+class AnswerLate(NamedTuple):
+    """A peer answers a call whose time-out has come, 0 being the first of these. Nothing comes of it."""
+
+    manner: str = 'usual'
+    call: int = 0
+
+
 class Report(NamedTuple):
     """PackageKit reports something about a transaction that it has begun, 0 being the oldest one."""
 

@@ -43,6 +43,7 @@ class Peers:
         self._lock = threading.Lock()
         self._held = set()
         self._waiting = []
+        self._given_up = []
         self._answers_all = True
         self._connections = {}
         self.answers = Answers()
@@ -71,6 +72,7 @@ class Peers:
         connection = self._connections.pop(peer)
         with self._lock:
             self._waiting = [call for call in self._waiting if call.connection != connection]
+        self._given_up = [call for call in self._given_up if call.connection != connection]
         connection.get_stream().get_socket().shutdown(True, True)
         self._buses[PEERS[peer].bus].wait_owner(PEERS[peer].name, owned=False)
 
@@ -99,13 +101,19 @@ class Peers:
 
     def answer(self, call, manner):
         """Answers a call that waits."""
-        self.forget(call)
-        send(call.connection, self._reply(call.message, manner))
+        self._forget(call)
+        self._send_reply(call, manner)
 
-    def forget(self, call):
+    def give_up(self, call):
         """The service does not wait for a call any more."""
-        with self._lock:
-            self._waiting.remove(call)
+        self._forget(call)
+        self._given_up.append(call)
+
+    def answer_late(self, number, manner):
+        """Answers one of the calls that the service does not wait for any more, and returns it."""
+        call = self._given_up.pop(number)
+        self._send_reply(call, manner)
+        return call
 
     def report(self, number, event):
         """PackageKit reports something of a transaction."""
@@ -127,6 +135,13 @@ class Peers:
         """Returns when a receiver on the peer's bus has taken in all that the peer has sent to it."""
         self._connections[peer].call_sync(receiver, '/', 'org.freedesktop.DBus.Peer', 'Ping', None, None,
                                           Gio.DBusCallFlags.NO_AUTO_START, -1, None)
+
+    def _forget(self, call):
+        with self._lock:
+            self._waiting.remove(call)
+
+    def _send_reply(self, call, manner):
+        send(call.connection, self._reply(call.message, manner))
 
     def _received(self, connection, message, incoming):
         """Runs in GLib's thread."""

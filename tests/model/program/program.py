@@ -70,6 +70,10 @@ class Program:
     def _do_Answer(self, step, target):
         self._answer(self._peers.find(*target), step.manner)
 
+    def _do_AnswerLate(self, step, number):
+        call = self._peers.answer_late(number, step.manner)
+        self._wait_for_messages_of(METHODS[call.method].peer)
+
     def _do_Report(self, step, transaction):
         self._peers.report(transaction, step.event)
         self._wait_for_messages_of('PackageKit')
@@ -84,7 +88,7 @@ class Program:
         after, unanswered = target
         if unanswered:
             call = self._peers.find(*unanswered)
-            self._peers.forget(call)
+            self._peers.give_up(call)
             self._service.forget(call, PEERS[METHODS[call.method].peer].bus)
         self._clock.set(after)
 

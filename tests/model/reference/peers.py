@@ -42,6 +42,7 @@ class Peers:
         self.answers = Answers()
         self.present = set(PEERS)
         self.waiting = []
+        self.given_up = []  # the calls whose time-out has come
         self.running = []  # PackageKit's transactions
 
     def hold(self, method):
@@ -75,6 +76,11 @@ class Peers:
         else:
             self._loop.resume(reply)
 
+    def give_up(self, call):
+        """The time-out of a call has come."""
+        self.given_up.append(call)
+        self.answer(call, TIMED_OUT)
+
     def answer_next(self):
         """Answers a call that neither blocks nor waits for a step, if there is one. Returns whether there was."""
         for call in self.waiting:
@@ -102,6 +108,7 @@ class Peers:
     def leave(self, peer):
         """A peer goes. The bus answers the calls that wait for it, the newest first."""
         self.present.discard(peer)
+        self.given_up = [call for call in self.given_up if METHODS[call.method].peer != peer]
         for call in [call for call in reversed(self.waiting) if METHODS[call.method].peer == peer]:
             self.answer(call, DISCONNECTED)
 

@@ -9,7 +9,7 @@ from model.steps import ENDS, FOUND, REPORTED_ERRORS, Wait
 
 from .device import Device
 from .loop import Loop
-from .peers import TIMED_OUT, Peers
+from .peers import Peers
 from .service import Service
 from .trace import Trace
 
@@ -53,7 +53,7 @@ class World:
 
     def target(self, step):
         """The thing that a step means by a number: the dialog, the call as its method and its number among the calls of
-        that method, or the transaction. For Wait, the time shortly after the time-out, and the call that gets no answer. For
+        that method, the late call as its number, or the transaction. For Wait, the time shortly after the time-out, and the call that gets no answer. For
         Pause, the time shortly before."""
         find = getattr(self, f'_target_{type(step).__name__}', None)
         return find(step) if find else None
@@ -126,6 +126,16 @@ class World:
         if call.transaction and not reply.is_error:
             self._peers.running.append(call.transaction)
 
+    def _can_AnswerLate(self, _step):
+        return self._peers.given_up
+
+    def _target_AnswerLate(self, step):
+        return step.call % len(self._peers.given_up)
+
+    def _do_AnswerLate(self, step):
+        # The service takes no notice, but PackageKit gives a transaction its number.
+        self._peers.reply_to(self._peers.given_up.pop(self._target_AnswerLate(step)), step.manner)
+
     def _can_Report(self, _step):
         return self._peers.running
 
@@ -190,7 +200,7 @@ class World:
         deadline, call = self._deadlines()[0]
         self._clock.now = deadline + TOLERANCE
         if call:
-            self._peers.answer(call, TIMED_OUT)
+            self._peers.give_up(call)
 
     def _can_Pause(self, step):
         return self._deadlines() and self._target_Pause(step) > self._clock.now
