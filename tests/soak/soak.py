@@ -6,6 +6,7 @@ from collections import Counter
 from pathlib import Path
 
 from gi.repository import GLib
+from harness.processes import WaitFailed
 from standin.remoteerror import RemoteError
 from support.removalrequests import KNOWN, PEERS
 from support.transactionsignals import finished, package_found
@@ -61,7 +62,10 @@ class Soak:
         for step in planned.steps:
             self._do(step)
             device.processes.run_pending()
-        self._wait_end()
+        try:
+            self._wait_end()
+        except WaitFailed as failure:
+            raise SoakFailed(f'{failure}, in {self._round}; {self._state()}') from None
         self._check()
         self._repair()
         self._log.close()
