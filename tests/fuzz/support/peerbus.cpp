@@ -77,7 +77,7 @@ void ReleaseValue::operator()(GVariant *value) const
 
 Arguments argumentsOf(const char *text)
 {
-    return Arguments(g_variant_ref_sink(g_variant_parse(nullptr, text, nullptr, nullptr, nullptr)));
+    return Arguments(g_variant_parse(nullptr, text, nullptr, nullptr, nullptr));
 }
 
 Arguments argumentsIn(const QByteArray &input)
@@ -117,7 +117,7 @@ private:
     static gboolean accept(GDBusServer *server, GDBusConnection *connection, gpointer self);
     static GDBusMessage *filter(GDBusConnection *connection, GDBusMessage *message, gboolean incoming, gpointer self);
     void receive(GDBusMessage *call);
-    void send(GDBusMessage *message);
+    bool send(GDBusMessage *message);
 
     GDBusServer *m_server = nullptr;
     std::atomic<GDBusConnection *> m_connection = nullptr;
@@ -205,6 +205,7 @@ void PeerBus::Peer::receive(GDBusMessage *call)
             ? g_dbus_message_new_method_error_literal(call, "org.freedesktop.DBus.Error.Failed", "")
             : g_dbus_message_new_method_reply(call);
     setArguments(reply, answer.arguments.get());
+    // The caller is gone when the program ends.
     send(reply);
 }
 
@@ -212,13 +213,13 @@ void PeerBus::Peer::emitSignal(const char *path, const char *interface, const ch
 {
     g_autoptr(GDBusMessage) message = g_dbus_message_new_signal(path, interface, member);
     setArguments(message, arguments.get());
-    send(message);
+    require(send(message));
 }
 
-void PeerBus::Peer::send(GDBusMessage *message)
+bool PeerBus::Peer::send(GDBusMessage *message)
 {
     g_dbus_message_set_sender(message, PeerName);
-    require(g_dbus_connection_send_message(m_connection, message, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr));
+    return g_dbus_connection_send_message(m_connection, message, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);
 }
 
 PeerBus &PeerBus::instance()
