@@ -49,10 +49,10 @@ class Transaction:
             yield from self._owner.error(code, text)
 
     def finished(self, end):
-        if self in self._library.transactions:
-            self._library.transactions.remove(self)
+        """The library deletes a transaction that has ended. What was on its way is still heard before."""
         if not self._library.loop.is_deleted(self._owner):
             yield from self._owner.finished(end)
+        self._library.loop.delete_later(self, lambda: self._library.transactions.remove(self))
 
 
 class PackageKit:
