@@ -13,9 +13,13 @@ function __velmora_installctl_names
     rpm -qa --queryformat '%{NAME}\n' 2>/dev/null
 end
 
-# The file may be a word of its own, or follow the option and "=".
+# The file may be a word of its own, or follow the option and "=". Versions of fish differ in how __fish_complete_suffix is told
+# of the second form. A command that has no completions gets those of files.
 function __velmora_installctl_launchers
-    __fish_complete_suffix (commandline -ct | string replace --regex -- '^--launcher=' '') .desktop
+    set --local typed (commandline -ct | string replace --regex -- '^--launcher=' '')
+    set --local files (complete -C "__velmora_installctl_no_completions $typed")
+    set --query files[1]
+    and printf '%s\n' (string match --regex -- '^.*\.desktop$' $files) (string match --regex -- '^.*/$' $files) $files
 end
 
 complete -c velmora-installctl -f
