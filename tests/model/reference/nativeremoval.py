@@ -5,6 +5,7 @@
 from .packagekit import ENUM, INSTALLED_ONLY
 from .trace import quoted
 
+RESOLVE = 'Resolve'
 TRUSTED_ONLY = 2
 GIVE_UP = 'void Package::UninstallTransactionPkgKit::giveUp(const QString&)'
 
@@ -16,34 +17,33 @@ class NativeRemoval:
         self._service = service
         self._name = name
         self._packages = []
-        self._removes = False
         self._debug(f'UninstallTransactionPkgKit::start: {self._names}')
-        service.packagekit.start(self, 'Resolve', INSTALLED_ONLY, [name])
+        service.packagekit.start(self, RESOLVE, INSTALLED_ONLY, [name])
 
     @property
     def _names(self):
         return f'({quoted(self._name)})'
 
-    def found(self, package):
-        if not self._removes:
+    def found(self, transaction, package):
+        if transaction.method == RESOLVE:
             self._debug(f'Resolved: {ENUM}InfoInstalled {quoted(package, "")}')
             self._packages.append(package)
         return ()
 
-    def error(self, code, text):
-        self._debug(f'{"Uninstall" if self._removes else "Resolve"} Error: {self._names} {ENUM}{code} {quoted(text)}')
+    def error(self, transaction, code, text):
+        part = 'Resolve' if transaction.method == RESOLVE else 'Uninstall'
+        self._debug(f'{part} Error: {self._names} {ENUM}{code} {quoted(text)}')
         self._debug(f'{GIVE_UP} {quoted(text)}')
         self._delete()
         yield from self._service.removals.ended(self._name, text)
 
-    def finished(self, end):
-        if self._removes:
+    def finished(self, transaction, end):
+        if transaction.method != RESOLVE:
             self._debug(f'slotUninstallFinished: {self._names} {ENUM}{end} 0')
             self._delete()
             if end == 'ExitSuccess':
                 yield from self._service.removals.ended(self._name, '')
         elif self._packages:
-            self._removes = True
             self._service.packagekit.start(self, 'RemovePackages', TRUSTED_ONLY, list(self._packages), False, False)
         else:
             self._delete()

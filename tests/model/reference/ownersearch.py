@@ -21,18 +21,18 @@ class OwnerSearch:
         self._has_found = False
         service.packagekit.start(self, 'SearchFiles', INSTALLED_ONLY, [self._apk or launcher])
 
-    def found(self, package):
+    def found(self, _transaction, package):
         name = package.partition(';')[0]
         if name:
             self._has_found = True
             self._service.count.end()
             yield from self._service.removals.remove([name])
 
-    def error(self, code, text):
+    def error(self, _transaction, code, text):
         self._service.trace.warning(f'Error on resolving desktop file owner {ENUM}{code} {quoted(text)}')
         return ()
 
-    def finished(self, _end):
+    def finished(self, _transaction, _end):
         self._service.loop.delete_later(self)
         if self._apk and not self._has_found:
             self._service.count.end()

@@ -14,7 +14,8 @@ class Transaction:
     def __init__(self, library, owner, method, arguments):
         self._library = library
         self._owner = owner
-        self._request = method, arguments
+        self.method = method
+        self._arguments = arguments
         self.number = None
         library.peers.send('CreateTransaction', answered=self._begun)
 
@@ -23,36 +24,41 @@ class Transaction:
             yield from self._fail(reply.error_text)
             return
         self.number = reply.value
-        method, arguments = self._request
-        self._library.peers.send(method, *arguments, answered=self._accepted, transaction=self.number)
+        self._library.peers.send(self.method, *self._arguments, answered=self._accepted, transaction=self.number)
 
     def _accepted(self, reply):
         if reply.is_error:
             yield from self._fail(reply.error_text)
 
     def _fail(self, text):
-        """An error of the bus, or a refusal: the error and the end come in one go."""
+        """An error of the bus, or a refusal: the error and the end come in one go, and then nothing more."""
+        self._forget()
         yield from self.error('ErrorInternalError', text)
         yield from self.finished('ExitFailed')
 
     def crashed(self):
-        """PackageKit has left the bus."""
+        """PackageKit has left the bus. A transaction hears of it once."""
+        self._forget()
         yield from self.error('ErrorProcessKill', CRASHED)
         yield from self.finished('ExitKilled')
 
     def found(self, package):
         if not self._library.loop.is_deleted(self._owner):
-            yield from self._owner.found(package)
+            yield from self._owner.found(self, package)
 
     def error(self, code, text):
         if not self._library.loop.is_deleted(self._owner):
-            yield from self._owner.error(code, text)
+            yield from self._owner.error(self, code, text)
 
     def finished(self, end):
         """The library deletes a transaction that has ended. What was on its way is still heard before."""
         if not self._library.loop.is_deleted(self._owner):
-            yield from self._owner.finished(end)
-        self._library.loop.delete_later(self, lambda: self._library.transactions.remove(self))
+            yield from self._owner.finished(self, end)
+        self._library.loop.delete_later(self, self._forget)
+
+    def _forget(self):
+        if self in self._library.transactions:
+            self._library.transactions.remove(self)
 
 
 class PackageKit:
