@@ -72,7 +72,7 @@ protected:
         QGuiApplication::setFont(font);
     }
 
-    /** What the program has logged, which the test expects. */
+    /** The lines that the program has logged. The test expects them. */
     static QStringList takeLog() { return std::exchange(s_log, {}); }
 
 protected Q_SLOTS:

@@ -183,7 +183,7 @@ MISSING = problem('file:///usr/share/velmora-installationhandler//SideloadDialog
 BROKEN = problem('file:///usr/share/velmora-installationhandler//SideloadDialog.qml:8: …')
 NO_WINDOW = WARNING + 'Failed to cast component to window ()'
 
-# What the log says of the file, and the explanation.
+# The log's words about the file, and the explanation.
 DIALOGS = {
     'absent': (MISSING, '52'), 'wrong type': (NO_WINDOW, '52, 61'), 'error': (BROKEN, '52'),
     'returns': (None, ''),

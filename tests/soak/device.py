@@ -32,7 +32,7 @@ ALLOCATOR = {'MALLOC_MMAP_THRESHOLD_': '4096'}
 # A call of a transaction of PackageKit, whose path ends with the number of the process that has made it.
 TRANSACTION_OF = re.compile(r'package-kit: /\d+_(\d+) ')
 
-# What a peer is told before anybody can call it.
+# The instructions that a peer gets before anybody can call it.
 SETTINGS = {'package-manager': {'installs': 'nothing'}}
 
 

@@ -22,7 +22,7 @@ MOST_FAULTS = 4
 
 PACKAGES = [f'package{number}' for number in range(8)]
 
-# What each peer is called for.
+# The methods that each peer is called for.
 METHODS = {
     'package-manager': ['Install', 'GetPackage', 'Remove'],
     'developer-mode': ['IsSilentInstallationEnabled'],

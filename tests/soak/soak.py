@@ -19,7 +19,7 @@ PUBLIC_NAMES = {**PEERS, 'developer-mode': 'ru.quon.developermode', 'mce': 'com.
                 'notifications': 'org.freedesktop.Notifications'}
 
 NONSENSE = GLib.Variant('(a{sv})', ({},))
-# What PackageKit finds.
+# The package that PackageKit finds.
 OWNER = 'owner'
 FOUND = package_found(f'{OWNER};1.0-1;noarch;installed')
 

@@ -25,7 +25,7 @@ CRASHED = 'The PackageKit daemon has crashed'
 # receives them: Known behaviour 26.
 CRASH = End(log=DELETED, known='26', words='a failure, in up to four reports')
 
-# What never gets an answer that ends it comes last: it would hear of every later death.
+# A call without an answer that ends it comes last: it would hear of every later death.
 CALL_FAULTS = ('dies', 'hangs', 'wrong type')
 
 

@@ -14,7 +14,7 @@ REFUSED = ('a.b.Refused', 'not today')
 
 MANAGER, DEVELOPER_MODE, MCE, NOTIFICATIONS = 'package-manager', 'developer-mode', 'mce', 'notifications'
 
-# What each peer is called for, and in what order.
+# The methods that each peer is called for, in this order.
 CALLS = {
     MANAGER: ['Install'], DEVELOPER_MODE: ['IsSilentInstallationEnabled'],
     MCE: ['get_display_status', 'notification_begin_req', 'notification_end_req'], NOTIFICATIONS: ['Notify'],
@@ -43,7 +43,7 @@ class Cell(NamedTuple):
 # The faults of a peer, and of its calls.
 FAULTS = ('absent', 'returns')
 CALL_FAULTS = ('dies before the reply', 'dies after the reply', 'hangs', 'wrong type', 'error')
-# What the bus tells of a call that hangs when its peer goes. One request shows it.
+# The answer of the bus to a call that hangs when its peer goes. One request shows it.
 LATER_FAULTS = ('hangs and dies', 'hangs and replies without its name')
 
 

@@ -51,7 +51,7 @@ class Transaction:
             yield from self._owner.error(self, code, text)
 
     def finished(self, end):
-        """The library deletes a transaction that has ended. What was on its way is still heard before."""
+        """The library deletes a transaction that has ended. Events on their way are still heard before."""
         if not self._library.loop.is_deleted(self._owner):
             yield from self._owner.finished(self, end)
         self._library.loop.delete_later(self, self._forget)
