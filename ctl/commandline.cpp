@@ -38,7 +38,14 @@ QByteArray toBytes(const QString &word)
 
 QString toText(const QString &word)
 {
-    return decodeUtf8(toBytes(word));
+    return showWord(toBytes(word));
+}
+
+QString tellClash(const QString &one, const QString &other)
+{
+    //: %1 is an option such as --sdk or another word of the command line, %2 an option or a command
+    //% "%1 does not go with %2"
+    return fillIn(qtTrId("installctl-usage-clash"), one, other);
 }
 
 CommandLine::Command toCommand(const QString &word)
@@ -148,23 +155,25 @@ QString Reader::findWrongOption() const
 {
     const bool installs = m_line.command == CommandLine::Install;
     const bool removes = m_line.command == CommandLine::Remove;
+    const QString none;
+    const QString command = m_parser.positionalArguments().constFirst();
+    const QString noWait = m_line.noWait ? QStringLiteral("--no-wait") : none;
+    const QString launcher = m_line.launcher.isNull() ? none : QStringLiteral("--launcher");
     const struct
     {
         const char *option;
-        bool isRight;
+        QString clash;
     } rules[] = {
-            {"sdk", installs},
-            {"notify", installs && !m_line.noWait},
-            {"launcher", removes},
-            {"keep-user-data", installs || (removes && m_line.launcher.isNull())},
-            {"no-wait", installs || removes},
-            {"quiet", installs || removes},
+            {"sdk", installs ? none : command},
+            {"notify", installs ? noWait : command},
+            {"launcher", removes ? none : command},
+            {"keep-user-data", installs || removes ? launcher : command},
+            {"no-wait", installs || removes ? none : command},
+            {"quiet", installs || removes ? none : command},
     };
     for (const auto &rule : rules) {
-        if (isSet(rule.option) && !rule.isRight) {
-            //: %1 is an option such as --sdk
-            //% "%1 does not go with this command and its other options"
-            return fillIn(qtTrId("installctl-usage-wrong-option"), QStringLiteral("--") + QLatin1String(rule.option));
+        if (isSet(rule.option) && !rule.clash.isEmpty()) {
+            return tellClash(QStringLiteral("--") + QLatin1String(rule.option), rule.clash);
         }
     }
     return QString();
@@ -179,9 +188,9 @@ QString Reader::findWrongSubject() const
         return qtTrId("installctl-usage-no-subject");
     }
     if (!needsSubject && !m_line.subjects.isEmpty()) {
-        //: %1 is the word that was given
-        //% "%1 is one word too many"
-        return fillIn(qtTrId("installctl-usage-word-too-many"), decodeUtf8(m_line.subjects.constFirst()));
+        return tellClash(showWord(m_line.subjects.constFirst()),
+                         m_line.launcher.isNull() ? m_parser.positionalArguments().constFirst()
+                                                  : QStringLiteral("--launcher"));
     }
     return m_line.command == CommandLine::Remove ? findWrongName() : QString();
 }

@@ -107,8 +107,8 @@ QString findReadingProblem(const QByteArray &path)
 NamedFile find(const QByteArray &given)
 {
     NamedFile file;
-    file.subject.given = decodeUtf8(given);
-    file.subject.name = file.subject.given;
+    file.subject.given = showWord(given);
+    file.subject.name = decodeUtf8(given);
     const std::optional<QByteArray> path = isUrl(given) ? pathOfUrl(given) : given;
     if (!path) {
         //: Why a file cannot be installed

@@ -21,3 +21,9 @@ inline std::optional<QString> readUtf8(const QByteArray &bytes)
     const QString text = decodeUtf8(bytes);
     return text.toUtf8() == bytes ? std::optional(text) : std::nullopt;
 }
+
+/** A word of a command line for people: an empty one is two quotation marks, as in a shell. */
+inline QString showWord(const QByteArray &word)
+{
+    return word.isEmpty() ? QStringLiteral("''") : decodeUtf8(word);
+}

@@ -332,6 +332,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>An error</extracomment>
         <translation>出力を書き込めませんでした</translation>
     </message>
+    <message id="installctl-usage-clash">
+        <source>%1 does not go with %2</source>
+        <extracomment>%1 is an option such as --sdk or another word of the command line, %2 an option or a command</extracomment>
+        <translation>%1 は %2 と一緒に使用できません</translation>
+    </message>
     <message id="installctl-usage-marked-name">
         <source>a name must not begin with the character %1</source>
         <extracomment>%1 is the code of a character</extracomment>
@@ -362,20 +367,10 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>%1 is the word that was given</extracomment>
         <translation>%1 というコマンドはありません</translation>
     </message>
-    <message id="installctl-usage-word-too-many">
-        <source>%1 is one word too many</source>
-        <extracomment>%1 is the word that was given</extracomment>
-        <translation>余分な引数です：%1</translation>
-    </message>
     <message id="installctl-usage-wrong-name">
         <source>a name is empty or not UTF-8</source>
         <extracomment>An error in a command line</extracomment>
         <translation>空の名前、または UTF-8 ではない名前があります</translation>
-    </message>
-    <message id="installctl-usage-wrong-option">
-        <source>%1 does not go with this command and its other options</source>
-        <extracomment>%1 is an option such as --sdk</extracomment>
-        <translation>%1 は、このコマンドと他のオプションの組み合わせでは使用できません</translation>
     </message>
     <message id="installctl-waiting">
         <source>waiting for the service</source>

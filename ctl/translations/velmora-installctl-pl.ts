@@ -332,6 +332,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>An error</extracomment>
         <translation>nie udało się zapisać danych wyjściowych</translation>
     </message>
+    <message id="installctl-usage-clash">
+        <source>%1 does not go with %2</source>
+        <extracomment>%1 is an option such as --sdk or another word of the command line, %2 an option or a command</extracomment>
+        <translation>%1 nie można użyć razem z %2</translation>
+    </message>
     <message id="installctl-usage-marked-name">
         <source>a name must not begin with the character %1</source>
         <extracomment>%1 is the code of a character</extracomment>
@@ -362,20 +367,10 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>%1 is the word that was given</extracomment>
         <translation>nie ma polecenia %1</translation>
     </message>
-    <message id="installctl-usage-word-too-many">
-        <source>%1 is one word too many</source>
-        <extracomment>%1 is the word that was given</extracomment>
-        <translation>zbędne słowo: %1</translation>
-    </message>
     <message id="installctl-usage-wrong-name">
         <source>a name is empty or not UTF-8</source>
         <extracomment>An error in a command line</extracomment>
         <translation>nazwa jest pusta lub nie jest zapisana w UTF-8</translation>
-    </message>
-    <message id="installctl-usage-wrong-option">
-        <source>%1 does not go with this command and its other options</source>
-        <extracomment>%1 is an option such as --sdk</extracomment>
-        <translation>opcji %1 nie można użyć z tym poleceniem i jego pozostałymi opcjami</translation>
     </message>
     <message id="installctl-waiting">
         <source>waiting for the service</source>

@@ -332,6 +332,11 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>An error</extracomment>
         <translation>não foi possível escrever a saída</translation>
     </message>
+    <message id="installctl-usage-clash">
+        <source>%1 does not go with %2</source>
+        <extracomment>%1 is an option such as --sdk or another word of the command line, %2 an option or a command</extracomment>
+        <translation>%1 não é compatível com %2</translation>
+    </message>
     <message id="installctl-usage-marked-name">
         <source>a name must not begin with the character %1</source>
         <extracomment>%1 is the code of a character</extracomment>
@@ -362,20 +367,10 @@ SPDX-License-Identifier: BSD-3-Clause
         <extracomment>%1 is the word that was given</extracomment>
         <translation>o comando %1 não existe</translation>
     </message>
-    <message id="installctl-usage-word-too-many">
-        <source>%1 is one word too many</source>
-        <extracomment>%1 is the word that was given</extracomment>
-        <translation>%1 é uma palavra a mais</translation>
-    </message>
     <message id="installctl-usage-wrong-name">
         <source>a name is empty or not UTF-8</source>
         <extracomment>An error in a command line</extracomment>
         <translation>um nome está vazio ou não é UTF-8</translation>
-    </message>
-    <message id="installctl-usage-wrong-option">
-        <source>%1 does not go with this command and its other options</source>
-        <extracomment>%1 is an option such as --sdk</extracomment>
-        <translation>%1 não é compatível com este comando e as suas outras opções</translation>
     </message>
     <message id="installctl-waiting">
         <source>waiting for the service</source>

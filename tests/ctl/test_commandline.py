@@ -17,26 +17,30 @@ TOO_MANY = 'with --no-wait no more than 100 names can be given'
 BYTES = os.fsdecode(b'\xff')
 
 
-def wrong(option):
-    return f'{option} does not go with this command and its other options'
+def clash(one, other):
+    return f'{one} does not go with {other}'
 
 
 USAGE = [
-    ([], NO_COMMAND), ([''], 'there is no command '), (['--json'], NO_COMMAND), (['--'], NO_COMMAND),
+    ([], NO_COMMAND), ([''], "there is no command ''"), (['--json'], NO_COMMAND), (['--'], NO_COMMAND),
     *(([word], f'there is no command {word}') for word in ('frobnicate', 'Install', 'instal', '-', '/a.rpm')),
     (['\x1b[31mred'], 'there is no command \\x1b[31mred'), (['-x', 'install'], "Unknown option 'x'."),
     (['--', '--version'], 'there is no command --version'), (['install', '--frob', 'a'], "Unknown option 'frob'."),
     (['install', '--sdk=1', 'a'], "Unexpected value after '--sdk'."), (['install', '--fr\x1bob'], "Unknown option 'fr\\x1bob'."),
     (['monitor', '--timeout'], "Missing value after '--timeout'."),
     (['install'], NO_SUBJECT), (['remove'], NO_SUBJECT), (['install', '--quiet', '--'], NO_SUBJECT),
-    (['monitor', 'a', 'b'], 'a is one word too many'), (['remove', '--launcher', '/a', 'b'], 'b is one word too many'),
-    (['monitor', 'lin\ne'], 'lin\\x0ae is one word too many'),
-    *((['remove', option, 'a'], wrong(option)) for option in ('--sdk', '--notify')),
-    *((['monitor', option], wrong(option))
+    (['monitor', 'a', 'b'], clash('a', 'monitor')), (['remove', '--launcher', '/a', 'b'], clash('b', '--launcher')),
+    (['monitor', 'lin\ne'], clash('lin\\x0ae', 'monitor')), (['monitor', ''], clash("''", 'monitor')),
+    *((['remove', option, 'a'], clash(option, 'remove')) for option in ('--sdk', '--notify')),
+    *((['monitor', option], clash(option, 'monitor'))
       for option in ('--sdk', '--notify', '--keep-user-data', '--no-wait', '--quiet')),
-    (['monitor', '--launcher', 'a'], wrong('--launcher')), (['install', '--launcher', 'a', 'b'], wrong('--launcher')),
-    (['remove', '--launcher', 'a', '--keep-user-data'], wrong('--keep-user-data')),
-    (['install', '--notify', '--no-wait', 'a'], wrong('--notify')),
+    *(([command, '--launcher', 'a', 'b'], clash('--launcher', command)) for command in ('monitor', 'install')),
+    (['remove', '--launcher', 'a', '--keep-user-data'], clash('--keep-user-data', '--launcher')),
+    (['remove', '--launcher=', 'a'], clash('a', '--launcher')),
+    (['install', '--notify', '--no-wait', 'a'], clash('--notify', '--no-wait')),
+    (['monitor', '--notify', '--no-wait'], clash('--notify', 'monitor')),
+    (['install', '--timeout', '1', '--timeout', 'x', 'a'], SECONDS),
+    (['--frob', '--help', '--version'], "Unknown option 'frob'."),
     *((['install', f'--timeout={value}', 'a'], SECONDS) for value in (
         '', 'x', '-1', '1.5', '1s', '0x10', '2147484', '4294967296', '99999999999999999999', '٣')),
     (['remove', ''], WRONG_NAME), (['remove', 'a', BYTES], WRONG_NAME),

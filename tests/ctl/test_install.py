@@ -119,8 +119,8 @@ def problems(folder):
 
 
 def shown(given):
-    """Bytes that are no text are replaced."""
-    return os.fsencode(given).decode(errors='replace')
+    """Bytes that are no text are replaced, and nothing is two quotation marks."""
+    return os.fsencode(given).decode(errors='replace') or "''"
 
 
 def test_problems(session_bus, session_monitor, ctl, files):
@@ -136,6 +136,7 @@ def test_problems(session_bus, session_monitor, ctl, files):
         (66, [], ['blank.rpm : with --sdk a path must not end in a blank', 'fifo: not a regular file'])
     assert ctl('remove', '--launcher', 'absent.desktop', folder=files) == (66, [], ['absent.desktop: ' + ABSENT])
     assert ctl('remove', '--launcher', 'folder', folder=files) == (66, [], ['folder: ' + IRREGULAR])
+    assert ctl('remove', '--launcher', '', folder=files) == (66, [], ["'': " + ABSENT])
 
     run = ctl.start('install', '--json', 'folder', 'plain.rpm', 'absent.rpm', folder=files)
     assert run.wait()[::2] == (66, [f'folder: {IRREGULAR}', f'absent.rpm: {ABSENT}'])

@@ -62,7 +62,7 @@ def test_without_catalogues(catalogues, session_bus, ctl):
 
     see_help = f'{program} installctl-see-help velmora-installctl --help'
     for arguments, reason in [
-        (['remove', '--launcher', '/absent', '%1'], 'word-too-many %1'), (['remove', '--sdk', 'a'], 'wrong-option --sdk'),
+        (['remove', '--launcher', '/absent', '%1'], 'clash %1 --launcher'), (['remove', '--sdk', 'a'], 'clash --sdk remove'),
         (['frobnicate'], 'unknown-command frobnicate'), (['remove', '--timeout', 'x'], 'seconds --timeout 2147483'),
         (['remove', '--no-wait', *'a' * 101], 'too-many-names --no-wait 100'),
     ]:
