@@ -10,10 +10,14 @@ namespace {
 
 QString usage()
 {
-    return QStringLiteral("velmora-installctl install [--sdk] [--keep-user-data] [--notify] FILE...\n"
-                          "velmora-installctl remove [--keep-user-data] NAME...\n"
-                          "velmora-installctl remove --launcher FILE\n"
-                          "velmora-installctl monitor\n");
+    return QStringLiteral("velmora-installctl install [--sdk] [--keep-user-data] [--notify | --no-wait]\n"
+                          "                           [--timeout SECONDS] [--json] [--quiet] FILE...\n"
+                          "velmora-installctl remove [--keep-user-data] [--no-wait]\n"
+                          "                          [--timeout SECONDS] [--json] [--quiet] NAME...\n"
+                          "velmora-installctl remove --launcher FILE [--no-wait]\n"
+                          "                          [--timeout SECONDS] [--json] [--quiet]\n"
+                          "velmora-installctl monitor [--timeout SECONDS] [--json]\n"
+                          "velmora-installctl --help | --version\n");
 }
 
 QString line(const char *term, const QString &text)

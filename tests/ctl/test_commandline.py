@@ -62,21 +62,24 @@ def section(manual, heading):
 
 
 def test_help_and_version(ctl):
-    """The help has the options and exit statuses of the manual."""
+    """The help has the synopsis, the options and the exit statuses of the manual."""
     shown = ctl('--help')
     assert (shown.status, shown.err) == (0, [])
     assert max(map(len, shown.out)) < 80
-    for arguments in (['-h'], ['install', '--help'], ['--help', 'frobnicate'],
-                      ['--help', '--version'], ['--help', '--quiet']):
+    for arguments in (['-h'], ['install', '--help'], ['--help', 'frobnicate'], ['--timeout', 'x', '--help'],
+                      ['--version', '--help'], ['--help', '--quiet'], ['--help', '--help']):
         assert ctl(*arguments) == shown
     manual = MANUAL.read_text(encoding='utf-8')
-    _, options, statuses = re.split(r'\n\w.*:\n', '\n'.join(shown.out))
+    usage, options, statuses = re.split(r'\n\w.*:\n', '\n'.join(shown.out))
+    synopsis = section(manual, 'SYNOPSIS').replace('*', '')
+    assert usage.split() == re.sub('_([a-z]+)_', lambda word: word[1].upper(), synopsis).split()
     terms = re.findall(r'^\*-.*', section(manual, 'OPTIONS'), re.MULTILINE)
     assert re.findall(r'(?<!\w)--?[a-z][a-z-]*', options) == re.findall(r'\*(--?[a-z-]+)\*', ' '.join(terms))
     assert re.findall(r'\b\d+\b', statuses) == re.findall(r'\*(\d+)\*', section(manual, 'EXIT STATUS'))
 
     (version,) = re.findall(r'^Version:\s*(\S+)', PACKAGE.read_text(encoding='utf-8'), re.MULTILINE)
-    assert ctl('--version') == ctl('install', '--version') == (0, [f'velmora-installctl {version}'], [])
+    assert ctl('--version') == ctl('install', '--version') == ctl('--version',
+                                                                  '--timeout', 'x') == (0, [f'velmora-installctl {version}'], [])
 
 
 def test_without_a_bus(ctl, tmp_path):
