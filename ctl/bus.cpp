@@ -3,11 +3,15 @@
 
 #include "bus.h"
 
+#include "interruption.h"
+
+#include <QEventLoop>
 #include <QString>
+#include <QThread>
+#include <QTimer>
 
 #include <chrono>
-#include <future>
-#include <thread>
+#include <memory>
 
 namespace {
 
@@ -16,26 +20,35 @@ QString monitorName()
     return QStringLiteral("monitor");
 }
 
-bool connectAll(bool needsMonitor)
+void connectAll(bool needsMonitor)
 {
     if (needsMonitor) {
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, monitorName());
     }
-    return QDBusConnection::sessionBus().isConnected();
+    QDBusConnection::sessionBus();
 }
 
 }
 
 // QtDBus waits without limit for a bus that does not answer, so a thread of its own does this.
-Bus::State Bus::connect(bool needsMonitor, int seconds)
+Bus::State Bus::connect(bool needsMonitor, int seconds, const Interruption &interruption)
 {
-    std::packaged_task<bool()> task([needsMonitor] { return connectAll(needsMonitor); });
-    std::future<bool> isConnected = task.get_future();
-    std::thread(std::move(task)).detach();
-    if (seconds > 0 && isConnected.wait_for(std::chrono::seconds(seconds)) != std::future_status::ready) {
-        return Silent;
+    std::unique_ptr<QThread> thread(QThread::create([needsMonitor] { connectAll(needsMonitor); }));
+    QEventLoop loop;
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&interruption, &Interruption::received, &loop, &QEventLoop::quit);
+    if (seconds > 0) {
+        QTimer::singleShot(std::chrono::seconds(seconds), &loop, &QEventLoop::quit);
     }
-    return isConnected.get() ? Connected : Absent;
+    thread->start();
+    loop.exec();
+    if (thread->isFinished() && interruption.signal() == 0) {
+        thread->wait();
+        return connection().isConnected() ? Connected : Absent;
+    }
+    // Nothing ends a thread that waits for the bus.
+    [[maybe_unused]] const QThread *left = thread.release();
+    return interruption.signal() == 0 ? Silent : Interrupted;
 }
 
 QDBusConnection Bus::connection()

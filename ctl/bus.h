@@ -6,6 +6,8 @@
 #include <QDBusConnection>
 #include <QDBusError>
 
+class Interruption;
+
 /** The connections to the session bus: one to call the service, and one that can become a monitor. */
 namespace Bus {
 
@@ -15,10 +17,12 @@ enum State {
     Absent,
     /** There is something that does not answer. The process can only be left by std::_Exit() then. */
     Silent,
+    /** A signal of the system has come first. The process can only be left by std::_Exit() then. */
+    Interrupted,
 };
 
 /** Connects once. needsMonitor: makes the second connection too. seconds: the bus has so long, without a limit if 0. */
-State connect(bool needsMonitor, int seconds);
+State connect(bool needsMonitor, int seconds, const Interruption &interruption);
 
 QDBusConnection connection();
 QDBusConnection monitorConnection();

@@ -56,6 +56,7 @@ void Interruption::readSignal()
 {
     unsigned char number = 0;
     if (read(pipeEnds[0], &number, 1) == 1) {
+        m_signal = number;
         emit received(number);
     }
 }

@@ -15,6 +15,9 @@ public:
     /** From now on these signals do not end the process, but a second one does. Those that were ignored stay so. */
     explicit Interruption(QObject *parent = nullptr);
 
+    /** The number of the last signal that was received, 0 if there was none. */
+    int signal() const { return m_signal; }
+
 Q_SIGNALS:
     /** signal: its number. */
     void received(int signal);
@@ -23,4 +26,5 @@ private:
     void readSignal();
 
     QSocketNotifier m_notifier;
+    int m_signal = 0;
 };

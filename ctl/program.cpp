@@ -45,10 +45,12 @@ void addReports(Reports *reports, const CommandLine &commandLine, Bus::State bus
     }
 }
 
-int endWith(Outcome outcome, Report *report)
+// signal: the number of the one that has interrupted the program.
+int endWith(Outcome outcome, Report *report, int signal = 0)
 {
-    report->showEnd(outcome, exitStatus(outcome));
-    return exitStatus(outcome);
+    const int status = exitStatus(outcome, signal);
+    report->showEnd(outcome, status);
+    return status;
 }
 
 int endWithProblems(const QList<NamedFile> &files, Report *report)
@@ -61,16 +63,18 @@ int endWithProblems(const QList<NamedFile> &files, Report *report)
     return endWith(Outcome::Problem, report);
 }
 
-int endWithoutBus(const QList<NamedFile> &files, Result result, Report *report)
+int endWithoutBus(const QList<NamedFile> &files, const Result &first, Report *report, int signal)
 {
+    Result result = first;
     for (const NamedFile &file : files) {
         report->showResult(file.subject, result);
         result = Results::unrequested();
     }
-    return endWith(Outcome::Unavailable, report);
+    return endWith(first.outcome, report, signal);
 }
 
-int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Report *report)
+int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Report *report,
+              const Interruption &interruption)
 {
     QList<Subject> subjects;
     std::transform(files.cbegin(), files.cend(), std::back_inserter(subjects),
@@ -78,7 +82,6 @@ int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Rep
     // All requests are made even if nobody reads the output any more. The status tells how they ended.
     std::signal(SIGPIPE, SIG_IGN);
     Errand errand(commandLine, subjects, report);
-    const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &errand, &Errand::interrupt);
     QObject::connect(&errand, &Errand::finished, &errand, &QCoreApplication::exit, Qt::QueuedConnection);
     errand.start();
@@ -87,8 +90,14 @@ int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Rep
 
 Result withoutBus(Bus::State state, const CommandLine &commandLine)
 {
-    return state == Bus::Silent ? Results::silentBus(commandLine.limit())
-                                : Results::noBus(Bus::connection().lastError().message());
+    switch (state) {
+    case Bus::Interrupted:
+        return Results::interruptedStart();
+    case Bus::Silent:
+        return Results::silentBus(commandLine.limit());
+    default:
+        return Results::noBus(Bus::connection().lastError().message());
+    }
 }
 
 bool hasProblem(const QList<NamedFile> &files)
@@ -97,29 +106,31 @@ bool hasProblem(const QList<NamedFile> &files)
 }
 
 // Problems with files are told first. Where there is a bus, a notification can tell them too.
-int run(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
+int run(const CommandLine &commandLine, Bus::State bus, const Interruption &interruption, QElapsedTimer clock)
 {
     Reports reports;
     addReports(&reports, commandLine, bus, clock);
     const QList<NamedFile> files = findSubjects(commandLine);
-    if (hasProblem(files)) {
+    if (bus != Bus::Interrupted && hasProblem(files)) {
         return endWithProblems(files, &reports);
     }
     if (bus != Bus::Connected) {
-        return endWithoutBus(files, withoutBus(bus, commandLine), &reports);
+        return endWithoutBus(files, withoutBus(bus, commandLine), &reports, interruption.signal());
     }
-    return runErrand(commandLine, files, &reports);
+    return runErrand(commandLine, files, &reports, interruption);
 }
 
-int runMonitor(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clock)
+int runMonitor(const CommandLine &commandLine, Bus::State bus, const Interruption &interruption, QElapsedTimer clock)
 {
+    if (bus == Bus::Interrupted) {
+        return exitStatus(Outcome::Interrupted, interruption.signal());
+    }
     if (bus != Bus::Connected) {
         printError(onOneLine(withoutBus(bus, commandLine).text));
         return exitStatus(Outcome::Unavailable);
     }
     Monitor monitor(commandLine.json ? Monitor::Json : Monitor::Text, clock);
     QObject::connect(&monitor, &Monitor::finished, &monitor, &QCoreApplication::exit, Qt::QueuedConnection);
-    const Interruption interruption;
     QObject::connect(&interruption, &Interruption::received, &interruption,
                      [](int signal) { QCoreApplication::exit(exitStatus(Outcome::Interrupted, signal)); });
     if (commandLine.seconds > 0) {
@@ -132,7 +143,7 @@ int runMonitor(const CommandLine &commandLine, Bus::State bus, QElapsedTimer clo
 // A bus that does not answer keeps QtDBus waiting, also at the end of the process.
 int leaveIf(Bus::State bus, int status)
 {
-    if (bus == Bus::Silent) {
+    if (bus == Bus::Silent || bus == Bus::Interrupted) {
         std::_Exit(status);
     }
     return status;
@@ -162,8 +173,9 @@ int runProgram(const CommandLine &commandLine, QElapsedTimer clock)
         printLine(stdout, QStringLiteral("velmora-installctl " VELMORA_VERSION));
         return 0;
     }
-    const Bus::State bus = Bus::connect(!commandLine.noWait, commandLine.limit());
+    const Interruption interruption;
+    const Bus::State bus = Bus::connect(!commandLine.noWait, commandLine.limit(), interruption);
     return leaveIf(bus,
-                   commandLine.command == CommandLine::Monitor ? runMonitor(commandLine, bus, clock)
-                                                               : run(commandLine, bus, clock));
+                   commandLine.command == CommandLine::Monitor ? runMonitor(commandLine, bus, interruption, clock)
+                                                               : run(commandLine, bus, interruption, clock));
 }

@@ -9,6 +9,7 @@ from contextlib import closing, contextmanager, suppress
 
 import pytest
 from gi.repository import Gio, GLib
+from harness.processes import DEADLINE
 from oddservice import OddService, answer, ask, removed
 
 LOST = 'unclear: the session bus went away before the service reported an outcome'
@@ -99,6 +100,7 @@ def listener(tmp_path):
         listening.bind(str(tmp_path / 'bus'))
         (tmp_path / 'bus').chmod(0o666)
         listening.listen(20)
+        listening.settimeout(DEADLINE)
         yield listening
 
 
@@ -112,6 +114,31 @@ def test_socket_that_is_silent(listener, ctl, there):
     runs = [ctl.start(*arguments, '--timeout=1', **there) for arguments, *_ in CASES]
     for run, (_, _, _, *others) in zip(runs, CASES):
         assert run.wait() == (69, [], [SILENT, *others])
+
+
+@pytest.mark.parametrize('number, status', [(signal.SIGHUP, 129), (signal.SIGINT, 130), (signal.SIGTERM, 143)])
+def test_interruption_before_there_is_a_bus(listener, ctl, there, number, status):
+    """Nothing has been requested, and a file is not looked at any more."""
+    cases = [*(arguments for arguments, *_ in CASES), ['install', 'a', 'absent'], ['install', '--json', 'a', 'b']]
+    runs = [ctl.start(*arguments, **there) for arguments in cases]
+    # They have begun to connect, and do not end by themselves.
+    connections = [listener.accept() for _ in cases]
+    for run in runs:
+        run.send_signal(number)
+    for run, arguments in zip(runs, cases):
+        ended = run.wait()
+        assert ended.status == status, arguments
+        if arguments == ['monitor']:
+            assert ended.err == []
+        else:
+            first, *others = [word for word in arguments[1:] if not word.startswith('-')]
+            assert ended.err == [f'{first}: interrupted', *(UNREQUESTED for _ in others)]
+        if '--json' not in arguments:
+            assert ended.out == []
+    assert [(made['event'], made['outcome'], made.get('status')) for made in runs[-1].objects()] == [
+        ('result', 'interrupted', None), ('result', 'unrequested', None), ('end', 'interrupted', status)]
+    for connection, _ in connections:
+        connection.close()
 
 
 GREETINGS = (b'', b'HTTP/1.1 400 Bad Request\r\n\r\n', b'OK 1234deadbeef\r\n', b'REJECTED EXTERNAL\r\n', b'\0' * 70000)
