@@ -203,3 +203,33 @@ def test_sdk_mode(platform, service, ctl, device, package):
     assert ctl('install', '--sdk', files[2]).status == 0
     assert not stored.exists()
     assert device.packages() == ['hello']
+
+
+def test_sdk_mode_without_an_installation(platform, program, dialog, ctl, device, package, processes):
+    """The removal comes first, so an installation that does not follow leaves nothing of the application."""
+    dialog.use('Controlled')
+    program.start()
+    stored = device.home / '.local/share/hello/stored'
+    file = package('hello')
+
+    def install_silently():
+        platform.developer_mode.configure('silent-installation', True)
+        assert ctl('install', '--sdk', file).status == 0
+        platform.developer_mode.configure('silent-installation', False)
+        stored.touch()
+
+    def wait_removed(is_stored):
+        processes.wait_until(lambda: (device.packages(), stored.exists()) == ([], is_stored), 'the removal')
+
+    install_silently()
+    run = ctl.start('install', '--sdk', file)
+    dialog.wait_shown(1)
+    wait_removed(is_stored=False)
+    dialog.answer('dismissed')
+    assert run.wait().status == 2
+    assert device.packages() == []
+
+    install_silently()
+    device.forbid_installing()
+    assert ctl('install', '--sdk', '--keep-user-data', file).status == 3
+    wait_removed(is_stored=True)
