@@ -74,17 +74,18 @@ def test_names(silent, installed, service, ctl, files, signals):
 
 
 def test_spellings(silent, installed, service, ctl, files):
-    """A file that is given twice is requested once. The folder before two dots may be a link."""
+    """A file that is given twice is requested once, but a link is another file. The folder before two dots may be one."""
     (files / 'sub').mkdir()
     (files / 'link').symlink_to(files / 'sub')
     (files / 'sub/inner.rpm').touch()
     (files / 'sub/plain.rpm').symlink_to(files / 'plain.rpm')
+    (files / 'hard.rpm').hardlink_to(files / 'plain.rpm')
     plain = f'{files}/plain.rpm'
     spellings = {
         'plain.rpm': plain, './/plain.rpm': None, f'//{files}/./plain.rpm': None, f'file:{plain}': None,
         f'FILE://localhost{plain}': None, f'file:///.{files}/%70lain.rpm': None,
         'sub/../plain.rpm': f'{files}/sub/../plain.rpm', 'link/inner.rpm': f'{files}/link/inner.rpm',
-        'sub/plain.rpm': f'{files}/sub/plain.rpm', f'file://{files}/a%2520b.rpm': f'{files}/a%20b.rpm',
+        'sub/plain.rpm': f'{files}/sub/plain.rpm', 'hard.rpm': f'{files}/hard.rpm', f'file://{files}/a%2520b.rpm': f'{files}/a%20b.rpm',
     }
 
     run = ctl('install', *spellings, folder=files)
@@ -107,11 +108,13 @@ def problems(folder):
     (folder / bytes_only).touch()
     (folder / more_bytes).touch()
     return {
-        **dict.fromkeys(['absent.rpm', '', 'broken', '~user/a.rpm', 'http://example.org/a.rpm', 'file:///absent.rpm',
+        **dict.fromkeys(['absent.rpm', '', 'broken', '~user/a.rpm', 'http://example.org/a.rpm', 'http:', 'file:///absent.rpm',
+                         'file:/absent.rpm', 'FILE://LOCALHOST/absent.rpm', 'file:///tmp%2Fabsent.rpm', 'file://localhost/http:',
                          os.fsdecode(b'absent \xff.rpm')], ABSENT),
         **dict.fromkeys(['folder', 'fifo', 'socket', '/dev/null', '.', 'file:///'], IRREGULAR),
         **dict.fromkeys(['file://host/share/a.rpm', 'file:///tmp/a%00b.rpm', 'file:///tmp/100%.rpm', 'file:///tmp/%Z.rpm',
-                         'file:///tmp/a.rpm?b', 'file:///tmp/a.rpm#c', 'file://', 'file://localhost'], FOREIGN),
+                         'file:///tmp/a.rpm?b', 'file:///tmp/a.rpm#c', 'file://', 'file://localhost', 'file://localhost:80/tmp/a.rpm',
+                         'file:/tmp/%zz.rpm', 'FILE://user@localhost/tmp/a.rpm'], FOREIGN),
         **dict.fromkeys(['secret.rpm', 'closed/a.rpm'], 'Permission denied'),
         'loop': 'Too many levels of symbolic links', **dict.fromkeys(['plain.rpm/a', 'plain.rpm/', 'plain.rpm/.'], 'Not a directory'), 'x' * 256: 'File name too long',
         bytes_only: UNTOLD, 'file:' + quote(os.fsencode(folder / more_bytes)): UNTOLD,
