@@ -4,7 +4,10 @@
 
 import os
 import re
+import signal
 from pathlib import Path
+
+import pytest
 
 PROJECT = Path(__file__).resolve().parents[2]
 MANUAL = PROJECT / 'ctl/velmora-installctl.1.scd'
@@ -107,6 +110,19 @@ def test_without_a_bus(ctl, tmp_path):
 def test_without_a_service(session_bus, ctl, tmp_path):
     """The bus does not know how to start it. Files that are behind the first one are not requested."""
     (tmp_path / 'a').touch()
+@pytest.mark.parametrize('without_address', [{'starter': ['env', '-u', 'DBUS_SESSION_BUS_ADDRESS']},
+                                             {'DBUS_SESSION_BUS_ADDRESS': ''}])
+def test_without_an_address(service, ctl, without_address):
+    """The bus is that of the user's folder, or else that of the X display."""
+    run = ctl.start('monitor', **without_address)
+    run.wait_line('the service runs')
+    run.send_signal(signal.SIGINT)
+    assert run.wait().status == 130
+    run = ctl('monitor', XDG_RUNTIME_DIR='', **without_address)
+    assert (run.status, run.out) == (69, [])
+    assert run.err[0].startswith('velmora-installctl: no session bus: ') and 'DISPLAY' in run.err[0]
+
+
     (tmp_path / 'b').touch()
     error = 'velmora-installctl: the service is not available: The name org.velmoraos.installationhandler was not ' \
         'provided by any .service files'
