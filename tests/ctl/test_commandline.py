@@ -11,6 +11,7 @@ import pytest
 
 PROJECT = Path(__file__).resolve().parents[2]
 MANUAL = PROJECT / 'ctl/velmora-installctl.1.scd'
+README = PROJECT / 'README.md'
 PACKAGE = PROJECT / 'packaging/velmora-installationhandler.spec'
 
 NO_COMMAND, NO_SUBJECT = 'a command is missing', 'a file or a name is missing'
@@ -65,7 +66,7 @@ def section(manual, heading):
 
 
 def test_help_and_version(ctl):
-    """The help has the synopsis, the options and the exit statuses of the manual."""
+    """The help has the synopsis, the options and the exit statuses of the manual, and the statuses of README.md."""
     shown = ctl('--help')
     assert (shown.status, shown.err) == (0, [])
     assert max(map(len, shown.out)) < 80
@@ -78,6 +79,8 @@ def test_help_and_version(ctl):
     assert usage.split() == re.sub('_([a-z]+)_', lambda word: word[1].upper(), synopsis).split()
     terms = re.findall(r'^\*-.*', section(manual, 'OPTIONS'), re.MULTILINE)
     assert re.findall(r'(?<!\w)--?[a-z][a-z-]*', options) == re.findall(r'\*(--?[a-z-]+)\*', ' '.join(terms))
+    assert [tuple(re.split(' {2,}', line.strip(), maxsplit=1)) for line in statuses.splitlines()] == \
+        re.findall(r'^\| (\d[\d, ]*) \| (.*) \|$', README.read_text(encoding='utf-8'), re.MULTILINE)[:12]
     assert re.findall(r'\b\d+\b', statuses) == re.findall(r'\*(\d+)\*', section(manual, 'EXIT STATUS'))
 
     (version,) = re.findall(r'^Version:\s*(\S+)', PACKAGE.read_text(encoding='utf-8'), re.MULTILINE)
@@ -107,9 +110,6 @@ def test_without_a_bus(ctl, tmp_path):
         {'event': 'end', 'outcome': 'unavailable', 'status': 69}]
 
 
-def test_without_a_service(session_bus, ctl, tmp_path):
-    """The bus does not know how to start it. Files that are behind the first one are not requested."""
-    (tmp_path / 'a').touch()
 @pytest.mark.parametrize('without_address', [{'starter': ['env', '-u', 'DBUS_SESSION_BUS_ADDRESS']},
                                              {'DBUS_SESSION_BUS_ADDRESS': ''}])
 def test_without_an_address(service, ctl, without_address):
@@ -123,6 +123,9 @@ def test_without_an_address(service, ctl, without_address):
     assert run.err[0].startswith('velmora-installctl: no session bus: ') and 'DISPLAY' in run.err[0]
 
 
+def test_without_a_service(session_bus, ctl, tmp_path):
+    """The bus does not know how to start it. Files that are behind the first one are not requested."""
+    (tmp_path / 'a').touch()
     (tmp_path / 'b').touch()
     error = 'velmora-installctl: the service is not available: The name org.velmoraos.installationhandler was not ' \
         'provided by any .service files'
