@@ -120,7 +120,7 @@ int run(const CommandLine &commandLine, Bus::State bus, const Interruption &inte
     return runErrand(commandLine, files, &reports, interruption);
 }
 
-int runMonitor(const CommandLine &commandLine, Bus::State bus, const Interruption &interruption, QElapsedTimer clock)
+int watch(const CommandLine &commandLine, Bus::State bus, const Interruption &interruption, QElapsedTimer clock)
 {
     if (bus == Bus::Interrupted) {
         return exitStatus(Outcome::Interrupted, interruption.signal());
@@ -138,6 +138,25 @@ int runMonitor(const CommandLine &commandLine, Bus::State bus, const Interruptio
     }
     monitor.start();
     return QCoreApplication::exec();
+}
+
+Outcome outcomeOfMonitor(int status)
+{
+    if (status == 0) {
+        return Outcome::Done;
+    }
+    return status == exitStatus(Outcome::Unavailable) ? Outcome::Unavailable : Outcome::Interrupted;
+}
+
+int runMonitor(const CommandLine &commandLine, Bus::State bus, const Interruption &interruption, QElapsedTimer clock)
+{
+    const int status = watch(commandLine, bus, interruption, clock);
+    if (commandLine.json) {
+        // Ctrl-C may have ended the reader too.
+        std::signal(SIGPIPE, SIG_IGN);
+        JsonReport(false, clock).showEnd(outcomeOfMonitor(status), status);
+    }
+    return status;
 }
 
 // A bus that does not answer keeps QtDBus waiting, also at the end of the process.

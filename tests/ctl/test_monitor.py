@@ -3,6 +3,7 @@
 """The lines and objects of the command "monitor"."""
 
 import json
+import os
 import re
 import signal
 
@@ -61,7 +62,8 @@ def test_events(session_bus, manager, program, dialog, ctl, client, tmp_path):
         {'event': 'signal', 'name': 'needConfirm'},
         {'event': 'signal', 'name': 'installFinished', 'success': False, 'text': 'The user cancelled the installation'},
         {'event': 'request', 'name': 'removePackages', 'arguments': [['app'], True], 'sender': name},
-        {'event': 'service', 'running': False}]
+        {'event': 'service', 'running': False},
+        {'event': 'end', 'outcome': 'interrupted', 'status': 143}]
     assert {'event': 'signal', 'name': 'removalFinished', 'success': False, 'text': removal} in objects.objects()
 
 
@@ -86,6 +88,19 @@ def test_bus_that_goes(processes, session_bus, ctl):
 
     for run in runs:
         assert run.wait()[::2] == (69, ['velmora-installctl: the session bus went away'])
+    assert runs[1].objects()[-1] == {'event': 'end', 'outcome': 'unavailable', 'status': 69}
+
+
+def test_end_without_a_reader(session_bus, ctl):
+    """The reader often ends by the same signal."""
+    reader, output = os.pipe()
+    run = ctl.start('monitor', '--json', output=output)
+    os.close(output)
+    while b'\n' not in os.read(reader, 4096):
+        pass
+    os.close(reader)
+    run.send_signal(signal.SIGINT)
+    assert run.wait()[::2] == (130, [])
 
 
 def test_arguments_that_no_method_takes(service, client, ctl):
@@ -103,4 +118,4 @@ def test_arguments_that_no_method_takes(service, client, ctl):
     text, objects = runs
     shown = [None] * 7 + [-7, 2 ** 53, 2 ** 53, 18446744073709552000, 'A', 'x', 0.5]
     assert text.process.lines()[-1].endswith(f' removePackages({json.dumps(shown, separators=",:")[1:-1]})')
-    assert objects.objects()[-1]['arguments'] == shown
+    assert objects.objects()[-2]['arguments'] == shown

@@ -43,7 +43,9 @@ def test_people_have_all_the_time(manager, service, dialog, ctl, file):
     dialog.use('Controlled')
     run = ctl.start('install', file)
     dialog.wait_shown(1)
-    assert ctl('monitor', '--timeout', '26')[::2] == (0, [])
+    monitor = ctl.start('monitor', '--json', '--timeout', '26')
+    assert monitor.wait()[::2] == (0, [])
+    assert monitor.objects()[-1] == {'event': 'end', 'outcome': 'done', 'status': 0}
     dialog.answer('requestInstall')
 
     assert run.wait()[::2] == (0, [])
