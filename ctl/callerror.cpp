@@ -41,8 +41,6 @@ Result readCallError(const QDBusMessage &error)
         return Results::unprivileged(text);
     case QDBusError::Disconnected:
         return Results::busLost();
-    case QDBusError::NoReply:
-        return Results::serviceEnded();
     case QDBusError::LimitsExceeded:
         return Results::failed(text);
     default:

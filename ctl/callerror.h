@@ -7,5 +7,5 @@
 
 class QDBusMessage;
 
-/** The end of a request whose reply is an error. */
+/** The end of a request whose reply is an error, but not that there is none: QDBusError::NoReply. */
 Result readCallError(const QDBusMessage &error);

@@ -3,8 +3,11 @@
 
 #include "request.h"
 
+#include "bus.h"
 #include "callerror.h"
 #include "results.h"
+
+#include <QDBusError>
 
 Request::Request(Service *service, const QString &method, const QVariantList &arguments)
     : m_service(service)
@@ -53,6 +56,10 @@ void Request::end(const Result &result)
 void Request::handleReply(QDBusPendingCallWatcher *watcher)
 {
     const QDBusMessage reply = watcher->reply();
+    if (QDBusError(reply).type() == QDBusError::NoReply) {
+        handleServiceGone();
+        return;
+    }
     if (reply.type() == QDBusMessage::ErrorMessage) {
         end(readCallError(reply));
         return;
@@ -60,7 +67,7 @@ void Request::handleReply(QDBusPendingCallWatcher *watcher)
     m_answerer = reply.service();
     take();
     if (m_goneOwners.contains(m_answerer)) {
-        end(Results::serviceEnded());
+        handleServiceGone();
     } else if (!m_hasEnded) {
         handleAnswer();
     }
@@ -72,6 +79,17 @@ void Request::handleOwnerChanged(const QString &oldOwner)
 {
     m_goneOwners << oldOwner;
     if (isAnswered() && oldOwner == m_answerer) {
-        end(Results::serviceEnded());
+        handleServiceGone();
     }
+}
+
+// A bus that is about to end closes the connection of the service too, perhaps first, and answers no more calls.
+void Request::handleServiceGone()
+{
+    // A new service knows nothing of this request.
+    disconnect(m_service, nullptr, this, nullptr);
+    const auto *watcher = new QDBusPendingCallWatcher(m_service->askBus(), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *asked) {
+        end(Bus::hasAnswered(asked->error()) ? Results::serviceEnded() : Results::busLost());
+    });
 }

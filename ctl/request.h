@@ -53,6 +53,7 @@ protected:
 private:
     void handleReply(QDBusPendingCallWatcher *watcher);
     void handleOwnerChanged(const QString &oldOwner);
+    void handleServiceGone();
 
     Service *m_service;
     const QString m_method;

@@ -101,6 +101,11 @@ bool Service::mayRun() const
     return !answer.isValid() || answer.value();
 }
 
+QDBusPendingCall Service::askBus() const
+{
+    return m_bus.asyncCall(ask(QStringLiteral("NameHasOwner")));
+}
+
 void Service::handleSignal(const QDBusMessage &message)
 {
     if (message.service() != m_owner) {

@@ -33,6 +33,9 @@ public:
      */
     bool mayRun() const;
 
+    /** Asks the bus, only for the sake of its answer. */
+    QDBusPendingCall askBus() const;
+
 Q_SIGNALS:
     /** All signals after this one are received. */
     void listening();

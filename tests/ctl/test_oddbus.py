@@ -58,20 +58,25 @@ def waiting(ctl, odd, folder, *options):
     yield zip(runs, CASES)
 
 
-def test_end(session_bus, processes, odd, ctl, files):
-    """Nobody knows what becomes of the requests."""
+ends = pytest.mark.parametrize('number', [signal.SIGKILL, signal.SIGTERM], ids=['killed', 'ended'])
+
+
+@ends
+def test_end(session_bus, odd, ctl, files, number):
+    """Nobody knows what becomes of the requests. A bus that is ended takes the service off the bus first."""
     with waiting(ctl, odd, files) as runs:
-        processes.kill(session_bus.process)
+        session_bus.process.send_signal(number)
         for run, (arguments, status, *errors) in runs:
             assert run.wait()[::2] == (status, errors), arguments
 
 
-def test_end_between_two_names(session_bus, processes, odd, ctl):
+@ends
+def test_end_between_two_names(session_bus, odd, ctl, number):
     """The next name has not been requested."""
     odd.plans.update({'failed': [answer, removed(False, 'x')], '': []})
     run = ctl.start('remove', '--quiet', 'failed', 'next')
     odd.wait_requests(2)
-    processes.kill(session_bus.process)
+    session_bus.process.send_signal(number)
     assert run.wait() == (69, [], ['failed: failed: x', 'velmora-installctl: the session bus went away'])
 
 
