@@ -23,6 +23,19 @@ QString toText(const QString &name, const QJsonArray &values)
     return QStringLiteral("%1(%2)").arg(name, list.mid(1, list.size() - 2));
 }
 
+// The values by their names, or all in one list if they are not those of the bus interface.
+QJsonObject readSignal(const QDBusMessage &signal, const QJsonArray &values)
+{
+    const bool isQuestion = signal.member() == QLatin1String("needConfirm");
+    if (isQuestion && values.isEmpty()) {
+        return {};
+    }
+    if (!isQuestion && signal.signature() == QLatin1String("bs")) {
+        return {{QStringLiteral("success"), values.at(0)}, {QStringLiteral("text"), values.at(1)}};
+    }
+    return {{QStringLiteral("arguments"), values}};
+}
+
 }
 
 Monitor::Monitor(Format format, QElapsedTimer clock)
@@ -34,14 +47,7 @@ Monitor::Monitor(Format format, QElapsedTimer clock)
     connect(&m_service, &Service::listening, this, [this] { showRunning(m_service.wasRunning()); });
     connect(&m_service, &Service::ownerChanged, this,
             [this](const QString &, const QString &owner) { showRunning(!owner.isEmpty()); });
-    connect(&m_service, &Service::needConfirm, this, [this] {
-        const QString name = QStringLiteral("needConfirm");
-        show(QLatin1String("signal"), {{QStringLiteral("name"), name}}, toText(name, {}));
-    });
-    connect(&m_service, &Service::installFinished, this,
-            [this](bool success, const QString &errorString) { showOutcome("installFinished", success, errorString); });
-    connect(&m_service, &Service::removalFinished, this,
-            [this](bool success, const QString &errorString) { showOutcome("removalFinished", success, errorString); });
+    connect(&m_service, &Service::received, this, &Monitor::showSignal);
     connect(&m_service, &Service::busLost, this, &Monitor::handleBusLost);
     connect(&m_callMonitor, &CallMonitor::called, this, &Monitor::showCall);
 }
@@ -79,14 +85,12 @@ void Monitor::showRunning(bool isRunning) const
     show(QLatin1String("service"), {{QStringLiteral("running"), isRunning}}, isRunning ? runs : rests);
 }
 
-void Monitor::showOutcome(const char *name, bool success, const QString &errorString) const
+void Monitor::showSignal(const QDBusMessage &signal) const
 {
-    const QString signal = QLatin1String(name);
-    show(QLatin1String("signal"),
-         {{QStringLiteral("name"), signal},
-          {QStringLiteral("success"), success},
-          {QStringLiteral("text"), errorString}},
-         toText(signal, {success, errorString}));
+    const QJsonArray arguments = QJsonArray::fromVariantList(signal.arguments());
+    QJsonObject object = readSignal(signal, arguments);
+    object.insert(QStringLiteral("name"), signal.member());
+    show(QLatin1String("signal"), object, toText(signal.member(), arguments));
 }
 
 void Monitor::show(QLatin1String event, const QJsonObject &object, const QString &text) const

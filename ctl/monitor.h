@@ -31,7 +31,7 @@ Q_SIGNALS:
 private:
     void showCall(const QDBusMessage &call) const;
     void showRunning(bool isRunning) const;
-    void showOutcome(const char *name, bool success, const QString &errorString) const;
+    void showSignal(const QDBusMessage &signal) const;
     void show(QLatin1String event, const QJsonObject &object, const QString &text) const;
     void handleBusLost();
 

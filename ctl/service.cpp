@@ -111,6 +111,7 @@ void Service::handleSignal(const QDBusMessage &message)
     if (message.service() != m_owner) {
         return;
     }
+    emit received(message);
     const QVariantList values = message.arguments();
     if (message.member() == QLatin1String("needConfirm")) {
         emit needConfirm();

@@ -39,6 +39,8 @@ public:
 Q_SIGNALS:
     /** All signals after this one are received. */
     void listening();
+    /** The service has sent one of its signals, with any values. One of the next signals follows, which tells them. */
+    void received(const QDBusMessage &signal);
     void needConfirm();
     void installFinished(bool success, const QString &errorString);
     void removalFinished(bool success, const QString &errorString);

@@ -9,6 +9,7 @@ import signal
 
 from harness.client import INTERFACE, NAME, PATH
 from gi.repository import GLib
+from oddservice import OddService, die, send
 
 TIME = re.compile(r'\d\d:\d\d:\d\d ')
 
@@ -78,6 +79,37 @@ def test_signals_of_others(service, session_bus, ctl):
     service.kill()
     run.wait_line('the service does not run')
     assert [TIME.sub('', line) for line in run.process.lines()] == ['the service runs', 'the service does not run']
+
+
+SIGNALS = [
+    ('needConfirm', '()', (), {}),
+    ('needConfirm', '(is)', (1, 'x'), {'arguments': [1, 'x']}),
+    ('installFinished', '(bs)', (False, 'x'), {'success': False, 'text': 'x'}),
+    ('installFinished', '()', (), {'arguments': []}),
+    ('installFinished', '(b)', (True,), {'arguments': [True]}),
+    ('removalFinished', '(sb)', ('x\n', True), {'arguments': ['x\n', True]}),
+    ('removalFinished', '(bsu)', (True, '', 7), {'arguments': [True, '', 7]}),
+    ('removalFinished', '(bo)', (True, '/'), {'arguments': [True, None]}),
+]
+
+
+def test_signals_with_any_values(session_bus, processes, ctl):
+    """They are shown as they are. Success and text are told only where they can be."""
+    odd = OddService(session_bus, processes)
+    runs = text, objects = [ctl.start('monitor', *option) for option in ([], ['--json'])]
+    for run in runs:
+        run.wait_line('run')
+    for name, signature, values, _ in SIGNALS:
+        send(name, signature, *values)(odd.connection, None)
+    die(odd.connection, None)
+    for run in runs:
+        run.wait_line('run', 2)
+        run.send_signal(signal.SIGINT)
+        run.wait()
+    assert objects.objects()[1:-1] == [{'event': 'signal', 'name': name, **told} for name, _, _, told in SIGNALS]
+    shown = [json.dumps(told.get('arguments', list(values)), separators=',:')[1:-1] for _, _, values, told in SIGNALS]
+    assert [TIME.sub('', line) for line in text.process.lines()[1:-1]] == [
+        f'{name}({values})' for (name, *_), values in zip(SIGNALS, shown)]
 
 
 def test_bus_that_goes(processes, session_bus, ctl):
