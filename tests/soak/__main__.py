@@ -12,7 +12,7 @@ from harness.forkedprocess import start_server
 from .device import SoakDevice
 from .measurement import Measurement
 from .plan import CLIENTS, Plan, every_kind
-from .soak import Soak
+from .soak import Soak, SoakFailed
 
 # Requests after which memory is looked at for the first time, and what each further one may cost, in KiB. That counts
 # in a soak of so many requests or more: the heap takes some thousand to reach its size.
@@ -31,6 +31,8 @@ def main():
     device = SoakDevice()
     try:
         failures = run(device, options)
+    except SoakFailed as failure:
+        failures = [failure]
     finally:
         device.close()
     for failure in failures:

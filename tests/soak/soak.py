@@ -213,6 +213,7 @@ class Soak:
         problems = [
             *Installations(self._round).problems(installed, self._more_installations, self._handed_over(), device.file),
             *(f'in the log: {line}' for line in self._log.unusual),
+            *self._log.problems(self._round.fails('package-kit')),
             *(f'{name} started {count} times and ended {self._log.ended[name]} times'
               for name, count in self._log.started.items()
               if not count <= self._log.ended[name] <= most_reports * count),

@@ -9,6 +9,7 @@ from soak.device import SoakDevice
 from soak.installations import CANCELLED, Installations
 from soak.measurement import Measurement
 from soak.plan import DisplayOff, Fault, Install, Plan, Round, every_kind
+from soak.roundlog import RoundLog
 from soak.soak import Soak
 from support.installationrequests import FORBIDDEN
 
@@ -98,3 +99,30 @@ def test_request_without_files_succeeds():
 ])
 def test_not_allowed(kind, steps, outcomes, handed_over):
     assert problems(kind, steps, outcomes, handed_over)
+
+
+START = 'debug default: Uninstall "a" via RPM\n'
+FAILED_END = 'debug default: Failed to uninstall "a" "gone"\n'
+GOOD_END = 'debug default: Uninstalled "a"\n'
+NO_OPERATION = 'warning default: Transaction count out of sync!\n'
+
+
+class Said:
+    """A process that has said something."""
+
+    def __init__(self, text):
+        self.text = text
+
+
+@pytest.mark.parametrize('text, packagekit_fails, right', [
+    (START + GOOD_END, False, True),
+    (START + GOOD_END + NO_OPERATION, False, False),
+    (START + FAILED_END + GOOD_END, True, False),
+    (START + FAILED_END + GOOD_END + NO_OPERATION, True, True),
+    (START + GOOD_END + NO_OPERATION, True, True),
+])
+def test_count_of_operations(text, packagekit_fails, right):
+    log = RoundLog(Said(text))
+    log.read()
+    assert not log.unusual
+    assert (not log.problems(packagekit_fails)) == right
