@@ -4,7 +4,7 @@
 
 from model.explore import explore
 
-SEED, STEPS = 1, 2000
+SEED, STEPS = 1, 4000
 
 
 def test_random_histories(surroundings):
