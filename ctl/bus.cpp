@@ -38,7 +38,7 @@ Bus::State Bus::connect(bool needsMonitor, int seconds, const Interruption &inte
     QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
     QObject::connect(&interruption, &Interruption::received, &loop, &QEventLoop::quit);
     if (seconds > 0) {
-        QTimer::singleShot(std::chrono::seconds(seconds), &loop, &QEventLoop::quit);
+        QTimer::singleShot(std::chrono::seconds(seconds), Qt::PreciseTimer, &loop, &QEventLoop::quit);
     }
     thread->start();
     loop.exec();

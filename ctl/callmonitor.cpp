@@ -9,6 +9,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QStringList>
 
+#include <limits>
+
 CallMonitor::CallMonitor(const QDBusConnection &bus, QObject *parent)
     : QDBusVirtualObject(parent)
     , m_bus(bus)
@@ -26,7 +28,7 @@ void CallMonitor::start()
             QStringLiteral("org.freedesktop.DBus.Monitoring"), QStringLiteral("BecomeMonitor"));
     request << QStringList(QStringLiteral("type='method_call',path='%1'").arg(BusNames::InstallationHandler::Path))
             << 0U;
-    const auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
+    const auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request, std::numeric_limits<int>::max()), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, &CallMonitor::started);
 }
 

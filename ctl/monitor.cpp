@@ -5,7 +5,6 @@
 
 #include "bus.h"
 #include "jsonline.h"
-#include "outcome.h"
 #include "print.h"
 #include "results.h"
 
@@ -13,6 +12,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTime>
+
+#include <chrono>
 
 namespace {
 
@@ -38,30 +39,59 @@ QJsonObject readSignal(const QDBusMessage &signal, const QJsonArray &values)
 
 }
 
-Monitor::Monitor(Format format, QElapsedTimer clock)
-    : m_service(Bus::connection())
+Monitor::Monitor(const CommandLine &commandLine, QElapsedTimer clock)
+    : m_commandLine(commandLine)
+    , m_service(Bus::connection())
     , m_callMonitor(Bus::monitorConnection())
-    , m_format(format)
     , m_clock(clock)
 {
-    connect(&m_service, &Service::listening, this, [this] { showRunning(m_service.wasRunning()); });
-    connect(&m_service, &Service::ownerChanged, this,
-            [this](const QString &, const QString &owner) { showRunning(!owner.isEmpty()); });
-    connect(&m_service, &Service::received, this, &Monitor::showSignal);
-    connect(&m_service, &Service::busLost, this, &Monitor::handleBusLost);
-    connect(&m_callMonitor, &CallMonitor::called, this, &Monitor::showCall);
+    m_timeout.setSingleShot(true);
+    m_timeout.setTimerType(Qt::PreciseTimer);
+    connect(&m_timeout, &QTimer::timeout, this, &Monitor::handleTimeout);
+    connect(&m_service, &Service::listening, this, &Monitor::handlePrepared);
+    connect(&m_callMonitor, &CallMonitor::started, this, &Monitor::handlePrepared);
+    connect(&m_service, &Service::busLost, this, [this] { fail(Results::busGone()); });
 }
 
 void Monitor::start()
 {
+    if (m_commandLine.limit() > 0) {
+        m_timeout.start(std::chrono::seconds(m_commandLine.limit()));
+    }
     m_service.listen();
     m_callMonitor.start();
 }
 
-void Monitor::handleBusLost()
+// The first line tells that everything is seen from now on.
+void Monitor::handlePrepared()
 {
-    printError(Results::busGone().text);
-    emit finished(exitStatus(Outcome::Unavailable));
+    --m_preparations;
+    if (m_preparations > 0) {
+        return;
+    }
+    if (m_commandLine.seconds < 0) {
+        m_timeout.stop();
+    }
+    showRunning(m_service.mayRun());
+    connect(&m_service, &Service::ownerChanged, this,
+            [this](const QString &, const QString &owner) { showRunning(!owner.isEmpty()); });
+    connect(&m_service, &Service::received, this, &Monitor::showSignal);
+    connect(&m_callMonitor, &CallMonitor::called, this, &Monitor::showCall);
+}
+
+void Monitor::handleTimeout()
+{
+    if (m_preparations > 0) {
+        fail(Results::silentBus(m_commandLine.limit()));
+    } else {
+        emit finished(exitStatus(Outcome::Done));
+    }
+}
+
+void Monitor::fail(const Result &result)
+{
+    printError(result.text);
+    emit finished(exitStatus(result.outcome));
 }
 
 void Monitor::showCall(const QDBusMessage &call) const
@@ -95,7 +125,7 @@ void Monitor::showSignal(const QDBusMessage &signal) const
 
 void Monitor::show(QLatin1String event, const QJsonObject &object, const QString &text) const
 {
-    if (m_format == Json) {
+    if (m_commandLine.json) {
         printJsonLine(event, object, m_clock);
     } else {
         printLine(stdout, QTime::currentTime().toString(Qt::ISODate) + QLatin1Char(' ') + printable(text));

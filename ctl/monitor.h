@@ -4,12 +4,15 @@
 #pragma once
 
 #include "callmonitor.h"
+#include "commandline.h"
+#include "outcome.h"
 #include "service.h"
 
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QJsonObject>
 #include <QObject>
+#include <QTimer>
 
 /** Prints what happens between programs and the service. */
 class Monitor : public QObject
@@ -17,26 +20,29 @@ class Monitor : public QObject
     Q_OBJECT
 
 public:
-    enum Format { Text, Json };
-
     /** clock: began when the program started. The bus must be connected. */
-    Monitor(Format format, QElapsedTimer clock);
+    Monitor(const CommandLine &commandLine, QElapsedTimer clock);
 
     void start();
 
 Q_SIGNALS:
-    /** There is nothing to see any more. status: the exit status of the program. */
+    /** There is nothing to see any more, or the time is over. status: the exit status of the program. */
     void finished(int status);
 
 private:
+    void handlePrepared();
+    void handleTimeout();
+    void fail(const Result &result);
     void showCall(const QDBusMessage &call) const;
     void showRunning(bool isRunning) const;
     void showSignal(const QDBusMessage &signal) const;
     void show(QLatin1String event, const QJsonObject &object, const QString &text) const;
-    void handleBusLost();
 
+    const CommandLine m_commandLine;
     Service m_service;
     CallMonitor m_callMonitor;
-    const Format m_format;
     const QElapsedTimer m_clock;
+    QTimer m_timeout;
+    // The number of preparations that have not ended: to receive signals, and to see calls.
+    int m_preparations = 2;
 };

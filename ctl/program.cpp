@@ -19,10 +19,8 @@
 
 #include <QCoreApplication>
 #include <QDBusError>
-#include <QTimer>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 
@@ -129,13 +127,10 @@ int watch(const CommandLine &commandLine, Bus::State bus, const Interruption &in
         printError(onOneLine(withoutBus(bus, commandLine).text));
         return exitStatus(Outcome::Unavailable);
     }
-    Monitor monitor(commandLine.json ? Monitor::Json : Monitor::Text, clock);
+    Monitor monitor(commandLine, clock);
     QObject::connect(&monitor, &Monitor::finished, &monitor, &QCoreApplication::exit, Qt::QueuedConnection);
     QObject::connect(&interruption, &Interruption::received, &interruption,
                      [](int signal) { QCoreApplication::exit(exitStatus(Outcome::Interrupted, signal)); });
-    if (commandLine.seconds > 0) {
-        QTimer::singleShot(std::chrono::seconds(commandLine.seconds), &monitor, &QCoreApplication::quit);
-    }
     monitor.start();
     return QCoreApplication::exec();
 }
