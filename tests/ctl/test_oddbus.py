@@ -117,8 +117,13 @@ def there(files):
 
 def test_socket_that_is_silent(listener, ctl, there):
     runs = [ctl.start(*arguments, '--timeout=1', **there) for arguments, *_ in CASES]
+    objects = ctl.start('install', '--json', '--timeout=1', 'a', **there)
     for run, (_, _, _, *others) in zip(runs, CASES):
         assert run.wait() == (69, [], [SILENT, *others])
+    objects.wait()
+    told, end = objects.objects()
+    assert (told['outcome'], told['text']) == ('unavailable', SILENT.partition(': ')[2])
+    assert end == {'event': 'end', 'outcome': 'unavailable', 'status': 69}
 
 
 @pytest.mark.parametrize('number, status', [(signal.SIGHUP, 129), (signal.SIGINT, 130), (signal.SIGTERM, 143)])

@@ -244,6 +244,32 @@ def test_interruption_before_the_service_runs(session_bus, ctl, files):
     assert run.wait() == (130, ['a: reading'], ['a: interrupted'])
 
 
+def test_ends_of_the_time(session_bus, processes, ctl, files):
+    """A service that has not started is not available. One that runs may have the request."""
+    started = [('a', 'unavailable', 69, 'the service is not available: it has not started within 1 s')]
+    start_with(session_bus, '/usr/bin/sleep 100')
+    assert ends_of_time(ctl, files, started) == started
+    odd = OddService(session_bus, processes)
+    odd.plans['b'] = [ask, answer]
+    running = [('a', 'timeout', 124, 'no answer within 1 s; the service may go on'),
+               ('b', 'timeout', 124, 'no outcome within 1 s; the service goes on')]
+    assert ends_of_time(ctl, files, running) == running
+
+
+def ends_of_time(ctl, files, expected):
+    """The outcome, status and text of each file that is expected to end so."""
+    runs = [ctl.start('install', '--json', '--timeout', '1', name, folder=files) for name, *_ in expected]
+    return [(name, *end_of(run)) for run, (name, *_) in zip(runs, expected)]
+
+
+def end_of(run):
+    """The outcome, status and text of a run with --json."""
+    status = run.wait().status
+    *_, result, end = run.objects()
+    assert end == {'event': 'end', 'outcome': result['outcome'], 'status': status}
+    return result['outcome'], status, result['text']
+
+
 @pytest.mark.parametrize('command, reason', [
     ('/usr/bin/false', 'exited with status 1'), ('/absent', 'Failed to execute program'),
     ('/usr/bin/kill -9 $$', 'exited'), ("'", '')], ids=['fails', 'is absent', 'is killed', 'is no command'])
