@@ -9,6 +9,7 @@
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QStringList>
 
 #include <algorithm>
@@ -220,6 +221,12 @@ QString Reader::findWrongName() const
     return QString();
 }
 
+}
+
+std::chrono::milliseconds CommandLine::timeLeft(const QElapsedTimer &clock) const
+{
+    const std::chrono::milliseconds left = std::chrono::seconds(limit()) - std::chrono::milliseconds(clock.elapsed());
+    return std::max(left, std::chrono::milliseconds::zero());
 }
 
 CommandLine readCommandLine(int argc, char **argv)

@@ -7,6 +7,10 @@
 #include <QList>
 #include <QString>
 
+#include <chrono>
+
+class QElapsedTimer;
+
 /** The command line of the program. */
 struct CommandLine
 {
@@ -32,6 +36,8 @@ struct CommandLine
     int seconds = -1;
     /** The limit for a bus or service to answer, 0 for no limit. */
     int limit() const { return seconds < 0 ? UsualLimit : seconds; }
+    /** The time that is left of a limit that is not 0. clock: began when the program started. */
+    std::chrono::milliseconds timeLeft(const QElapsedTimer &clock) const;
 
     /** The reason why the program cannot do this, empty if it can. */
     QString error;

@@ -41,12 +41,12 @@ Errand::Errand(const CommandLine &commandLine, const QList<Subject> &subjects, R
     connect(&m_callMonitor, &CallMonitor::called, &m_others, &OtherRequests::take);
 }
 
-void Errand::start()
+void Errand::start(const QElapsedTimer &clock)
 {
     const int seconds = m_commandLine.limit();
     if (seconds > 0) {
         connect(&m_timeout, &QTimer::timeout, this, [this, seconds] { handleTimeout(seconds); });
-        m_timeout.start(std::chrono::seconds(seconds));
+        m_timeout.start(m_commandLine.timeLeft(clock));
     }
     // Without waiting for outcomes there is nothing to listen to.
     if (m_commandLine.noWait) {

@@ -15,6 +15,7 @@
 #include <QScopedPointer>
 #include <QTimer>
 
+class QElapsedTimer;
 class Report;
 
 /** All that a command line asks the service for: one request after the other, reported to the user. */
@@ -26,7 +27,8 @@ public:
     /** subjects: at least one. report: outlives this object. The bus must be connected. */
     Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Report *report);
 
-    void start();
+    /** clock: began when the program started. */
+    void start(const QElapsedTimer &clock);
 
     /** Ends, because the process has received a signal. */
     void interrupt(int signal);

@@ -13,8 +13,6 @@
 #include <QJsonDocument>
 #include <QTime>
 
-#include <chrono>
-
 namespace {
 
 // As in a program: name(value,value).
@@ -56,7 +54,7 @@ Monitor::Monitor(const CommandLine &commandLine, QElapsedTimer clock)
 void Monitor::start()
 {
     if (m_commandLine.limit() > 0) {
-        m_timeout.start(std::chrono::seconds(m_commandLine.limit()));
+        m_timeout.start(m_commandLine.timeLeft(m_clock));
     }
     m_service.listen();
     m_callMonitor.start();

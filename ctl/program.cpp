@@ -72,7 +72,7 @@ int endWithoutBus(const QList<NamedFile> &files, const Result &first, Report *re
 }
 
 int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Report *report,
-              const Interruption &interruption)
+              const Interruption &interruption, const QElapsedTimer &clock)
 {
     QList<Subject> subjects;
     std::transform(files.cbegin(), files.cend(), std::back_inserter(subjects),
@@ -82,7 +82,7 @@ int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Rep
     Errand errand(commandLine, subjects, report);
     QObject::connect(&interruption, &Interruption::received, &errand, &Errand::interrupt);
     QObject::connect(&errand, &Errand::finished, &errand, &QCoreApplication::exit, Qt::QueuedConnection);
-    errand.start();
+    errand.start(clock);
     return QCoreApplication::exec();
 }
 
@@ -115,7 +115,7 @@ int run(const CommandLine &commandLine, Bus::State bus, const Interruption &inte
     if (bus != Bus::Connected) {
         return endWithoutBus(files, withoutBus(bus, commandLine), &reports, interruption.signal());
     }
-    return runErrand(commandLine, files, &reports, interruption);
+    return runErrand(commandLine, files, &reports, interruption, clock);
 }
 
 int watch(const CommandLine &commandLine, Bus::State bus, const Interruption &interruption, QElapsedTimer clock)

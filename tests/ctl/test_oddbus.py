@@ -98,6 +98,18 @@ def test_silence(session_bus, odd, ctl, files):
     session_bus.process.send_signal(signal.SIGCONT)
 
 
+def test_time_of_the_connection_counts(session_bus, odd, listener, ctl, there):
+    """A bus that answers after five seconds leaves five of ten for the service. A run without an answer takes fourteen."""
+    session_bus.process.send_signal(signal.SIGSTOP)
+    connecting = ctl.start('monitor', '--timeout=5')
+    runs = [ctl.start(*arguments, '--timeout=10') for arguments in (['remove', 'silent'], ['monitor'])]
+    without_bus = ctl.start('monitor', '--timeout=14', **there)
+    connecting.wait()
+    session_bus.process.send_signal(signal.SIGCONT)
+    assert without_bus.wait().status == 69
+    assert [run.process.returncode for run in runs] == [124, 0]
+
+
 @pytest.fixture
 def listener(tmp_path):
     """A socket that programs can connect to."""
