@@ -12,11 +12,12 @@ _velmora_installctl_words() {
 }
 
 _velmora_installctl() {
-    local word=$2 previous=$3 command='' launcher='' position
+    local word=$2 previous=$3 command='' launcher='' no_options='' position
     for ((position = 1; position < COMP_CWORD; position++)); do
         case ${COMP_WORDS[position]} in
             install | remove | monitor) command=${command:-${COMP_WORDS[position]}} ;;
             --launcher) launcher=given ;;
+            --) no_options=given ;;
         esac
     done
 
@@ -28,7 +29,7 @@ _velmora_installctl() {
     fi
 
     local all='--timeout --json --help' waiting='--no-wait --quiet'
-    case $previous:$command$launcher:$word in
+    case $previous:$command$launcher:${no_options:-$word} in
         --launcher:*) _velmora_installctl_files desktop "$word" ;;
         --timeout:*) ;;
         *::-*) _velmora_installctl_words "$all --quiet --version" "$word" ;;

@@ -36,7 +36,7 @@ TYPED = {
     'remove --launcher=app.desktop oth': '<remove><--launcher=app.desktop><oth>',
     'remove --launcher app.desktop --no-w': '<remove><--launcher><app.desktop><--no-wait>',
     'install --timeout tw': '<install><--timeout><tw>',
-    'monitor --sd': '<monitor><--sd>', 'monitor --q': '<monitor><--q>', '--qui': '<--quiet>',
+    'monitor --sd': '<monitor><--sd>', 'install -- --sd': '<install><--><--sd>', 'install -- a': '<install><--><a.rpm>', 'monitor --q': '<monitor><--q>', '--qui': '<--quiet>',
 }
 
 
