@@ -9,7 +9,6 @@
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QStringList>
 
 #include <algorithm>
@@ -223,7 +222,7 @@ QString Reader::findWrongName() const
 
 }
 
-std::chrono::milliseconds CommandLine::timeLeft(const QElapsedTimer &clock) const
+std::chrono::milliseconds CommandLine::timeLeft(QElapsedTimer clock) const
 {
     const std::chrono::milliseconds left = std::chrono::seconds(limit()) - std::chrono::milliseconds(clock.elapsed());
     return std::max(left, std::chrono::milliseconds::zero());

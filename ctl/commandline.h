@@ -4,12 +4,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QList>
 #include <QString>
 
 #include <chrono>
-
-class QElapsedTimer;
 
 /** The command line of the program. */
 struct CommandLine
@@ -37,7 +36,7 @@ struct CommandLine
     /** The limit for a bus or service to answer, 0 for no limit. */
     int limit() const { return seconds < 0 ? UsualLimit : seconds; }
     /** The time that is left of a limit that is not 0. clock: began when the program started. */
-    std::chrono::milliseconds timeLeft(const QElapsedTimer &clock) const;
+    std::chrono::milliseconds timeLeft(QElapsedTimer clock) const;
 
     /** The reason why the program cannot do this, empty if it can. */
     QString error;

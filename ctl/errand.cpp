@@ -41,7 +41,7 @@ Errand::Errand(const CommandLine &commandLine, const QList<Subject> &subjects, R
     connect(&m_callMonitor, &CallMonitor::called, &m_others, &OtherRequests::take);
 }
 
-void Errand::start(const QElapsedTimer &clock)
+void Errand::start(QElapsedTimer clock)
 {
     const int seconds = m_commandLine.limit();
     if (seconds > 0) {

@@ -10,12 +10,12 @@
 #include "runqueue.h"
 #include "subject.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QScopedPointer>
 #include <QTimer>
 
-class QElapsedTimer;
 class Report;
 
 /** All that a command line asks the service for: one request after the other, reported to the user. */
@@ -28,7 +28,7 @@ public:
     Errand(const CommandLine &commandLine, const QList<Subject> &subjects, Report *report);
 
     /** clock: began when the program started. */
-    void start(const QElapsedTimer &clock);
+    void start(QElapsedTimer clock);
 
     /** Ends, because the process has received a signal. */
     void interrupt(int signal);

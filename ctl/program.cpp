@@ -72,7 +72,7 @@ int endWithoutBus(const QList<NamedFile> &files, const Result &first, Report *re
 }
 
 int runErrand(const CommandLine &commandLine, const QList<NamedFile> &files, Report *report,
-              const Interruption &interruption, const QElapsedTimer &clock)
+              const Interruption &interruption, QElapsedTimer clock)
 {
     QList<Subject> subjects;
     std::transform(files.cbegin(), files.cend(), std::back_inserter(subjects),
