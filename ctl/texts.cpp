@@ -7,6 +7,24 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QStringList>
+
+namespace {
+
+// QTranslator takes a user's second language where American English, which has no catalogue of that kind, is the first.
+void loadFirst(QTranslator *translator, const QString &name)
+{
+    const QStringList languages = QLocale().uiLanguages();
+    for (QString language : languages) {
+        language.replace(QLatin1Char('-'), QLatin1Char('_'));
+        if (translator->load(name + QLatin1Char('-') + language, SystemPaths::Translations)
+            || QLocale(language).language() == QLocale::English) {
+            return;
+        }
+    }
+}
+
+}
 
 // Qt asks the translator that was installed last first. A missing catalogue is no error.
 Texts::Texts()
@@ -14,6 +32,6 @@ Texts::Texts()
     const QString name = QStringLiteral("velmora-installctl");
     m_engineeringEnglish.load(name + QStringLiteral("_eng_en"), SystemPaths::Translations);
     QCoreApplication::installTranslator(&m_engineeringEnglish);
-    m_locale.load(QLocale(), name, QStringLiteral("-"), SystemPaths::Translations);
+    loadFirst(&m_locale, name);
     QCoreApplication::installTranslator(&m_locale);
 }

@@ -37,6 +37,9 @@ def test_session_speaks(ctl, tmp_path):
         assert ctl(**variables).err[0] == f'velmora-installctl: {german["installctl-usage-no-command"]}', variables
     for language in ('C', 'en_US.UTF-8', 'tlh.UTF-8', ''):
         assert ctl('--help', LANG=language) == english
+    for languages in ('en:de', 'en_US:de', 'tlh:en:de'):
+        assert ctl('--help', LANGUAGE=languages, LANG='de_DE.UTF-8') == english, languages
+    assert ctl(LANGUAGE='tlh:de:en', LANG='en_US.UTF-8') == ctl(LANG='de_DE.UTF-8')
 
 
 def test_lines_of_outcomes(manager, program, dialog, ctl, tmp_path):
