@@ -45,7 +45,7 @@ QString OutcomeText::of(const Subject &subject, State state)
         return qtTrId("installctl-reading");
     case State::Confirming:
         //: The service asks the user in a dialog on the screen of the device, and then installs the package
-        //% "waiting for your answer on the device's screen, then for the installation"
+        //% "waiting for your answer on the device's screen, then installing"
         return qtTrId("installctl-confirming");
     case State::Installing:
         //: A package is being installed

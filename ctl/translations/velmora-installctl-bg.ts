@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>тя не отговори в рамките на %1 s</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>изчаква се отговорът Ви на екрана на устройството, а след това инсталирането</translation>
     </message>

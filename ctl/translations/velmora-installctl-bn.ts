@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>এটি %1 সেকেন্ডের মধ্যে সাড়া দেয়নি</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>প্রথমে ডিভাইসের স্ক্রিনে আপনার উত্তরের, তারপর ইনস্টলেশনের জন্য অপেক্ষা করা হচ্ছে</translation>
     </message>

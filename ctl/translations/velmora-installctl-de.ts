@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>er hat innerhalb von %1 s nicht geantwortet</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>wartet auf Ihre Antwort auf dem Bildschirm des Geräts, dann auf die Installation</translation>
     </message>

@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>उसने %1 सेकंड के भीतर जवाब नहीं दिया</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>पहले डिवाइस की स्क्रीन पर आपके जवाब की, फिर इंस्टॉलेशन की प्रतीक्षा की जा रही है</translation>
     </message>

@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>%1 秒以内に応答しませんでした</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>デバイスの画面での回答と、その後のインストールの完了を待っています</translation>
     </message>

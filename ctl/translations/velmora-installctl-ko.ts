@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>%1초 이내에 응답하지 않았습니다</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>기기 화면에서의 응답과 그 뒤의 설치를 기다리는 중</translation>
     </message>

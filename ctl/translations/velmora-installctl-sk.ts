@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>neodpovedala do %1 s</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>čaká sa na vašu odpoveď na obrazovke zariadenia, potom na inštaláciu</translation>
     </message>

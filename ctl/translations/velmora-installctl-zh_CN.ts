@@ -23,7 +23,7 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>它未在 %1 秒内应答</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
         <translation>正在等待您在设备屏幕上的答复，随后等待安装</translation>
     </message>

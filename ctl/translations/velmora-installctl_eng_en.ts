@@ -23,9 +23,9 @@ SPDX-License-Identifier: BSD-3-Clause
         <translation>it has not answered within %1 s</translation>
     </message>
     <message id="installctl-confirming">
-        <source>waiting for your answer on the device&apos;s screen, then for the installation</source>
+        <source>waiting for your answer on the device&apos;s screen, then installing</source>
         <extracomment>The service asks the user in a dialog on the screen of the device, and then installs the package</extracomment>
-        <translation>waiting for your answer on the device&apos;s screen, then for the installation</translation>
+        <translation>waiting for your answer on the device&apos;s screen, then installing</translation>
     </message>
     <message id="installctl-declined">
         <source>declined</source>

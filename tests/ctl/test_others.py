@@ -118,7 +118,7 @@ def test_request_before(asking, dialog, ctl, client, files):
     run = request_before(dialog, ctl, client, files)
     assert run.wait().out == [
         'a: reading', 'a: waiting for the service',
-        "a: waiting for your answer on the device's screen, then for the installation", 'a: installed']
+        "a: waiting for your answer on the device's screen, then installing", 'a: installed']
 
 
 def test_silent_installations(asking, manager, device, ctl, client, files, signals):

@@ -13,7 +13,7 @@ from support.otherservice import OtherService
 
 NOTHING = GLib.Variant('()', ())
 DECLINED, INSTALLED, NO_SPACE = 'dismissed', 'requestInstall', 'org.example.Error.NoSpace'
-CONFIRMING = "waiting for your answer on the device's screen, then for the installation"
+CONFIRMING = "waiting for your answer on the device's screen, then installing"
 ENDS = {
     INSTALLED: 'installed',
     DECLINED: 'declined: The user cancelled the installation',

@@ -7,7 +7,7 @@ from support.removalrequests import KNOWN
 from terminal import COLOUR, Terminal, width
 
 GREEN, YELLOW, RED = ('\033[%dm' % number for number in (32, 33, 31))
-CONFIRMING = "waiting for your answer on the device's screen, then for the installation"
+CONFIRMING = "waiting for your answer on the device's screen, then installing"
 DECLINED, CONFIRMED = 'dismissed', 'requestInstall'
 REFUSAL = 'org.example.Error.NoSpace'
 
@@ -56,7 +56,7 @@ def test_line_changes(asking, manager, dialog, terminal, files):
     for number, answer in enumerate([CONFIRMED, DECLINED, CONFIRMED], 1):
         dialog.wait_shown(number)
         if number == 1:
-            shown.wait_text(r'installation \(0:01\)')
+            shown.wait_text(r'installing \(0:01\)')
         if number == 3:
             manager.refuse('Install', REFUSAL)
         dialog.answer(answer, number=number)
@@ -128,7 +128,7 @@ def test_widths(asking, standins, dialog, terminal, files):
 
 def test_width_that_changes(asking, dialog, terminal, files):
     shown = terminal('install', LONG, folder=files, columns=200)
-    shown.wait_text('installation')
+    shown.wait_text('installing')
     shown.resize(40)
     shown.wait_text(r'\(0:0\d\)\r\033\[Kwaiting for [^\r]*… \(0:0')
     assert width(shown.states()[-1]) < 40
