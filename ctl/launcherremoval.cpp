@@ -6,6 +6,7 @@
 #include "results.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <chrono>
 
@@ -24,12 +25,12 @@ constexpr auto ReportTime = 5s;
 LauncherRemoval::LauncherRemoval(Service *service, const OtherRequests *others, const QString &launcher)
     : Removal(service, others, QStringLiteral("removePackageByDesktopFile"), {launcher})
     , m_launcher(launcher)
-    , m_watcher(QStringList(launcher))
+    , m_folder(QStringList(QFileInfo(launcher).path()))
 {
     m_patience.setSingleShot(true);
     m_patience.setTimerType(Qt::PreciseTimer);
     connect(&m_patience, &QTimer::timeout, this, &LauncherRemoval::giveUp);
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &LauncherRemoval::handleChange);
+    connect(&m_folder, &QFileSystemWatcher::directoryChanged, this, &LauncherRemoval::handleChange);
 }
 
 // The service deletes a launcher of the user's own before it answers, and never reports that. All other launchers go
@@ -43,9 +44,11 @@ void LauncherRemoval::handleAnswer()
     }
 }
 
+// The folder may change again after that.
 void LauncherRemoval::handleChange()
 {
-    if (isAnswered() && !QFile::exists(m_launcher)) {
+    if (!m_hasGone && isAnswered() && !QFile::exists(m_launcher)) {
+        m_hasGone = true;
         m_patience.start(ReportTime);
     }
 }

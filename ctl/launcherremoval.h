@@ -25,6 +25,8 @@ private:
     void giveUp();
 
     const QString m_launcher;
-    QFileSystemWatcher m_watcher;
+    // Users may watch the folder of a file that they may not read.
+    QFileSystemWatcher m_folder;
     QTimer m_patience;
+    bool m_hasGone = false;
 };

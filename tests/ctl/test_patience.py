@@ -75,9 +75,10 @@ def test_service_that_does_not_start(session_bus, ctl, file):
 
 
 def test_launcher_that_stays(standins, manager, service, ctl):
-    """Nobody owns it, and the service does not report that (Known behaviour 21)."""
+    """Nobody owns it, and the service does not report that (Known behaviour 21). The user may not read it."""
     standins.start('package-kit')
     LAUNCHER.touch()
+    LAUNCHER.chmod(0)
     before = time.monotonic()
 
     assert ctl('remove', '--launcher', LAUNCHER, '--quiet', group='privileged') == \
