@@ -203,7 +203,8 @@ class GreetingBus:
         self._server.start()
 
     def stop(self):
-        """Ends it."""
+        """Ends it. It does not go on with one connection while it closes another one."""
+        self.falls_silent = True
         self._server.stop()
         while self._connections:
             self.close_first()

@@ -131,6 +131,8 @@ def test_own_launcher_in_a_folder_of_root(standins, service, client, announced, 
     hooks = standins.start('runtime-manager')
     folder = applications / 'given'
     folder.mkdir()
+    # Root may have let everybody write to what it makes.
+    folder.chmod(0o755)
     launcher = folder / 'org.example.App.desktop'
     launcher.touch()
 
