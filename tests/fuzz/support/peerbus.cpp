@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDir>
 #include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
@@ -140,7 +141,9 @@ PeerBus::Peer::Peer()
     g_autofree gchar *guid = g_dbus_generate_guid();
     GMainContext *context = g_main_context_new();
     g_main_context_push_thread_default(context);
-    m_server = g_dbus_server_new_sync("unix:tmpdir=/tmp", G_DBUS_SERVER_FLAGS_NONE, guid, nullptr, nullptr, &error);
+    // The process may end in any way. Its folder for temporary files goes with the socket then.
+    const QString address = "unix:tmpdir="_s + QDir::tempPath();
+    m_server = g_dbus_server_new_sync(qPrintable(address), G_DBUS_SERVER_FLAGS_NONE, guid, nullptr, nullptr, &error);
     if (!m_server) {
         qFatal("No bus: %s", error->message);
     }
